@@ -1,0 +1,11 @@
+# bench/*Bench.cpp: one program each, with the peers it measures against.
+find_package(benchmark REQUIRED)
+find_package(PkgConfig REQUIRED)
+pkg_check_modules(GLIB IMPORTED_TARGET glib-2.0)
+file(GLOB benches CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/bench/*Bench.cpp)
+foreach(source IN LISTS benches)
+  get_filename_component(name ${source} NAME_WE)
+  add_executable(${name} ${source})
+  target_link_libraries(${name} PRIVATE vlgs_static benchmark::benchmark benchmark::benchmark_main)
+  set_target_properties(${name} PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR}/bench)
+endforeach()
