@@ -8,7 +8,8 @@
 
 namespace vlgs {
 
-/// Simple case folding of one UTF-16 unit; surrogates fold to themselves (pairs are folded by the texts below).
+/// Simple case folding of one UTF-16 unit; surrogates fold to themselves (pairs are folded by the texts
+/// below).
 char16_t foldCase(char16_t character) noexcept;
 
 /// Folds every character of a text, surrogate pairs included; the length never changes.
@@ -16,17 +17,19 @@ String foldCase(std::u16string_view text);
 
 bool equalIgnoringCase(std::u16string_view a, std::u16string_view b) noexcept;
 
-/// Negative, 0 or positive as `a` sorts before, with or after `b` by their folded characters.
+/// Negative, 0 or positive as `a` sorts before, with or after `b` by the UTF-16 units of their folded forms.
 int compareIgnoringCase(std::u16string_view a, std::u16string_view b) noexcept;
 
-/// Equal for texts that are equal without regard to case.
+/// Equal for texts that are equal without regard to case. Keyed by a secret of the process, so that nobody
+/// can choose texts that collide: never to be stored or sent to another process.
 std::uint64_t hashIgnoringCase(std::u16string_view text) noexcept;
 
-/// Position of the first occurrence of `find` at or after `from`, `npos` when there is none.
-/// Linear in `text` however the two texts repeat themselves.
+/// Position of the first occurrence of `find` at or after `from`, `npos` when there is none. An empty `find`
+/// occurs everywhere, at the end of the text too. Linear in both texts however they repeat themselves.
 std::size_t findIgnoringCase(std::u16string_view text, std::u16string_view find, std::size_t from = 0);
 
-/// Every occurrence of `find` replaced without regard to case, from left to right.
+/// Every occurrence of `find` replaced without regard to case, from left to right; an empty `find` changes
+/// nothing. Linear like findIgnoringCase.
 String replaceAllIgnoringCase(std::u16string_view text, std::u16string_view find,
                               std::u16string_view replacement);
 

@@ -1,0 +1,245 @@
+#include "automation/CaseFold.h"
+
+#include <algorithm>
+#include <bit>
+#include <cstring>
+#include <random>
+#include <vector>
+
+namespace vlgs {
+
+namespace {
+
+#include "automation/case_fold_data.inc"
+
+constexpr bool isHighSurrogate(char16_t unit) {
+    return (unit & 0xFC00) == 0xD800;
+}
+constexpr bool isLowSurrogate(char16_t unit) {
+    return (unit & 0xFC00) == 0xDC00;
+}
+
+// One of the three maps, for a unit and the unit before it.
+class UnitMap {
+  public:
+    explicit constexpr UnitMap(const std::uint8_t* blockNumbers) : blockNumbers_(blockNumbers) {}
+
+    char16_t operator()(char16_t unit) const noexcept { return add(unit, unit); }
+
+    // The second unit of a surrogate pair changes, the first one never does.
+    char16_t operator()(char16_t unit, char16_t before) const noexcept {
+        if (isLowSurrogate(unit) && isHighSurrogate(before))
+            return add(unit, 0x10000 + ((before - 0xD800u) << 10) + (unit - 0xDC00u));
+        return add(unit, unit);
+    }
+
+    String operator()(std::u16string_view text) const {
+        return String::build(text.size(), [&](char16_t* to) {
+            char16_t before = 0;
+            for (const char16_t unit : text) {
+                *to++ = (*this)(unit, before);
+                before = unit;
+            }
+        });
+    }
+
+  private:
+    char16_t add(char16_t unit, char32_t point) const noexcept {
+        if (point >= mappedLimit)
+            return unit;
+        const auto& block = blocks[blockNumbers_[point >> blockBits]];
+        return static_cast<char16_t>(unit + block[point & ((1u << blockBits) - 1)]);
+    }
+
+    const std::uint8_t* blockNumbers_;
+};
+
+constexpr UnitMap folding(foldingBlocks);
+constexpr UnitMap upper(upperBlocks);
+constexpr UnitMap lower(lowerBlocks);
+
+char16_t foldAt(std::u16string_view text, std::size_t at) noexcept {
+    const char16_t unit = text[at];
+    if (unit < 0x80)
+        return static_cast<unsigned>(unit - u'A') < 26 ? static_cast<char16_t>(unit + 32) : unit;
+    return folding(unit, at > 0 ? text[at - 1] : u'\0');
+}
+
+// Four units at once, which is what comparison and hash work on.
+constexpr std::uint64_t everyUnit = 0x0001'0001'0001'0001;
+constexpr std::size_t unitsPerWord = 4;
+
+std::uint64_t loadWord(const char16_t* units) noexcept {
+    std::uint64_t word;
+    std::memcpy(&word, units, sizeof word);
+    return word;
+}
+
+std::uint64_t foldWord(std::u16string_view text, std::size_t at) noexcept {
+    const std::uint64_t word = loadWord(text.data() + at);
+    if ((word & everyUnit * 0xFF80) == 0) {
+        const std::uint64_t fromA = word + everyUnit * (0x80 - u'A');
+        const std::uint64_t behindZ = word + everyUnit * (0x80 - u'Z' - 1);
+        return word | (fromA & ~behindZ & everyUnit * 0x80) >> 2;
+    }
+    char16_t units[unitsPerWord];
+    for (std::size_t i = 0; i < unitsPerWord; ++i)
+        units[i] = foldAt(text, at + i);
+    return loadWord(units);
+}
+
+// Finds one folded text again and again, by the method of Knuth, Morris and Pratt.
+class FoldedSearch {
+  public:
+    explicit FoldedSearch(std::u16string_view find) : find_(foldCase(find)), overlap_(find.size()) {
+        for (std::size_t i = 1; i < overlap_.size(); ++i)
+            overlap_[i] = static_cast<std::uint32_t>(advance(overlap_[i - 1], find_[i]));
+    }
+
+    std::size_t in(std::u16string_view text, std::size_t from) const noexcept {
+        std::size_t matched = 0;
+        for (std::size_t at = from; at < text.size(); ++at) {
+            matched = advance(matched, foldAt(text, at));
+            if (matched == overlap_.size())
+                return at + 1 - matched;
+        }
+        return text.npos;
+    }
+
+  private:
+    std::size_t advance(std::size_t matched, char16_t unit) const noexcept {
+        while (matched > 0 && find_[matched] != unit)
+            matched = overlap_[matched - 1];
+        return find_[matched] == unit ? matched + 1 : 0;
+    }
+
+    String find_;
+    // For each beginning of the text: the length of its longest proper beginning that is also its end.
+    std::vector<std::uint32_t> overlap_;
+};
+
+// SipHash with one round a word and three at the end (Aumasson and Bernstein, 2012).
+class SipHash {
+  public:
+    SipHash(std::uint64_t key0, std::uint64_t key1) noexcept
+        : v0_(key0 ^ 0x736F6D6570736575), v1_(key1 ^ 0x646F72616E646F6D), v2_(key0 ^ 0x6C7967656E657261),
+          v3_(key1 ^ 0x7465646279746573) {}
+
+    void add(std::uint64_t word) noexcept {
+        v3_ ^= word;
+        round();
+        v0_ ^= word;
+    }
+
+    std::uint64_t finish() noexcept {
+        v2_ ^= 0xFF;
+        round();
+        round();
+        round();
+        return v0_ ^ v1_ ^ v2_ ^ v3_;
+    }
+
+  private:
+    void round() noexcept {
+        v0_ += v1_;
+        v2_ += v3_;
+        v1_ = std::rotl(v1_, 13) ^ v0_;
+        v3_ = std::rotl(v3_, 16) ^ v2_;
+        v0_ = std::rotl(v0_, 32);
+        v2_ += v1_;
+        v0_ += v3_;
+        v1_ = std::rotl(v1_, 17) ^ v2_;
+        v3_ = std::rotl(v3_, 21) ^ v0_;
+        v2_ = std::rotl(v2_, 32);
+    }
+
+    std::uint64_t v0_, v1_, v2_, v3_;
+};
+
+SipHash seededHash() noexcept {
+    static const SipHash seeded = [] {
+        std::random_device device;
+        const auto random64 = [&] { return std::uint64_t{device()} << 32 | device(); };
+        const std::uint64_t key = random64();
+        return SipHash(key, random64());
+    }();
+    return seeded;
+}
+
+} // namespace
+
+char16_t foldCase(char16_t character) noexcept {
+    return folding(character);
+}
+
+String foldCase(std::u16string_view text) {
+    return folding(text);
+}
+
+bool equalIgnoringCase(std::u16string_view a, std::u16string_view b) noexcept {
+    if (a.size() != b.size())
+        return false;
+    std::size_t at = 0;
+    for (; at + unitsPerWord <= a.size(); at += unitsPerWord)
+        if (foldWord(a, at) != foldWord(b, at))
+            return false;
+    for (; at < a.size(); ++at)
+        if (foldAt(a, at) != foldAt(b, at))
+            return false;
+    return true;
+}
+
+int compareIgnoringCase(std::u16string_view a, std::u16string_view b) noexcept {
+    const std::size_t common = std::min(a.size(), b.size());
+    std::size_t at = 0;
+    while (at + unitsPerWord <= common && foldWord(a, at) == foldWord(b, at))
+        at += unitsPerWord;
+    for (; at < common; ++at)
+        if (const int difference = foldAt(a, at) - foldAt(b, at))
+            return difference;
+    return a.size() == b.size() ? 0 : a.size() < b.size() ? -1 : 1;
+}
+
+std::uint64_t hashIgnoringCase(std::u16string_view text) noexcept {
+    SipHash hash = seededHash();
+    std::size_t at = 0;
+    for (; at + unitsPerWord <= text.size(); at += unitsPerWord)
+        hash.add(foldWord(text, at));
+    // The last word holds the up to three units left and the length, so that no two texts give the same
+    // words.
+    std::uint64_t last = static_cast<std::uint64_t>(text.size()) << 48;
+    for (int shift = 0; at < text.size(); ++at, shift += 16)
+        last |= static_cast<std::uint64_t>(foldAt(text, at)) << shift;
+    hash.add(last);
+    return hash.finish();
+}
+
+std::size_t findIgnoringCase(std::u16string_view text, std::u16string_view find, std::size_t from) {
+    if (from > text.size() || find.size() > text.size() - from)
+        return text.npos;
+    return find.empty() ? from : FoldedSearch(find).in(text, from);
+}
+
+String replaceAllIgnoringCase(std::u16string_view text, std::u16string_view find,
+                              std::u16string_view replacement) {
+    if (find.empty() || find.size() > text.size())
+        return text;
+    const FoldedSearch search(find);
+    std::u16string out;
+    std::size_t from = 0;
+    for (auto at = search.in(text, 0); at != text.npos; at = search.in(text, from)) {
+        out.append(text, from, at - from).append(replacement);
+        from = at + find.size();
+    }
+    return from == 0 ? String(text) : String(out.append(text, from));
+}
+
+String toLower(std::u16string_view text) {
+    return lower(text);
+}
+
+String toUpper(std::u16string_view text) {
+    return upper(text);
+}
+
+} // namespace vlgs
