@@ -55,6 +55,8 @@ String Error::descriptionOf(std::int32_t number) {
     return u"Application-defined or object-defined error";
 }
 
-void raise(RunTimeError number) { throw Error(number); }
+void raise(RunTimeError number) {
+    throw Error(number);
+}
 
 } // namespace vlgs

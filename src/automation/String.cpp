@@ -10,7 +10,9 @@ namespace {
 
 constexpr char32_t replacement = 0xFFFD;
 
-bool isContinuation(unsigned char byte) { return (byte & 0xC0) == 0x80; }
+bool isContinuation(unsigned char byte) {
+    return (byte & 0xC0) == 0x80;
+}
 
 // Decodes one scalar value at `at` and moves `at` behind it; a malformed sequence gives U+FFFD and moves
 // over its longest valid beginning, as the Unicode standard recommends.
@@ -63,7 +65,9 @@ char16_t* String::allocate(std::size_t length) {
     return text;
 }
 
-void String::deallocate(char16_t* text) noexcept { ::operator delete(reinterpret_cast<Header*>(text) - 1); }
+void String::deallocate(char16_t* text) noexcept {
+    ::operator delete(reinterpret_cast<Header*>(text) - 1);
+}
 
 String::String(std::u16string_view text) {
     if (text.empty())

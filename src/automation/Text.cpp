@@ -14,9 +14,13 @@ std::u16string_view trimRight(std::u16string_view text) noexcept {
     return text.substr(0, last == text.npos ? 0 : last + 1);
 }
 
-std::u16string_view trim(std::u16string_view text) noexcept { return trimLeft(trimRight(text)); }
+std::u16string_view trim(std::u16string_view text) noexcept {
+    return trimLeft(trimRight(text));
+}
 
-std::u16string_view cutAtNul(std::u16string_view text) noexcept { return text.substr(0, text.find(u'\0')); }
+std::u16string_view cutAtNul(std::u16string_view text) noexcept {
+    return text.substr(0, text.find(u'\0'));
+}
 
 String replaceAll(std::u16string_view text, std::u16string_view find, std::u16string_view replacement) {
     if (find.empty())

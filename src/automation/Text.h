@@ -19,8 +19,8 @@ std::u16string_view cutAtNul(std::u16string_view text) noexcept;
 /// Every exact occurrence of `find` replaced, found from left to right; an empty `find` changes nothing.
 String replaceAll(std::u16string_view text, std::u16string_view find, std::u16string_view replacement);
 
-/// The pieces between the exact occurrences of `delimiter`; an empty delimiter gives one piece, the whole text.
-/// The pieces point into `text`.
+/// The pieces between the exact occurrences of `delimiter`; an empty delimiter gives one piece, the whole
+/// text. The pieces point into `text`.
 std::vector<std::u16string_view> split(std::u16string_view text, std::u16string_view delimiter);
 
 /// Decimal text of a whole number, independent of the locale.

@@ -1,0 +1,121 @@
+// The description of a class as a running program sees it: what late-bound calls, the interface description,
+// the reference pages and `vlgs describe` are derived from. It is made from the class's own table of members
+// (ClassDescription.h); nobody fills one by hand.
+#pragma once
+
+#include "automation/Enumeration.h"
+#include "automation/Guid.h"
+#include "automation/Object.h"
+#include "automation/Record.h"
+#include "automation/Variant.h"
+
+#include <cstdint>
+#include <memory>
+#include <span>
+#include <string_view>
+#include <vector>
+
+namespace vlgs {
+
+enum class MemberKind : std::uint8_t { Method = 1, PropertyGet = 2, PropertyPut = 4, PropertyPutRef = 8 };
+
+/// Type of a parameter or result.
+struct TypeInfo {
+    /// Empty for a member without result; `VarType::Array` plus element for arrays.
+    VarType type = VarType::Empty;
+    /// The callee may write to it.
+    bool byReference = false;
+    /// An enumerator, which travels as a plain object.
+    bool enumerator = false;
+    /// The class of a typed object; null for any object.
+    const ClassInfo& (*classInfo)() = nullptr;
+    const EnumInfo* enumeration = nullptr;
+    const RecordInfo* record = nullptr;
+};
+
+/// What stands for an optional argument that was left out.
+struct DefaultValue {
+    enum class Kind : std::uint8_t { None, Zero, Number, Text };
+    Kind kind = Kind::None;
+    std::int32_t number = 0;
+    std::u16string_view text = {};
+};
+
+struct ParameterInfo {
+    std::string_view name;
+    TypeInfo type;
+    bool optional = false;
+    DefaultValue standard;
+};
+
+/// Calls the member with one slot for each parameter; a null slot is an argument left out.
+using Invoker = Variant (*)(Object& self, Variant* const* slots);
+
+struct MemberInfo {
+    std::string_view name;
+    DispatchId id = 0;
+    MemberKind kind = MemberKind::Method;
+    bool hidden = false;
+    std::string_view help;
+    std::span<const ParameterInfo> parameters;
+    TypeInfo result;
+    Invoker invoke = nullptr;
+};
+
+/// The constant facts of a class.
+struct ClassHeader {
+    std::string_view name;
+    std::string_view help;
+    /// The value of the member `ClassID`.
+    std::int32_t number = 0;
+    /// Fixed for ever: the class and its default interface.
+    GuidValue classId;
+    GuidValue interfaceId;
+    bool creatable = false;
+    /// Prefix of the programmatic identifier.
+    std::string_view library = "VlGeneralServices";
+    /// Its outgoing interface, where it has one.
+    std::string_view eventInterface = {};
+    GuidValue eventInterfaceId = {};
+};
+
+class ClassInfo {
+  public:
+    static constexpr std::size_t maximumParameters = 16;
+
+    ClassInfo(const ClassHeader& header, std::span<const MemberInfo> members,
+              std::span<const MemberInfo> events, Ref<Object> (*factory)());
+
+    const ClassHeader& header() const noexcept { return header_; }
+    std::string_view name() const noexcept { return header_.name; }
+    /// "VlGeneralServices.INIFile"
+    const String& programmaticId() const noexcept { return programmaticId_; }
+    /// In interface order.
+    std::span<const MemberInfo> members() const noexcept { return members_; }
+    std::span<const MemberInfo> events() const noexcept { return events_; }
+    /// A new object. Raises 429 when the class is not creatable.
+    Ref<Object> create() const;
+
+    /// The number of the member of that name in any case, or `unknownMember`.
+    DispatchId idOf(std::u16string_view name) const noexcept;
+    /// The member of that number that serves the call; null when there is none.
+    const MemberInfo* find(DispatchId member, InvokeKind kind) const noexcept;
+    Variant invoke(Object& self, DispatchId member, InvokeKind kind, const Arguments& arguments) const;
+
+  private:
+    struct NameSlot {
+        std::uint32_t hash = 0;
+        std::uint16_t member = none;
+    };
+    static constexpr std::uint16_t none = 0xFFFF;
+
+    const ClassHeader& header_;
+    String programmaticId_;
+    std::span<const MemberInfo> members_;
+    std::span<const MemberInfo> events_;
+    Ref<Object> (*create_)();
+    std::vector<NameSlot> names_;          // open addressing, a power of two
+    std::vector<std::uint16_t> firstById_; // member numbers from `enumerationMember` on to the first member
+};
+
+} // namespace vlgs

@@ -1,0 +1,221 @@
+#include "automation/Convert.h"
+
+#include "automation/Array.h"
+#include "automation/CaseFold.h"
+#include "automation/Error.h"
+#include "automation/NumberText.h"
+#include "automation/Text.h"
+
+#include <cfenv>
+#include <cmath>
+#include <limits>
+
+namespace vlgs {
+
+namespace {
+
+// The value that an object stands for in a conversion: that of its default member, followed to its end.
+Variant valueOf(const Ref<Object>& object) {
+    Variant value = object;
+    while (value.isObject()) {
+        if (!value.object())
+            raise(RunTimeError::ObjectVariableNotSet);
+        value = value.reference()->invoke(defaultMember, InvokeKind::MethodOrGet, {});
+    }
+    return value;
+}
+
+template <class Number>
+Number checkedWhole(double value) {
+    const double rounded = roundHalfToEven(value);
+    if (!(rounded >= static_cast<double>(std::numeric_limits<Number>::min()) &&
+          rounded <= static_cast<double>(std::numeric_limits<Number>::max())))
+        raise(RunTimeError::Overflow);
+    return static_cast<Number>(rounded);
+}
+
+double decimalToDouble(const Decimal& value) {
+    const double magnitude = (static_cast<double>(value.high) * 0x1p64 + static_cast<double>(value.low)) /
+                             std::pow(10.0, value.scale);
+    return value.sign ? -magnitude : magnitude;
+}
+
+} // namespace
+
+double roundHalfToEven(double value) noexcept {
+    const double floor = std::floor(value);
+    const double rest = value - floor;
+    if (rest != 0.5)
+        return rest < 0.5 ? floor : floor + 1;
+    return std::fmod(floor, 2.0) == 0 ? floor : floor + 1;
+}
+
+double toDouble(const Variant& value) {
+    switch (value.type()) {
+    case VarType::Empty:
+        return 0;
+    case VarType::Integer:
+        return value.integer();
+    case VarType::Long:
+        return value.number();
+    case VarType::Byte:
+        return value.byte();
+    case VarType::Boolean:
+        return value.boolean() ? -1 : 0;
+    case VarType::Single:
+        return value.single();
+    case VarType::Double:
+    case VarType::Date:
+        return value.real();
+    case VarType::Currency:
+        return static_cast<double>(value.currency().units) / 10000;
+    case VarType::Decimal:
+        return decimalToDouble(value.decimal());
+    case VarType::String:
+        return textToNumber(value.text());
+    case VarType::Object:
+        return toDouble(valueOf(value.reference()));
+    case VarType::Null:
+        raise(RunTimeError::InvalidUseOfNull);
+    default:
+        raise(RunTimeError::TypeMismatch);
+    }
+}
+
+std::int32_t toLong(const Variant& value) {
+    return value.is(VarType::Long) ? value.number() : checkedWhole<std::int32_t>(toDouble(value));
+}
+std::int16_t toInteger(const Variant& value) {
+    return value.is(VarType::Integer) ? value.integer() : checkedWhole<std::int16_t>(toDouble(value));
+}
+std::uint8_t toByte(const Variant& value) {
+    return value.is(VarType::Byte) ? value.byte() : checkedWhole<std::uint8_t>(toDouble(value));
+}
+
+float toSingle(const Variant& value) {
+    const double number = toDouble(value);
+    if (std::abs(number) > static_cast<double>(std::numeric_limits<float>::max()))
+        raise(RunTimeError::Overflow);
+    return static_cast<float>(number);
+}
+
+bool toBoolean(const Variant& value) {
+    if (value.is(VarType::Boolean))
+        return value.boolean();
+    if (value.isObject())
+        return toBoolean(valueOf(value.reference()));
+    if (value.isString()) {
+        if (equalIgnoringCase(value.text(), u"True") || value.text() == u"#TRUE#")
+            return true;
+        if (equalIgnoringCase(value.text(), u"False") || value.text() == u"#FALSE#")
+            return false;
+    }
+    return toDouble(value) != 0;
+}
+
+String toText(const Variant& value) {
+    switch (value.type()) {
+    case VarType::Empty:
+        return {};
+    case VarType::String:
+        return value.text();
+    case VarType::Boolean:
+        return value.boolean() ? u"True" : u"False";
+    case VarType::Integer:
+        return decimal(value.integer());
+    case VarType::Long:
+        return decimal(value.number());
+    case VarType::Byte:
+        return decimal(value.byte());
+    case VarType::Single:
+    case VarType::Double:
+    case VarType::Currency:
+    case VarType::Decimal:
+        return numberToText(value);
+    case VarType::Object:
+        return toText(valueOf(value.reference()));
+    case VarType::Null:
+        raise(RunTimeError::InvalidUseOfNull);
+    default:
+        raise(RunTimeError::TypeMismatch);
+    }
+}
+
+Date toDate(const Variant& value) {
+    return {toDouble(value)};
+}
+
+Currency toCurrency(const Variant& value) {
+    if (value.is(VarType::Currency))
+        return value.currency();
+    const double units = roundHalfToEven(toDouble(value) * 10000);
+    if (!(std::abs(units) < 0x1p63))
+        raise(RunTimeError::Overflow);
+    return {static_cast<std::int64_t>(units)};
+}
+
+Decimal toDecimal(const Variant& value) {
+    if (value.is(VarType::Decimal))
+        return value.decimal();
+    return textToDecimal(value.isString() ? value.text() : numberToText(toDouble(value)));
+}
+
+Ref<Object> toObject(const Variant& value) {
+    if (!value.isObject())
+        raise(RunTimeError::TypeMismatch);
+    return value.reference();
+}
+
+Variant changeType(const Variant& value, VarType type) {
+    if (value.is(type))
+        return value;
+    switch (type) {
+    case VarType::Empty:
+        return {};
+    case VarType::Integer:
+        return toInteger(value);
+    case VarType::Long:
+        return toLong(value);
+    case VarType::Byte:
+        return toByte(value);
+    case VarType::Boolean:
+        return toBoolean(value);
+    case VarType::Single:
+        return toSingle(value);
+    case VarType::Double:
+        return toDouble(value);
+    case VarType::Currency:
+        return toCurrency(value);
+    case VarType::Date:
+        return toDate(value);
+    case VarType::String:
+        return toText(value);
+    case VarType::Decimal:
+        return toDecimal(value);
+    case VarType::Variant:
+        return value;
+    default:
+        raise(RunTimeError::TypeMismatch);
+    }
+}
+
+bool isNumeric(const Variant& value) {
+    switch (value.type()) {
+    case VarType::Empty:
+    case VarType::Integer:
+    case VarType::Long:
+    case VarType::Byte:
+    case VarType::Boolean:
+    case VarType::Single:
+    case VarType::Double:
+    case VarType::Currency:
+    case VarType::Decimal:
+        return true;
+    case VarType::String:
+        return isNumericText(value.text());
+    default:
+        return false;
+    }
+}
+
+} // namespace vlgs

@@ -1,0 +1,32 @@
+#include "automation/LateBound.h"
+
+#include "automation/Error.h"
+
+namespace vlgs {
+
+Variant callMember(const Ref<Object>& object, std::u16string_view name, InvokeKind kind,
+                   std::span<Variant> arguments) {
+    if (!object)
+        raise(RunTimeError::ObjectVariableNotSet);
+    const DispatchId member = object->idOf(name);
+    if (member == unknownMember)
+        raise(RunTimeError::NoSuchMember);
+    return object->invoke(member, kind, {arguments});
+}
+
+Ref<Enumerator> enumerate(const Ref<Object>& object) {
+    if (!object)
+        raise(RunTimeError::ObjectVariableNotSet);
+    try {
+        const Variant result = object->invoke(enumerationMember, InvokeKind::MethodOrGet, {});
+        if (result.isObject())
+            if (auto* enumerator = dynamic_cast<Enumerator*>(result.object()))
+                return Ref<Enumerator>(enumerator);
+    } catch (const Error& error) {
+        if (!error.is(RunTimeError::NoSuchMember))
+            throw;
+    }
+    raise(RunTimeError::NotACollection);
+}
+
+} // namespace vlgs
