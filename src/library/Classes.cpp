@@ -1,0 +1,92 @@
+#include "library/Classes.h"
+
+#include "automation/CaseFold.h"
+#include "automation/ClassDescription.h"
+#include "automation/Error.h"
+
+#include <algorithm>
+#include <array>
+#include <vector>
+
+namespace vlgs {
+
+namespace {
+
+template <class... T>
+std::array<const ClassInfo*, sizeof...(T)> descriptionsOf(TypeList<T...>) {
+    return {&T::description()...};
+}
+template <class... T>
+std::array<const EnumInfo*, sizeof...(T)> enumerationsOf(TypeList<T...>) {
+    return {&enumInfo(T{})...};
+}
+template <class... T>
+std::array<const RecordInfo*, sizeof...(T)> recordsOf(TypeList<T...>) {
+    return {&TypeTraits<T>::recordInfo...};
+}
+
+/// What `Field` of the types of all members points at, each once, then `further`.
+template <auto Field, class Further>
+auto collect(const Further& further) {
+    std::vector<typename Further::value_type> result;
+    const auto add = [&](auto found) {
+        if (found && std::ranges::find(result, found) == result.end())
+            result.push_back(found);
+    };
+    const auto addMembers = [&](std::span<const MemberInfo> members) {
+        for (const auto& member : members) {
+            add(member.result.*Field);
+            for (const auto& parameter : member.parameters)
+                add(parameter.type.*Field);
+        }
+    };
+    for (const auto* info : classes()) {
+        addMembers(info->members());
+        addMembers(info->events());
+    }
+    for (const auto* other : further)
+        add(other);
+    return result;
+}
+
+} // namespace
+
+std::span<const ClassInfo* const> classes() {
+    static const auto list = descriptionsOf(Classes{});
+    return list;
+}
+
+std::span<const ClassInfo* const> runTimeClasses() {
+    static const auto list = descriptionsOf(RunTimeClasses{});
+    return list;
+}
+
+std::span<const EnumInfo* const> enumerations() {
+    static const auto list = collect<&TypeInfo::enumeration>(enumerationsOf(FurtherEnumerations{}));
+    return list;
+}
+
+std::span<const RecordInfo* const> records() {
+    static const auto list = collect<&TypeInfo::record>(recordsOf(FurtherRecords{}));
+    return list;
+}
+
+const ClassInfo* findClass(std::u16string_view name) {
+    for (const auto* info : classes())
+        if (equalIgnoringCase(info->programmaticId(), name) ||
+            equalIgnoringCase(String::fromUtf8(info->name()), name))
+            return info;
+    for (const auto* info : runTimeClasses())
+        if (equalIgnoringCase(info->programmaticId(), name))
+            return info;
+    return nullptr;
+}
+
+Ref<Object> createObject(std::u16string_view name) {
+    const ClassInfo* info = findClass(name);
+    if (!info)
+        raise(RunTimeError::CannotCreateObject);
+    return info->create();
+}
+
+} // namespace vlgs
