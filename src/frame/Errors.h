@@ -3,8 +3,14 @@
 
 #include "automation/Error.h"
 #include "automation/String.h"
+#include "frame/MessageCatalogue.h"
+#include "frame/Messages.h"
 
 namespace vlgs {
+
+/// The thread's message catalogue, made and loaded ("VlComRes.dll" in the library's folder) when there is
+/// none or the one there is says that it is not initialised. Raises 53 when the resources are not there.
+Ref<MessageCatalogue> GetMessageCatalogue();
 
 /// Raises the catalogue's error for a message code: number code + 0x80040000, the description the catalogue's
 /// text and, when `sExtra` is not empty, CR LF and `sExtra`. A number that already carries the base is taken
@@ -14,8 +20,30 @@ namespace vlgs {
 /// The same for a code that nobody reads back: `raiseMessage(source, eMsg_SectionNameCannotBeBlank)`.
 [[noreturn]] void raiseMessage(const String& sSource, std::int32_t lMessage, const String& sExtra = {});
 
+/// For handlers: raises the error that is being handled again, with its own number and description, under
+/// another source. Running out of memory becomes error 7.
+///
+///     } catch (...) {
+///         reraise(u"VlGeneralServices.modFiles.g_ResolvePath");
+///     }
+[[noreturn]] void reraise(const String& sSource);
+
+/// The same for a whole routine:
+///
+///     return underSource(u"VlGeneralServices.modFiles.g_ResolvePath", [&] { … });
+template <class Routine>
+auto underSource(const char16_t* sSource, Routine&& routine) -> decltype(routine()) {
+    try {
+        return routine();
+    } catch (...) {
+        reraise(sSource);
+    }
+}
+
 /// Keeps an error for `RaiseSavedError`, one for each thread; a later one replaces it.
-void SaveError(const Error& error);
+void SaveError(const Error& oErr);
+/// Keeps the error that is being handled; outside a handler nothing happens.
+void SaveError();
 /// Raises the saved error and forgets it; without one nothing happens.
 void RaiseSavedError();
 

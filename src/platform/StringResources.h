@@ -1,0 +1,32 @@
+// The string resources of a resource file: texts by number, at most 65535.
+#pragma once
+
+#include "automation/String.h"
+
+#include <cstdint>
+#include <memory>
+#include <optional>
+
+namespace vlgs {
+
+/// The strings of one resource file. `path` names the library file that holds them on Windows,
+/// "C:\…\VlComRes.dll". On hosts without such files they stand in text files named after it,
+/// "VlComRes.en.txt" and those that it includes, in the folder itself, in its `resources`, or, for the folder
+/// of the library, where `resourcePath` finds them; `resources/README.md` describes their form.
+class StringResources {
+  public:
+    /// Raises 53 when there is no such resource file.
+    explicit StringResources(std::u16string_view path);
+    StringResources(StringResources&&) noexcept;
+    StringResources& operator=(StringResources&&) noexcept;
+    ~StringResources();
+
+    /// The text of a number, nothing when the file has none.
+    std::optional<String> load(std::int32_t number);
+
+  private:
+    class Host;
+    std::unique_ptr<Host> host_;
+};
+
+} // namespace vlgs

@@ -1,0 +1,163 @@
+// String resources from text files. The first file holds the lowest block of numbers and names the files of
+// the others, which are read when a number of theirs is wanted first.
+#include "platform/StringResources.h"
+
+#include "automation/CaseFold.h"
+#include "automation/Error.h"
+#include "platform/Files.h"
+#include "platform/Module.h"
+
+#include <algorithm>
+#include <charconv>
+#include <string>
+#include <vector>
+
+namespace vlgs {
+
+namespace {
+
+/// Numbers from `base` on, in order once the file is read.
+struct Block {
+    std::int32_t base = 0;
+    String file;
+    bool isRead = false;
+    std::vector<std::pair<std::int32_t, String>> texts;
+};
+
+String unescape(std::string_view text) {
+    std::string result;
+    result.reserve(text.size());
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        if (text[i] != '\\' || i + 1 == text.size()) {
+            result += text[i];
+            continue;
+        }
+        switch (text[++i]) {
+        case 'n':
+            result += "\r\n";
+            break;
+        case 't':
+            result += '\t';
+            break;
+        case 's':
+            result += ' ';
+            break;
+        default:
+            result += text[i];
+        }
+    }
+    return String::fromUtf8(result);
+}
+
+/// A line "NUMBER<TAB>TEXT"; anything else is none.
+std::optional<std::pair<std::int32_t, std::string_view>> numberedLine(std::string_view line) {
+    std::int32_t number = 0;
+    const auto [end, error] = std::from_chars(line.data(), line.data() + line.size(), number);
+    if (error != std::errc() || end == line.data() + line.size() || *end != '\t')
+        return std::nullopt;
+    return std::pair(number, line.substr(static_cast<std::size_t>(end - line.data()) + 1));
+}
+
+std::vector<std::string_view> linesOf(std::string_view bytes) {
+    constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";
+    if (bytes.starts_with(byteOrderMark))
+        bytes.remove_prefix(byteOrderMark.size());
+    std::vector<std::string_view> lines;
+    while (!bytes.empty()) {
+        const std::size_t end = std::min(bytes.find('\n'), bytes.size());
+        std::string_view line = bytes.substr(0, end);
+        if (line.ends_with('\r'))
+            line.remove_suffix(1);
+        lines.push_back(line);
+        bytes.remove_prefix(std::min(end + 1, bytes.size()));
+    }
+    return lines;
+}
+
+std::u16string_view folderOf(std::u16string_view path) {
+    const std::size_t slash = path.rfind(u'\\');
+    return slash == std::u16string_view::npos ? std::u16string_view() : path.substr(0, slash);
+}
+
+String firstFileOf(std::u16string_view path) {
+    const std::u16string_view folder = folderOf(path);
+    std::u16string_view name = path.substr(folder.empty() ? 0 : folder.size() + 1);
+    name = name.substr(0, name.rfind(u'.'));
+    const String file = concat(name, u".en.txt");
+    for (const String& candidate : {concat(folder, u"\\", file), concat(folder, u"\\resources\\", file)})
+        if (fileExists(candidate))
+            return candidate;
+    String own = moduleFolder();
+    if (own.view().ends_with(u'\\'))
+        own = String(own.view().substr(0, own.length() - 1));
+    const String shared = equalIgnoringCase(folder, own) ? resourcePath(file) : String();
+    if (shared.empty())
+        raise(RunTimeError::FileNotFound);
+    return shared;
+}
+
+} // namespace
+
+class StringResources::Host {
+  public:
+    explicit Host(std::u16string_view path) {
+        blocks_.push_back({0, firstFileOf(path), false, {}});
+        read(0);
+    }
+
+    std::optional<String> load(std::int32_t number) {
+        const auto block = std::find_if(blocks_.rbegin(), blocks_.rend(),
+                                        [&](const Block& candidate) { return candidate.base <= number; });
+        if (block == blocks_.rend())
+            return std::nullopt;
+        const auto index = static_cast<std::size_t>(blocks_.rend() - block) - 1;
+        if (!block->isRead)
+            read(index);
+        const auto& texts = blocks_[index].texts;
+        const auto found =
+            std::lower_bound(texts.begin(), texts.end(), number,
+                             [](const auto& entry, std::int32_t wanted) { return entry.first < wanted; });
+        if (found == texts.end() || found->first != number)
+            return std::nullopt;
+        return found->second;
+    }
+
+  private:
+    void read(std::size_t index) {
+        const String file = blocks_[index].file;
+        const std::int32_t base = blocks_[index].base;
+        const std::string bytes = readFile(file);
+        std::vector<std::pair<std::int32_t, String>> texts;
+        for (const std::string_view line : linesOf(bytes)) {
+            if (const auto text = numberedLine(line))
+                texts.emplace_back(base + text->first, unescape(text->second));
+            else if (line.starts_with('@'))
+                include(line.substr(1), folderOf(file));
+        }
+        const auto byNumber = [](const auto& a, const auto& b) { return a.first < b.first; };
+        std::stable_sort(texts.begin(), texts.end(), byNumber);
+        blocks_[index].texts = std::move(texts);
+        blocks_[index].isRead = true;
+    }
+
+    /// A line "@BASE<TAB>FILE": the texts of that file, beside this one, have the numbers from BASE on.
+    void include(std::string_view line, std::u16string_view folder) {
+        const auto entry = numberedLine(line);
+        if (entry && entry->first > blocks_.back().base)
+            blocks_.push_back(
+                {entry->first, concat(folder, u"\\", String::fromUtf8(entry->second)), false, {}});
+    }
+
+    std::vector<Block> blocks_; // by their bases
+};
+
+StringResources::StringResources(std::u16string_view path) : host_(std::make_unique<Host>(path)) {}
+StringResources::StringResources(StringResources&&) noexcept = default;
+StringResources& StringResources::operator=(StringResources&&) noexcept = default;
+StringResources::~StringResources() = default;
+
+std::optional<String> StringResources::load(std::int32_t number) {
+    return host_->load(number);
+}
+
+} // namespace vlgs
