@@ -102,7 +102,8 @@ struct ReplaceOptions {
 /// Owner, permissions and attributes stay. Through a symbolic link the target is replaced and the link stays.
 /// A file found under another spelling keeps its name. A file that is held, by another process or another
 /// holder in this one, is refused (70). Where the folder allows no new file, or the new one could not have
-/// the old one's owner, the content is written in place; a failure then puts the old content back.
+/// the old one's owner, the content is written in place; a failure then puts the old content back, but a
+/// process that dies just then may leave a mixture.
 void replaceFile(std::u16string_view path, std::string_view bytes, const ReplaceOptions& options = {});
 
 enum class Readable {

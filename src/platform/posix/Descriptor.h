@@ -1,0 +1,49 @@
+// An open file of the host.
+#pragma once
+
+#include <string>
+#include <sys/stat.h>
+#include <utility>
+
+namespace vlgs::posix {
+
+/// Owns a descriptor; -1 is none.
+class Descriptor {
+  public:
+    Descriptor() noexcept = default;
+    explicit Descriptor(int number) noexcept : number_(number) {}
+    Descriptor(Descriptor&& other) noexcept : number_(std::exchange(other.number_, -1)) {}
+    Descriptor& operator=(Descriptor&& other) noexcept {
+        std::swap(number_, other.number_);
+        return *this;
+    }
+    ~Descriptor() { close(); }
+
+    explicit operator bool() const noexcept { return number_ >= 0; }
+    int get() const noexcept { return number_; }
+    int release() noexcept { return std::exchange(number_, -1); }
+    void close() noexcept;
+
+  private:
+    int number_ = -1;
+};
+
+/// Opens without passing the file to child programs and without waiting for the other end of a pipe. On
+/// failure there is no descriptor, and errno tells why.
+Descriptor openFile(const std::string& path, int flags, mode_t mode = 0);
+
+/// Reads and writes of a pipe or device wait from here on.
+void waitForData(int file) noexcept;
+
+inline bool isSameFile(const struct stat& a, const struct stat& b) noexcept {
+    return a.st_dev == b.st_dev && a.st_ino == b.st_ino;
+}
+
+/// As `read` and `write`, taken up again after an interruption; -1 with errno on failure.
+long readSome(int file, char* to, std::size_t size);
+/// What is left of a file; raises when that cannot be read.
+std::string readRest(int file);
+/// Writes everything; 0, or the value of errno.
+int writeAll(int file, const char* from, std::size_t size);
+
+} // namespace vlgs::posix

@@ -1,0 +1,143 @@
+#include "platform/FileHold.h"
+
+#include "automation/Error.h"
+#include "platform/posix/Descriptor.h"
+#include "platform/posix/HostError.h"
+#include "platform/posix/HostPath.h"
+#include "platform/posix/Sharing.h"
+
+#include <cerrno>
+#include <fcntl.h>
+#include <mutex>
+#include <pthread.h>
+#include <unistd.h>
+#include <utility>
+
+namespace vlgs {
+
+using namespace posix;
+
+/// A held file, a member of the list of all that this process holds.
+struct FileHold::Open {
+    explicit Open(Descriptor held);
+    ~Open();
+
+    Descriptor file;
+    pid_t process = ::getpid();
+    Open* previous = nullptr;
+    Open* next = nullptr;
+};
+
+namespace {
+
+/// A lock of an open file description lives until every copy of the descriptor is closed, and fork copies
+/// them: a forked child therefore closes at once what its parent holds. The list is one for the process, as
+/// the descriptors are.
+template <class Open>
+class HeldFiles {
+  public:
+    static void add(Open& open) {
+        static const int registered = ::pthread_atfork(lock, unlock, closeInChild);
+        (void)registered;
+        const std::lock_guard guard(mutex);
+        open.next = first;
+        if (first)
+            first->previous = &open;
+        first = &open;
+    }
+
+    static void remove(Open& open) {
+        const std::lock_guard guard(mutex);
+        if (open.previous)
+            open.previous->next = open.next;
+        else if (first == &open)
+            first = open.next;
+        if (open.next)
+            open.next->previous = open.previous;
+    }
+
+  private:
+    static void lock() { mutex.lock(); }
+    static void unlock() { mutex.unlock(); }
+    static void closeInChild() {
+        for (auto* open = std::exchange(first, nullptr); open;) {
+            open->file.close();
+            open->previous = nullptr;
+            open = std::exchange(open->next, nullptr);
+        }
+        mutex.unlock();
+    }
+
+    static constinit inline std::mutex mutex;
+    static constinit inline Open* first = nullptr;
+};
+
+constexpr int attempts = 16;
+
+/// Opens a file that can be held: 70 for anything but a plain file, and for a read-only one to be written.
+Descriptor openPlainFile(const std::string& path, int flags) {
+    auto file = openFile(path, flags);
+    struct stat status;
+    if (!file || ::fstat(file.get(), &status) != 0)
+        raiseHostError(errno, path);
+    const bool mayOpen = (flags & O_ACCMODE) == O_RDONLY || (status.st_mode & 0222) != 0;
+    if (!S_ISREG(status.st_mode) || !mayOpen)
+        raise(RunTimeError::PermissionDenied);
+    return file;
+}
+
+/// A claimed file that lies where the path says and that nobody else uses in a way that the claim forbids.
+Descriptor openClaimed(std::u16string_view path, int flags, Claim kind) {
+    const auto host = hostPath(path);
+    for (int i = 0; i < attempts; ++i) {
+        auto file = openPlainFile(host, flags);
+        if (claim(file.get(), kind) != ClaimResult::Taken)
+            break;
+        if (!isStillAt(file.get(), host))
+            continue;
+        if (Lease(file.get(), kind).refused())
+            break;
+        return file;
+    }
+    raise(RunTimeError::PermissionDenied);
+}
+
+} // namespace
+
+FileHold::Open::Open(Descriptor held) : file(std::move(held)) {
+    HeldFiles<Open>::add(*this);
+}
+
+FileHold::Open::~Open() {
+    HeldFiles<Open>::remove(*this);
+    if (file && process == ::getpid())
+        disclaim(file.get());
+}
+
+FileHold::FileHold() noexcept = default;
+FileHold::FileHold(std::unique_ptr<Open> open) noexcept : open_(std::move(open)) {}
+FileHold::FileHold(FileHold&& other) noexcept = default;
+FileHold& FileHold::operator=(FileHold&& other) noexcept = default;
+FileHold::~FileHold() = default;
+
+FileHold FileHold::denyingWriters(std::u16string_view path) {
+    return FileHold(std::make_unique<Open>(openClaimed(path, O_RDONLY, Claim::Shared)));
+}
+
+FileHold FileHold::exclusive(std::u16string_view path) {
+    return FileHold(std::make_unique<Open>(openClaimed(path, O_RDWR, Claim::Sole)));
+}
+
+bool FileHold::held() const noexcept {
+    return open_ && open_->file && open_->process == ::getpid();
+}
+
+void FileHold::release() noexcept {
+    open_.reset();
+}
+
+void FileHold::abandon() noexcept {
+    (void)open_.release();
+}
+
+} // namespace vlgs

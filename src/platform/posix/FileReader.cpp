@@ -1,0 +1,62 @@
+#include "platform/Files.h"
+
+#include "automation/Error.h"
+#include "platform/posix/Descriptor.h"
+#include "platform/posix/HostError.h"
+#include "platform/posix/HostPath.h"
+
+#include <cerrno>
+#include <fcntl.h>
+#include <utility>
+
+namespace vlgs {
+
+using namespace posix;
+
+namespace {
+
+Descriptor openForReading(const std::string& path) {
+    auto file = openFile(path, O_RDONLY);
+    struct stat status;
+    if (!file || ::fstat(file.get(), &status) != 0)
+        raiseHostError(errno, path);
+    if (S_ISDIR(status.st_mode))
+        raise(RunTimeError::PermissionDenied);
+    if (!S_ISREG(status.st_mode))
+        waitForData(file.get());
+    return file;
+}
+
+} // namespace
+
+FileReader::FileReader(std::u16string_view path) : handle_(openForReading(hostPath(path)).release()) {}
+
+FileReader::FileReader(FileReader&& other) noexcept : handle_(std::exchange(other.handle_, -1)) {}
+
+FileReader& FileReader::operator=(FileReader&& other) noexcept {
+    std::swap(handle_, other.handle_);
+    return *this;
+}
+
+FileReader::~FileReader() {
+    Descriptor(static_cast<int>(handle_)).close();
+}
+
+std::size_t FileReader::read(char* to, std::size_t size) {
+    std::size_t done = 0;
+    while (done < size) {
+        const auto count = readSome(static_cast<int>(handle_), to + done, size - done);
+        if (count < 0)
+            raiseHostError(errno, {});
+        if (count == 0)
+            break;
+        done += static_cast<std::size_t>(count);
+    }
+    return done;
+}
+
+std::string readFile(std::u16string_view path) {
+    return readRest(openForReading(hostPath(path)).get());
+}
+
+} // namespace vlgs

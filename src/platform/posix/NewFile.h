@@ -1,0 +1,49 @@
+// A file that is written before it has its name.
+//
+// Invariant: until it is published nobody finds it under the name it is meant for, and when it is given up it
+// leaves nothing in its folder. Where the host can, it has no name at all until then, so that not even a
+// killed process leaves anything.
+#pragma once
+
+#include "platform/posix/Descriptor.h"
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace vlgs::posix {
+
+class NewFile {
+  public:
+    /// A file to be published in a folder; nothing with errno when the folder takes none. The process's file
+    /// creation mask applies to `mode`.
+    static std::optional<NewFile> create(const std::string& folder, mode_t mode);
+
+    NewFile(NewFile&&) noexcept = default;
+    NewFile& operator=(NewFile&&) = delete;
+    ~NewFile();
+
+    int descriptor() const noexcept { return file_.get(); }
+
+    /// Each answers 0 or the value of errno, EEXIST from `publish` when anything of that name is there.
+    int write(std::string_view bytes) noexcept { return writeAll(file_.get(), bytes.data(), bytes.size()); }
+    int flush() noexcept;
+    int publish(const std::string& path);
+    /// Takes the place of what is there, in one step.
+    int publishOver(const std::string& path);
+
+  private:
+    NewFile(Descriptor file, std::string folder, std::string name) noexcept;
+    int giveTemporaryName();
+    int linkTo(const std::string& path) const noexcept;
+
+    Descriptor file_;
+    std::string folder_;
+    /// The path that it has for the time being, "" while it has none.
+    std::string name_;
+};
+
+/// Puts on the disk which files a folder holds.
+void flushFolder(const std::string& folder) noexcept;
+
+} // namespace vlgs::posix
