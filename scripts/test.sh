@@ -1,0 +1,38 @@
+#!/usr/bin/env bash
+# Installs what is missing, builds, and runs the tests.
+#
+#   scripts/test.sh                    everything: sanitize, windows, native
+#   scripts/test.sh native [ARG…]      the native tests; further arguments go to ctest
+#   scripts/test.sh sanitize [ARG…]    the same under the address and undefined-behaviour sanitizers
+#   scripts/test.sh windows            the Windows builds, under Wine
+set -euo pipefail
+cd "$(dirname "$0")/.."
+source scripts/packages.sh
+
+ctest_of() {
+    local preset=$1
+    shift
+    need_build
+    need_tests
+    echo "== $preset: build"
+    build "$preset"
+    echo "== $preset: tests"
+    ctest --test-dir "build/$preset" --output-on-failure --progress -j "$(nproc)" "$@"
+}
+
+run() {
+    case $1 in
+    native) shift && ctest_of dev "$@" ;;
+    sanitize) shift && ctest_of sanitize "$@" ;;
+    windows) scripts/test_windows.sh ;;
+    *) echo "usage: scripts/test.sh [native|sanitize|windows]" >&2 && exit 2 ;;
+    esac
+}
+
+if [ $# -gt 0 ]; then
+    run "$@"
+else
+    for kind in sanitize windows native; do
+        run "$kind"
+    done
+fi
