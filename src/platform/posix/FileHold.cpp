@@ -73,6 +73,7 @@ class HeldFiles {
 };
 
 constexpr int attempts = 16;
+constexpr int mostRefusals = 3;
 
 /// Opens a file that can be held: 70 for anything but a plain file, and for a read-only one to be written.
 Descriptor openPlainFile(const std::string& path, int flags) {
@@ -89,15 +90,18 @@ Descriptor openPlainFile(const std::string& path, int flags) {
 /// A claimed file that lies where the path says and that nobody else uses in a way that the claim forbids.
 Descriptor openClaimed(std::u16string_view path, int flags, Claim kind) {
     const auto host = hostPath(path);
-    for (int i = 0; i < attempts; ++i) {
+    int refusals = 0;
+    for (int i = 0; i < attempts && refusals < mostRefusals; ++i) {
         auto file = openPlainFile(host, flags);
         if (claim(file.get(), kind) != ClaimResult::Taken)
             break;
         if (!isStillAt(file.get(), host))
             continue;
-        if (Lease(file.get(), kind).refused())
-            break;
-        return file;
+        if (!Lease(file.get(), kind).refused())
+            return file;
+        // A file that is just being closed loses its claim a moment before it counts as closed.
+        ++refusals;
+        waitBriefly();
     }
     raise(RunTimeError::PermissionDenied);
 }

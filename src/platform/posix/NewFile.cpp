@@ -1,26 +1,25 @@
 #include "platform/posix/NewFile.h"
 
+#include "platform/posix/HostPath.h"
 #include "platform/posix/RandomBytes.h"
+#include "platform/posix/Sharing.h"
 
 #include <array>
+#include <bit>
 #include <cerrno>
 #include <cstdio>
 #include <fcntl.h>
+#include <functional>
 #include <unistd.h>
 
 namespace vlgs::posix {
 
 namespace {
 
-std::string temporaryName(const std::string& folder) {
-    std::array<std::uint8_t, 8> random;
-    fillRandom(random);
-    std::string name = folder + "/.vlgs-";
-    for (const auto byte : random) {
-        constexpr const char* digits = "0123456789abcdef";
-        name += {digits[byte >> 4], digits[byte & 15]};
-    }
-    return name;
+std::string temporaryName(const std::string& folder, std::uint64_t number) {
+    char digits[17];
+    std::snprintf(digits, sizeof digits, "%016llx", static_cast<unsigned long long>(number));
+    return folder + "/.vlgs-" + digits;
 }
 
 /// The name by which the host links to an open file.
@@ -39,22 +38,34 @@ Descriptor openNameless([[maybe_unused]] const std::string& folder, [[maybe_unus
 
 } // namespace
 
-NewFile::NewFile(Descriptor file, std::string folder, std::string name) noexcept
-    : file_(std::move(file)), folder_(std::move(folder)), name_(std::move(name)) {}
+NewFile::NewFile(Descriptor file, std::string name, bool named) noexcept
+    : file_(std::move(file)), name_(std::move(name)), named_(named) {
+    claim(file_.get(), Claim::Sole);
+}
 
 NewFile::~NewFile() {
-    if (file_ && !name_.empty())
+    if (file_ && named_)
         ::unlink(name_.c_str());
 }
 
+std::optional<NewFile> NewFile::open(std::string name, mode_t mode) {
+    if (auto nameless = openNameless(parentFolder(name), mode))
+        return NewFile(std::move(nameless), std::move(name), false);
+    if (auto named = openFile(name, O_RDWR | O_CREAT | O_EXCL | O_NOFOLLOW, mode))
+        return NewFile(std::move(named), std::move(name), true);
+    return std::nullopt;
+}
+
 std::optional<NewFile> NewFile::create(const std::string& folder, mode_t mode) {
-    if (auto nameless = openNameless(folder, mode))
-        return NewFile(std::move(nameless), folder, {});
-    auto name = temporaryName(folder);
-    auto file = openFile(name, O_RDWR | O_CREAT | O_EXCL | O_NOFOLLOW, mode);
-    if (!file)
-        return std::nullopt;
-    return NewFile(std::move(file), folder, std::move(name));
+    std::array<std::uint8_t, sizeof(std::uint64_t)> random;
+    fillRandom(random);
+    return open(temporaryName(folder, std::bit_cast<std::uint64_t>(random)), mode);
+}
+
+std::optional<NewFile> NewFile::createFor(const std::string& target, mode_t mode) {
+    auto name = temporaryName(parentFolder(target), std::hash<std::string>()(target));
+    ::unlink(name.c_str());
+    return open(std::move(name), mode);
 }
 
 int NewFile::flush() noexcept {
@@ -67,7 +78,7 @@ int NewFile::linkTo(const std::string& path) const noexcept {
 }
 
 int NewFile::publish(const std::string& path) {
-    if (name_.empty())
+    if (!named_)
         return linkTo(path);
     // An empty file takes the name first: that alone fails, on every file system, when the name is in use.
     if (!openFile(path, O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW, 0600))
@@ -78,23 +89,12 @@ int NewFile::publish(const std::string& path) {
     return error;
 }
 
-int NewFile::giveTemporaryName() {
-    if (!name_.empty())
-        return 0;
-    auto name = temporaryName(folder_);
-    if (const int error = linkTo(name))
-        return error;
-    name_ = std::move(name);
-    return 0;
-}
-
 int NewFile::publishOver(const std::string& path) {
-    if (const int error = giveTemporaryName())
-        return error;
-    if (::rename(name_.c_str(), path.c_str()) != 0)
-        return errno;
-    name_.clear();
-    return 0;
+    if (!named_)
+        if (const int error = linkTo(name_))
+            return error;
+    named_ = ::rename(name_.c_str(), path.c_str()) != 0;
+    return named_ ? errno : 0;
 }
 
 void flushFolder(const std::string& folder) noexcept {

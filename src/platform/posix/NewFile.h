@@ -1,8 +1,9 @@
 // A file that is written before it has its name.
 //
 // Invariant: until it is published nobody finds it under the name it is meant for, and when it is given up it
-// leaves nothing in its folder. Where the host can, it has no name at all until then, so that not even a
-// killed process leaves anything.
+// leaves nothing in its folder. Where the host can, it has no name at all until then, so that a
+// killed process leaves nothing either, or a file that the next one to write the same target removes. It is
+// claimed as long as it is open, so that who opens it at once waits for that instead of finding it in use.
 #pragma once
 
 #include "platform/posix/Descriptor.h"
@@ -19,6 +20,10 @@ class NewFile {
     /// creation mask applies to `mode`.
     static std::optional<NewFile> create(const std::string& folder, mode_t mode);
 
+    /// A file to take the place of another, which the caller has claimed. There is one temporary name for
+    /// each target, so that what a killed process has left is cleared away by the next one.
+    static std::optional<NewFile> createFor(const std::string& target, mode_t mode);
+
     NewFile(NewFile&&) noexcept = default;
     NewFile& operator=(NewFile&&) = delete;
     ~NewFile();
@@ -33,14 +38,14 @@ class NewFile {
     int publishOver(const std::string& path);
 
   private:
-    NewFile(Descriptor file, std::string folder, std::string name) noexcept;
-    int giveTemporaryName();
+    NewFile(Descriptor file, std::string name, bool named) noexcept;
+    static std::optional<NewFile> open(std::string name, mode_t mode);
     int linkTo(const std::string& path) const noexcept;
 
     Descriptor file_;
-    std::string folder_;
-    /// The path that it has for the time being, "" while it has none.
+    /// The path that it has, or may have, for the time being.
     std::string name_;
+    bool named_;
 };
 
 /// Puts on the disk which files a folder holds.

@@ -173,8 +173,7 @@ bool refusesNewFile(int error) {
 }
 
 void replaceOld(const OldFile& old, std::string_view bytes, const ReplaceOptions& options) {
-    const auto folder = parentFolder(old.path);
-    auto file = NewFile::create(folder, userOnly);
+    auto file = NewFile::createFor(old.path, userOnly);
     int error = file ? 0 : errno;
     if (file && !keepProperties(file->descriptor(), old, options))
         return writeInPlace(old, bytes, options);
@@ -184,7 +183,8 @@ void replaceOld(const OldFile& old, std::string_view bytes, const ReplaceOptions
         return writeInPlace(old, bytes, options);
     if (error != 0)
         raiseHostError(error, old.path);
-    flushFolder(folder);
+    file.reset();
+    flushFolder(parentFolder(old.path));
 }
 
 /// Writes a file that was not there; false when it is there now.
@@ -200,6 +200,7 @@ bool createNew(const std::string& path, std::string_view bytes, mode_t mode, con
         return false;
     if (error != 0)
         raiseHostError(error, path);
+    file.reset();
     flushFolder(folder);
     return true;
 }

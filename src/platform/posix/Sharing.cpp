@@ -60,9 +60,13 @@ ClaimResult claim(int file, Claim kind) noexcept {
             return ClaimResult::Unsupported;
         if (kind == Claim::Sole && isSharedByOthers(file))
             return ClaimResult::Refused;
-        std::this_thread::sleep_for(waitTime);
+        waitBriefly();
     }
     return ClaimResult::Refused;
+}
+
+void waitBriefly() {
+    std::this_thread::sleep_for(waitTime);
 }
 
 void disclaim(int file) noexcept {

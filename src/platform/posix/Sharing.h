@@ -28,6 +28,9 @@ enum class ClaimResult {
 /// a file for as long as they take; shared ones, which last, are not.
 ClaimResult claim(int file, Claim kind) noexcept;
 
+/// The time that something short by others may take.
+void waitBriefly();
+
 /// Gives up a claim at once, also when a process that was just forked still has the file.
 void disclaim(int file) noexcept;
 

@@ -1,0 +1,215 @@
+#include "Scratch.h"
+#include "platform/FileHold.h"
+#include "platform/Files.h"
+
+#include <cerrno>
+#include <csignal>
+#include <fcntl.h>
+#include <sched.h>
+#include <sys/mount.h>
+#include <sys/resource.h>
+#include <sys/stat.h>
+#include <sys/xattr.h>
+#include <thread>
+
+namespace vlgs {
+
+namespace {
+
+using test::errorOf;
+using test::finish;
+using test::Scratch;
+using test::start;
+
+constexpr int skipped = 77;
+constexpr uid_t nobody = 65534;
+
+struct stat statusOf(const std::string& path) {
+    struct stat status {};
+    ::lstat(path.c_str(), &status);
+    return status;
+}
+
+TEST(Replacing, KeepsEverythingButTheContent) {
+    const Scratch scratch;
+    scratch.write("Name.ini", "old");
+    ::chmod(scratch.host("Name.ini").c_str(), 0642);
+    ::setxattr(scratch.host("Name.ini").c_str(), "user.other", "v", 1, 0);
+    const bool given = ::chown(scratch.host("Name.ini").c_str(), nobody, nobody) == 0;
+    EXPECT_EQ(given, ::geteuid() == 0);
+    const auto before = statusOf(scratch.host("Name.ini"));
+    replaceFile(scratch.path("NAME.INI"), std::string(100000, 'n'));
+    const auto after = statusOf(scratch.host("Name.ini"));
+    EXPECT_EQ(after.st_mode, before.st_mode);
+    EXPECT_EQ(after.st_uid, before.st_uid);
+    EXPECT_EQ(after.st_gid, before.st_gid);
+    EXPECT_EQ(after.st_size, 100000);
+    EXPECT_NE(after.st_ino, before.st_ino);
+    char value = 0;
+    ::getxattr(scratch.host("Name.ini").c_str(), "user.other", &value, 1);
+    EXPECT_TRUE(value == 'v' || ::setxattr(scratch.host("Name.ini").c_str(), "user.o", "v", 1, 0) != 0);
+    replaceFile(scratch.path("new"), "");
+    EXPECT_EQ(scratch.entries(), 2u);
+}
+
+TEST(Replacing, GoesThroughLinksToTheirTarget) {
+    const Scratch scratch;
+    std::filesystem::create_directory(scratch.host("sub"));
+    scratch.write("sub/target", "old");
+    std::filesystem::create_symlink("../link 1", scratch.host("sub/link 2"));
+    std::filesystem::create_symlink("sub/target", scratch.host("link 1"));
+    std::filesystem::create_symlink("sub/made", scratch.host("dangling"));
+    std::filesystem::create_symlink("loop", scratch.host("loop"));
+    replaceFile(scratch.path("sub\\link 2"), "new");
+    replaceFile(scratch.path("dangling"), "made");
+    EXPECT_EQ(scratch.read("sub/target"), "new");
+    EXPECT_EQ(scratch.read("sub/made"), "made");
+    EXPECT_TRUE(std::filesystem::is_symlink(scratch.host("sub/link 2")));
+    EXPECT_TRUE(std::filesystem::is_symlink(scratch.host("dangling")));
+    EXPECT_EQ(errorOf([&] { replaceFile(scratch.path("loop"), "x"); }), 75);
+}
+
+TEST(Replacing, SetsTheAttributesItIsToldInTheSameStep) {
+    const Scratch scratch;
+    scratch.write("f", "old");
+    setAttributes(scratch.path("f"), FileAttributes::ReadOnly);
+    EXPECT_EQ(errorOf([&] { replaceFile(scratch.path("f"), "x"); }), 70);
+    replaceFile(scratch.path("f"), "kept", {{}, true});
+    EXPECT_EQ(attributes(scratch.path("f")), FileAttributes::ReadOnly);
+    replaceFile(scratch.path("f"), "new", {FileAttributes::Archive, true});
+    EXPECT_FALSE(has(attributes(scratch.path("f")), FileAttributes::ReadOnly));
+    EXPECT_EQ(scratch.read("f"), "new");
+}
+
+TEST(Replacing, FailsWithTheRunTimesErrors) {
+    const Scratch scratch;
+    scratch.write("f", "old");
+    EXPECT_EQ(errorOf([&] { replaceFile(scratch.path(""), "x"); }), 70);
+    EXPECT_EQ(errorOf([&] { replaceFile(scratch.path("none\\f"), "x"); }), 76);
+    EXPECT_EQ(errorOf([&] { replaceFile(scratch.path("f\\f"), "x"); }), 76);
+    std::filesystem::create_symlink("/dev/full", scratch.host("full"));
+    EXPECT_EQ(errorOf([&] { replaceFile(scratch.path("full"), "x"); }), 61);
+    const auto hold = FileHold::denyingWriters(scratch.path("f"));
+    EXPECT_EQ(errorOf([&] { replaceFile(scratch.path("F"), "x"); }), 70);
+    EXPECT_EQ(scratch.read("f"), "old");
+    EXPECT_EQ(scratch.entries(), 2u);
+}
+
+/// What is left after a failure for want of room: the old file and nothing more.
+int failsWholly(const Scratch& scratch, std::size_t size) {
+    const auto error = errorOf([&] { replaceFile(scratch.path("f"), std::string(size, 'n')); });
+    const auto errorOfNew = errorOf([&] { replaceFile(scratch.path("new"), std::string(size, 'n')); });
+    const auto errorOfCopy = errorOf([&] { copyFile(u"/proc/self/exe", scratch.path("copy")); });
+    if (error != 61 || errorOfNew != 61 || errorOfCopy != 61)
+        return 1;
+    return scratch.read("f") == "old" && scratch.entries() == 1 ? 0 : 2;
+}
+
+TEST(Replacing, LeavesTheOldFileWholeWhenASizeLimitIsMet) {
+    const Scratch scratch;
+    scratch.write("f", "old");
+    EXPECT_EQ(finish(start([&] {
+                  const rlimit limit{65536, 65536};
+                  ::setrlimit(RLIMIT_FSIZE, &limit);
+                  return failsWholly(scratch, 100000);
+              })),
+              0);
+}
+
+TEST(Replacing, LeavesTheOldFileWholeWhenTheDiskIsFull) {
+    const int result = finish(start([] {
+        const Scratch scratch;
+        if (::unshare(CLONE_NEWNS) != 0 || ::mount("none", "/", nullptr, MS_REC | MS_PRIVATE, nullptr) != 0 ||
+            ::mount("tmpfs", scratch.folder().c_str(), "tmpfs", 0, "size=128k") != 0)
+            return skipped;
+        scratch.write("f", "old");
+        int status = failsWholly(scratch, 200000);
+        // In place as well: the folder takes no new file, and the old one finds no room to grow.
+        ::chmod(scratch.folder().c_str(), 0555);
+        ::chmod(scratch.host("f").c_str(), 0666);
+        if (status == 0 &&
+            (::setgid(nobody) != 0 || ::setuid(nobody) != 0 ||
+             errorOf([&] { replaceFile(scratch.path("f"), std::string(200000, 'n')); }) != 61 ||
+             scratch.read("f") != "old"))
+            status = 3;
+        return status;
+    }));
+    if (result == skipped)
+        GTEST_SKIP() << "no small file system may be mounted here";
+    EXPECT_EQ(result, 0);
+}
+
+TEST(Replacing, WritesInPlaceWhereTheFolderTakesNoNewFile) {
+    if (::geteuid() != 0)
+        GTEST_SKIP() << "needs to act as another user";
+    const Scratch scratch;
+    const Scratch open;
+    scratch.write("f", "a longer old content");
+    scratch.write("mine", "old");
+    open.write("theirs", "old");
+    ::chmod(scratch.folder().c_str(), 0755);
+    ::chmod(open.folder().c_str(), 0777);
+    ::chmod(scratch.host("f").c_str(), 0666);
+    ::chmod(open.host("theirs").c_str(), 0666);
+    ::chmod(scratch.host("mine").c_str(), 0444);
+    ASSERT_EQ(::chown(scratch.host("mine").c_str(), nobody, nobody), 0);
+    const auto inode = statusOf(scratch.host("f")).st_ino;
+    EXPECT_EQ(finish(start([&] {
+                  if (::setgid(nobody) != 0 || ::setuid(nobody) != 0)
+                      return 1;
+                  replaceFile(scratch.path("f"), "new");
+                  replaceFile(open.path("theirs"), "new");
+                  replaceFile(scratch.path("mine"), "new", {{}, true});
+                  return errorOf([&] { replaceFile(scratch.path("g"), "x"); }) == 70 ? 0 : 2;
+              })),
+              0);
+    EXPECT_EQ(scratch.read("f"), "new");
+    EXPECT_EQ(statusOf(scratch.host("f")).st_ino, inode);
+    EXPECT_EQ(open.read("theirs"), "new");
+    EXPECT_EQ(statusOf(open.host("theirs")).st_uid, 0u) << "the owner stays";
+    EXPECT_EQ(scratch.read("mine"), "new");
+    EXPECT_EQ(statusOf(scratch.host("mine")).st_mode & 0777, 0444u);
+}
+
+TEST(Replacing, SurvivesBeingKilledAtAnyMoment) {
+    const Scratch scratch;
+    const std::string contents[] = {std::string(70000, 'a'), std::string(200000, 'b')};
+    scratch.write("f", contents[0]);
+    for (int i = 0; i < 300; ++i) {
+        const auto child = start([&] {
+            for (int n = 0;; ++n)
+                replaceFile(scratch.path("f"), contents[n % 2]);
+            return 0;
+        });
+        std::this_thread::sleep_for(std::chrono::microseconds(300 + i * 37 % 2000));
+        ::kill(child, SIGKILL);
+        EXPECT_EQ(finish(child), -1);
+        const auto content = scratch.read("f");
+        ASSERT_TRUE(content == contents[0] || content == contents[1]) << content.size();
+    }
+    replaceFile(scratch.path("f"), "last");
+    EXPECT_EQ(scratch.entries(), 1u) << "what the killed ones have left is cleared away";
+}
+
+TEST(Replacing, ByManyAtOnceGivesTheContentOfOne) {
+    const Scratch scratch;
+    scratch.write("f", std::string(1000, '0'));
+    pid_t children[4];
+    for (auto& child : children)
+        child = start([&] {
+            for (int n = 0; n < 50; ++n) {
+                const auto content = readFile(scratch.path("f"));
+                if (content != std::string(1000, content.at(0)))
+                    return 1;
+                replaceFile(scratch.path("f"), std::string(1000, static_cast<char>('a' + n % 26)));
+            }
+            return 0;
+        });
+    for (const auto child : children)
+        EXPECT_EQ(finish(child), 0);
+    EXPECT_EQ(scratch.entries(), 1u);
+}
+
+} // namespace
+
+} // namespace vlgs
