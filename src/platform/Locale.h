@@ -45,6 +45,9 @@ enum class NameForm { Full, Abbreviated, Genitive, AbbreviatedGenitive };
 /// One locale. A small value: copy it freely. The texts it hands out stay valid until the process ends.
 class Locale {
   public:
+    /// What the host keeps of a locale.
+    struct Data;
+
     /// The user's locale at this moment. Where the host has no locale of its own, VLGS_LOCALE ("de-DE", or
     /// the form "de_DE.UTF-8@euro") names it, else LC_ALL, else LC_TIME and, for the items that concern
     /// numbers, LC_NUMERIC, else LANG, else it is en-US. A change of these variables takes effect with the
@@ -81,8 +84,8 @@ class Locale {
     unsigned codePage() const;
 
   private:
-    struct Data;
     Locale(const Data& dates, const Data& numbers) noexcept : dates_(&dates), numbers_(&numbers) {}
+    std::u16string_view textAt(std::int32_t item) const;
 
     const Data* dates_;
     const Data* numbers_;

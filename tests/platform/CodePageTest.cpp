@@ -2,8 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <cstdlib>
-
 namespace vlgs {
 namespace {
 
@@ -124,18 +122,6 @@ TEST(CodePage, LongTextsOfMixedCharactersAreCutNowhere) {
     std::u16string latin(text.size(), u'é');
     latin += std::u16string(100000, u'a');
     EXPECT_EQ(CodePage::find(1252)->decode(CodePage::find(1252)->encode(latin)).view(), latin);
-}
-
-TEST(CodePage, TheSystemPageFollowsTheEnvironment) {
-    setenv("VLGS_CODEPAGE", "1251", 1);
-    EXPECT_EQ(CodePage::system().number(), 1251u);
-    setenv("VLGS_CODEPAGE", "932", 1);
-    EXPECT_EQ(CodePage::system().number(), 932u);
-    unsetenv("VLGS_CODEPAGE");
-    EXPECT_EQ(CodePage::system().number(), 1252u);
-    setenv("VLGS_CODEPAGE", "nonsense", 1);
-    EXPECT_EQ(CodePage::system().number(), 1252u);
-    unsetenv("VLGS_CODEPAGE");
 }
 
 } // namespace

@@ -2,12 +2,12 @@
 // a page is first used, and never changes afterwards.
 #include "platform/CodePage.h"
 
+#include "platform/Locale.h"
 #include "platform/posix/Environment.h"
 
 #include <algorithm>
 #include <array>
 #include <charconv>
-#include <cstring>
 #include <iterator>
 #include <span>
 #include <utility>
@@ -21,7 +21,6 @@ constexpr char16_t noCharacter = 0xFFFD;
 constexpr unsigned char firstLead = 0x81;
 constexpr unsigned char firstTrail = 0x40;
 constexpr unsigned utf8Page = 65001;
-constexpr unsigned defaultPage = 1252;
 
 /// The code to write for a character that has several.
 struct Preference {
@@ -219,10 +218,10 @@ CodePage CodePage::system() {
         if (failure == std::errc() && end == name.data() + name.size())
             page = find(number);
         if (!page)
-            page = find(defaultPage);
+            page = find(Locale::user().codePage());
         generation = environment.generation;
     }
-    return *page;
+    return page.value();
 }
 
 unsigned CodePage::number() const noexcept {
