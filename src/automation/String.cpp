@@ -16,7 +16,7 @@ bool isContinuation(unsigned char byte) {
 
 // Decodes one scalar value at `at` and moves `at` behind it; a malformed sequence gives U+FFFD and moves
 // over its longest valid beginning, as the Unicode standard recommends.
-char32_t decodeUtf8(std::string_view text, std::size_t& at) {
+char32_t decodeUtf8(std::string_view text, std::size_t& at, LoneSurrogates lone) {
     const auto lead = static_cast<unsigned char>(text[at++]);
     if (lead < 0x80)
         return lead;
@@ -31,7 +31,7 @@ char32_t decodeUtf8(std::string_view text, std::size_t& at) {
         more = 2;
         value = lead & 0x0Fu;
         low = lead == 0xE0 ? 0xA0 : 0x80;
-        high = lead == 0xED ? 0x9F : 0xBF;
+        high = lead == 0xED && lone == LoneSurrogates::Replaced ? 0x9F : 0xBF;
     } else if (lead >= 0xF0 && lead <= 0xF4) {
         more = 3;
         value = lead & 0x07u;
@@ -89,13 +89,13 @@ String& String::operator+=(std::u16string_view tail) {
     return *this;
 }
 
-String String::fromUtf8(std::string_view text) {
+String String::fromUtf8(std::string_view text, LoneSurrogates lone) {
     std::size_t length = 0;
     for (std::size_t at = 0; at < text.size();)
-        length += decodeUtf8(text, at) > 0xFFFF ? 2 : 1;
+        length += decodeUtf8(text, at, lone) > 0xFFFF ? 2 : 1;
     return build(length, [&](char16_t* to) {
         for (std::size_t at = 0; at < text.size();) {
-            char32_t value = decodeUtf8(text, at);
+            char32_t value = decodeUtf8(text, at, lone);
             if (value > 0xFFFF) {
                 value -= 0x10000;
                 *to++ = static_cast<char16_t>(0xD800 + (value >> 10));
@@ -106,7 +106,7 @@ String String::fromUtf8(std::string_view text) {
     });
 }
 
-std::string String::toUtf8() const {
+std::string String::toUtf8(LoneSurrogates lone) const {
     std::string out;
     out.reserve(length());
     const auto text = view();
@@ -115,7 +115,10 @@ std::string String::toUtf8() const {
         if (value >= 0xD800 && value <= 0xDFFF) {
             const bool pair =
                 value < 0xDC00 && i + 1 < text.size() && text[i + 1] >= 0xDC00 && text[i + 1] <= 0xDFFF;
-            value = pair ? 0x10000 + ((value - 0xD800) << 10) + (text[++i] - 0xDC00u) : replacement;
+            if (pair)
+                value = 0x10000 + ((value - 0xD800) << 10) + (text[++i] - 0xDC00u);
+            else if (lone == LoneSurrogates::Replaced)
+                value = replacement;
         }
         const auto put = [&](char32_t byte) { out.push_back(static_cast<char>(byte)); };
         if (value < 0x80) {

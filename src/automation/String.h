@@ -15,6 +15,10 @@
 
 namespace vlgs {
 
+/// What UTF-8, which has no form for half a surrogate pair, makes of one: U+FFFD, or the three bytes that its
+/// scheme gives for the number, so that every text survives the way there and back.
+enum class LoneSurrogates { Replaced, Kept };
+
 class String {
   public:
     constexpr String() noexcept = default;
@@ -47,9 +51,9 @@ class String {
     }
 
     /// Decodes UTF-8; each malformed sequence becomes U+FFFD. `fromUtf8("Größe")`
-    static String fromUtf8(std::string_view text);
+    static String fromUtf8(std::string_view text, LoneSurrogates lone = LoneSurrogates::Replaced);
     /// Encodes as UTF-8; a lone surrogate becomes U+FFFD.
-    std::string toUtf8() const;
+    std::string toUtf8(LoneSurrogates lone = LoneSurrogates::Replaced) const;
 
     std::size_t length() const noexcept { return text_ ? header().length : 0; }
     bool empty() const noexcept { return text_ == nullptr; }
