@@ -7,6 +7,7 @@
 
 #include "automation/ClassInfo.h"
 #include "frame/InterfaceIdentifiers.h"
+#include "frame/Restricted.h"
 
 #include <span>
 #include <string_view>
@@ -18,9 +19,9 @@ struct TypeList {};
 
 /// The classes of the component, in the order of the type library.
 using Classes = TypeList<
-    // One class a line:
-    // Collection, DDE, Files, General, GUID, INIFile, Property, RegUtil, RegValue, CorvaTools, Buffer,
-    // Restricted, ViewProperties, ViewProperty, ObjectPackager, Conversion, Cipher, Resource
+    // Collection, DDE, Files, General, GUID, INIFile, Property, RegUtil, RegValue, CorvaTools, Buffer
+    // Restricted
+    // ViewProperties, ViewProperty, ObjectPackager, Conversion, Cipher, Resource
     >;
 
 /// Classes of the run time that hosts without it offer under its names.

@@ -1,0 +1,37 @@
+"""Late-bound access to the classes of VlGeneralServices.
+
+    import vlgs
+
+    files = vlgs.Dispatch("VlGeneralServices.Files")
+    print(files.BuildConnectionStringFromPath("demo.VLS"))
+
+dir(files) lists the members of an object and help(files) tells what they do. Failures raise vlgs.Error.
+
+In: bool, int (Long, Double outside 32 bits), float, str, bytes (array of bytes), datetime, date and time
+(Date), decimal.Decimal, lists and tuples (arrays of variants from 0), Array (other bounds, dimensions and
+element types), Variant (any type code), Record, objects, None (no object), Empty, Null, Missing.
+Out: the same in reverse. An argument that a member changes is passed as ByRef(value).
+
+An object is used on the thread that made it.
+"""
+
+from ._constants import constants
+from ._errors import Error
+from ._library import library as _library
+from ._objects import Dispatch, Object
+from ._values import Array, ByRef, Empty, Missing, Null, Record, Variant
+
+__version__ = _library.vlgs_version().decode()
+__all__ = [
+    "Array",
+    "ByRef",
+    "Dispatch",
+    "Empty",
+    "Error",
+    "Missing",
+    "Null",
+    "Object",
+    "Record",
+    "Variant",
+    "constants",
+]

@@ -1,0 +1,9 @@
+#include "frame/Restricted.h"
+
+namespace vlgs {
+
+const ClassInfo& Restricted::description() {
+    return classInfoOf<Restricted>();
+}
+
+} // namespace vlgs
