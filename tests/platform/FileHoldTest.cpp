@@ -9,6 +9,7 @@
 #include <fcntl.h>
 #include <spawn.h>
 #include <thread>
+#include <utility>
 
 namespace vlgs {
 
@@ -56,12 +57,12 @@ class Companion {
         (void)!::read(ready_[0], &byte, 1);
     }
     ~Companion() { kill(); }
-    void kill() {
+    pid_t kill() {
         if (child_ > 0) {
             ::kill(child_, SIGKILL);
             finish(child_);
         }
-        child_ = 0;
+        return std::exchange(child_, 0);
     }
 
   private:
@@ -114,21 +115,29 @@ TEST_F(Holding, EndsWithItsProcessHoweverThatEnds) {
 
 TEST_F(Holding, PassesToNoChild) {
     auto hold = FileHold::denyingWriters(path);
-    const Companion forked([&] { return hold.held() ? 1 : 0; });
-    pid_t program = 0;
-    const char* arguments[] = {"sleep", "60", nullptr};
-    ASSERT_EQ(::posix_spawnp(&program, "sleep", nullptr, nullptr, const_cast<char**>(arguments), environ), 0);
-    EXPECT_FALSE(isFree());
     EXPECT_EQ(finish(start([&] {
+                  const bool held = hold.held();
                   hold.release();
-                  return 0;
+                  return held ? 1 : 0;
               })),
               0);
     EXPECT_FALSE(isFree()) << "a child's copy of the object is not the hold";
     hold.release();
+
+    // The children of a holder live on when it is killed; its hold does not.
+    Companion holder([&] {
+        ::setpgid(0, 0);
+        auto kept = FileHold::denyingWriters(path);
+        pid_t program = 0;
+        const char* arguments[] = {"sleep", "60", nullptr};
+        ::posix_spawnp(&program, "sleep", nullptr, nullptr, const_cast<char**>(arguments), environ);
+        start([] { return ::pause(); });
+        return kept;
+    });
+    EXPECT_FALSE(isFree());
+    const pid_t group = holder.kill();
     EXPECT_TRUE(isFree());
-    ::kill(program, SIGKILL);
-    finish(program);
+    EXPECT_EQ(::kill(-group, SIGKILL), 0) << "the children should be there still";
 }
 
 TEST_F(Holding, SeesProgramsThatKnowNothingOfIt) {
