@@ -47,7 +47,8 @@ bool setCurrentFolder(std::u16string_view folder);
 /// rising above the root, "\x" is taken from the current volume's root, "C:x" from that drive's current
 /// folder (its root when the drive is not the current one). A single dot at the end of any part is dropped,
 /// and so are all dots and blanks at the end of the path; a final backslash stays. "" for an empty or blank
-/// path and for one with a NUL character. Nothing need exist, and no letter is changed.
+/// path, for one with a NUL character and for a host's own name that it cannot have. Nothing need exist, and
+/// no letter is changed.
 String fullPath(std::u16string_view path);
 
 /// The same as if `folder` were the current folder, which is not touched.

@@ -35,8 +35,9 @@ TEST(Replacing, KeepsEverythingButTheContent) {
     scratch.write("Name.ini", "old");
     ::chmod(scratch.host("Name.ini").c_str(), 0642);
     ::setxattr(scratch.host("Name.ini").c_str(), "user.other", "v", 1, 0);
-    const bool given = ::chown(scratch.host("Name.ini").c_str(), nobody, nobody) == 0;
-    EXPECT_EQ(given, ::geteuid() == 0);
+    if (::geteuid() == 0) {
+        ASSERT_EQ(::chown(scratch.host("Name.ini").c_str(), nobody, nobody), 0);
+    }
     const auto before = statusOf(scratch.host("Name.ini"));
     replaceFile(scratch.path("NAME.INI"), std::string(100000, 'n'));
     const auto after = statusOf(scratch.host("Name.ini"));

@@ -3,6 +3,8 @@
 #include "Scratch.h"
 #include "platform/Files.h"
 
+#include <random>
+
 namespace vlgs {
 
 namespace {
@@ -54,6 +56,19 @@ TEST(FullPath, IsMadeAsThePlatformMakesIt) {
     EXPECT_EQ(fullPath(u"\\x", u"\\\\srv\\share\\dir").toUtf8(), "\\\\srv\\share\\x");
     EXPECT_EQ(fullPath(u"..\\x\\", u"\\\\srv\\share").toUtf8(), "\\\\srv\\share\\x\\");
     EXPECT_EQ(fullPath(std::u16string_view(u"a\0b", 3)), u"");
+}
+
+TEST(FullPath, OfAFullPathIsThatPathWhateverItHolds) {
+    constexpr std::u16string_view characters = u"\\\\/..: aC?\xD800\xDC5C\xDCFFé";
+    std::mt19937 random(1);
+    for (int i = 0; i < 20000; ++i) {
+        std::u16string path;
+        for (auto length = random() % 12; length > 0; --length)
+            path += characters[random() % characters.size()];
+        const auto full = fullPath(path, u"C:\\no such folder\\x");
+        EXPECT_EQ(fullPath(full), full) << String(path).toUtf8();
+        pathExists(full);
+    }
 }
 
 TEST(FullPath, IsLinearInTheNumberOfParts) {

@@ -72,7 +72,8 @@ class HeldFiles {
     static constinit inline Open* first = nullptr;
 };
 
-constexpr int attempts = 16;
+/// Each one more means that somebody else has replaced the file meanwhile.
+constexpr int attempts = 1000;
 constexpr int mostRefusals = 3;
 
 /// Opens a file that can be held: 70 for anything but a plain file, and for a read-only one to be written.
@@ -90,10 +91,11 @@ Descriptor openPlainFile(const std::string& path, int flags) {
 /// A claimed file that lies where the path says and that nobody else uses in a way that the claim forbids.
 Descriptor openClaimed(std::u16string_view path, int flags, Claim kind) {
     const auto host = hostPath(path);
+    const auto waiting = kind == Claim::Shared ? Waiting::ForSavers : Waiting::None;
     int refusals = 0;
     for (int i = 0; i < attempts && refusals < mostRefusals; ++i) {
         auto file = openPlainFile(host, flags);
-        if (claim(file.get(), kind) != ClaimResult::Taken)
+        if (claim(file.get(), kind, waiting) != ClaimResult::Taken)
             break;
         if (!isStillAt(file.get(), host))
             continue;

@@ -60,7 +60,7 @@ void unlinkFile(const std::string& path) {
 /// Deletes a plain file while it is claimed, so that nobody can take hold of it between test and deletion.
 void deletePlainFile(const std::string& path) {
     const auto file = openUnfollowed(path);
-    if (claim(file.get(), Claim::Sole) == ClaimResult::Refused)
+    if (claim(file.get(), Claim::Sole, Waiting::None) == ClaimResult::Refused)
         raise(RunTimeError::PermissionDenied);
     const Lease lease(file.get(), Claim::Sole);
     if (lease.refused() || !isStillAt(file.get(), path, false))

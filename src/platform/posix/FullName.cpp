@@ -1,8 +1,11 @@
 #include "platform/posix/FullName.h"
 
 #include "automation/CaseFold.h"
+#include "automation/Error.h"
 #include "automation/Text.h"
 #include "platform/posix/HostPath.h"
+
+#include <algorithm>
 
 namespace vlgs::posix {
 
@@ -66,13 +69,6 @@ std::u16string_view withoutFinalDot(std::u16string_view part) {
     return part;
 }
 
-/// The last part loses every dot and blank at its end.
-std::u16string_view withoutFinalDotsAndBlanks(std::u16string_view part) {
-    if (part == u"." || part == u"..")
-        return part;
-    return part.substr(0, part.find_last_not_of(u". ") + 1);
-}
-
 /// Appends the parts of `rest` to a name that has no final separator.
 void appendParts(FullName& name, std::u16string_view rest) {
     bool endsInSeparator = false;
@@ -81,14 +77,11 @@ void appendParts(FullName& name, std::u16string_view rest) {
         rest = skipSeparators(rest);
         if (rest.empty())
             break;
-        auto part = takePart(rest);
-        part = rest.empty() ? withoutFinalDotsAndBlanks(part) : withoutFinalDot(part);
-        if (part.empty()) {
-            endsInSeparator = true;
-            break;
-        }
-        appendPart(name, part);
+        const auto part = takePart(rest);
+        appendPart(name, rest.empty() ? part : withoutFinalDot(part));
     }
+    if (!endsInSeparator)
+        name.text.resize(std::max(name.root, name.text.find_last_not_of(u". ") + 1));
     const bool driveRoot = name.text.size() == 2 && name.text[1] == u':';
     if ((endsInSeparator && !name.text.ends_with(u'\\')) || driveRoot)
         name.text += u'\\';
@@ -108,11 +101,17 @@ bool isNameless(std::u16string_view path) {
     return trim(path).empty() || path.find(u'\0') != path.npos;
 }
 
-/// "/a/b", the host's own name of a file.
-FullName fromHostPath(std::u16string_view path) {
+/// "/a/b", the host's own name of a file; nothing when the host cannot have such a name.
+std::optional<FullName> fromHostPath(std::u16string_view path) {
     FullName plain{std::u16string(), 0};
     appendParts(plain, path);
-    return volumeName(hostParts(plain.text));
+    try {
+        return volumeName(hostParts(plain.text));
+    } catch (const Error& error) {
+        if (error.is(RunTimeError::BadFileNumber))
+            return std::nullopt;
+        throw;
+    }
 }
 
 /// "C:rest", whose drive is taken off `path`; `folder` answers the current folder.

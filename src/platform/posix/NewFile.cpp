@@ -40,7 +40,7 @@ Descriptor openNameless([[maybe_unused]] const std::string& folder, [[maybe_unus
 
 NewFile::NewFile(Descriptor file, std::string name, bool named) noexcept
     : file_(std::move(file)), name_(std::move(name)), named_(named) {
-    claim(file_.get(), Claim::Sole);
+    claim(file_.get(), Claim::Sole, Waiting::None);
 }
 
 NewFile::~NewFile() {

@@ -26,7 +26,8 @@ using namespace posix;
 namespace {
 
 constexpr int mostLinks = 40;
-constexpr int attempts = 16;
+/// Each one more means that somebody else has replaced the file meanwhile.
+constexpr int attempts = 1000;
 constexpr mode_t anybody = 0666;
 constexpr mode_t userOnly = 0600;
 
@@ -71,7 +72,7 @@ std::optional<OldFile> openOld(const std::string& path, const ReplaceOptions& op
     if (::fstat(old.file.get(), &old.status) != 0)
         raiseHostError(errno, path);
     checkReplaceable(old, options);
-    if (claim(old.file.get(), Claim::Sole) == ClaimResult::Refused)
+    if (claim(old.file.get(), Claim::Sole, Waiting::ForSavers) == ClaimResult::Refused)
         raise(RunTimeError::PermissionDenied);
     if (!isStillAt(old.file.get(), path))
         return std::nullopt;

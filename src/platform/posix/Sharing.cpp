@@ -13,7 +13,7 @@ namespace vlgs::posix {
 
 namespace {
 
-constexpr int waits = 40;
+constexpr int waits = 400;
 constexpr std::chrono::milliseconds waitTime{5};
 
 int lockFile(int file, int operation) {
@@ -50,7 +50,7 @@ bool isLeaseSignal(const siginfo_t& info) {
 
 } // namespace
 
-ClaimResult claim(int file, Claim kind) noexcept {
+ClaimResult claim(int file, Claim kind, Waiting waiting) noexcept {
     if (hasRecordLock(file, kind))
         return ClaimResult::Refused;
     for (int i = 0; i < waits; ++i) {
@@ -58,8 +58,8 @@ ClaimResult claim(int file, Claim kind) noexcept {
             return ClaimResult::Taken;
         if (errno != EWOULDBLOCK)
             return ClaimResult::Unsupported;
-        if (kind == Claim::Sole && isSharedByOthers(file))
-            return ClaimResult::Refused;
+        if (waiting == Waiting::None || (kind == Claim::Sole && isSharedByOthers(file)))
+            break;
         waitBriefly();
     }
     return ClaimResult::Refused;

@@ -24,9 +24,11 @@ enum class ClaimResult {
     Unsupported,
 };
 
-/// Claims an open file. A sole claim of somebody else is waited for a little, since saving and deleting claim
-/// a file for as long as they take; shared ones, which last, are not.
-ClaimResult claim(int file, Claim kind) noexcept;
+/// Savers have a sole claim for as long as saving takes. Shared claims last and are never waited for.
+enum class Waiting { None, ForSavers };
+
+/// Claims an open file.
+ClaimResult claim(int file, Claim kind, Waiting waiting) noexcept;
 
 /// The time that something short by others may take.
 void waitBriefly();
