@@ -3,6 +3,7 @@
 #include "automation/CaseFold.h"
 #include "automation/ClassDescription.h"
 #include "automation/Error.h"
+#include "platform/ComponentRegistration.h"
 
 #include <algorithm>
 #include <array>
@@ -69,6 +70,10 @@ std::span<const EnumInfo* const> enumerations() {
 std::span<const RecordInfo* const> records() {
     static const auto list = collect<&TypeInfo::record>(recordsOf(FurtherRecords{}));
     return list;
+}
+
+std::span<const ClassInfo* const> ownClasses() {
+    return classes();
 }
 
 const ClassInfo* findClass(std::u16string_view name) {

@@ -8,6 +8,7 @@
 #include "automation/ClassInfo.h"
 #include "frame/InterfaceIdentifiers.h"
 #include "frame/Restricted.h"
+#include "general/GUID.h"
 
 #include <span>
 #include <string_view>
@@ -19,9 +20,11 @@ struct TypeList {};
 
 /// The classes of the component, in the order of the type library.
 using Classes = TypeList<
-    // Collection, DDE, Files, General, GUID, INIFile, Property, RegUtil, RegValue, CorvaTools, Buffer
-    // Restricted
-    // ViewProperties, ViewProperty, ObjectPackager, Conversion, Cipher, Resource
+    // still to come before it: Collection, DDE, Files, General
+    GUID,
+    // still to come before it: INIFile, Property, RegUtil, RegValue, CorvaTools, Buffer
+    Restricted
+    // and behind it: ViewProperties, ViewProperty, ObjectPackager, Conversion, Cipher, Resource
     >;
 
 /// Classes of the run time that hosts without it offer under its names.

@@ -1,0 +1,46 @@
+// Globally unique identifiers for callers: new ones, comparison, and the registered names of classes.
+#pragma once
+
+#include "frame/Component.h"
+
+namespace vlgs {
+
+/// Failures carry fixed English descriptions; their numbers are 0x80040000 plus 4000 to 4005.
+class GUID final : public CountedComponent {
+  public:
+    static constexpr auto describe();
+    static const ClassInfo& description();
+    const ClassInfo* classInfo() const noexcept override { return &description(); }
+
+    /// A new identifier in its text form: 38 characters with braces, digits in upper case.
+    String GenerateGUID();
+
+    /// Whether two texts are the same identifier; digits count in either case. Raises +4000 for a text that
+    /// is no identifier, `sGUID1` first.
+    bool IsEqualGUID(const String& sGUID1, const String& sGUID2) const;
+
+    /// The identifier of a registered class. Raises +4001 for a name that is not registered.
+    String GUIDFromProgID(const String& sProgID) const;
+
+    /// The name under which a class is registered. Raises +4000 for a text that is no identifier, +4003 for
+    /// an identifier without a name.
+    String ProgIDFromGUID(const String& sGUID) const;
+};
+
+constexpr auto GUID::describe() {
+    return describeClass<GUID>(
+        {.name = "GUID",
+         .help = "Globally unique identifiers",
+         .number = eInterfaceID_GUID,
+         .classId = guid("dbe71493-299d-4358-9ca4-bed5e2f33e4c"),
+         .interfaceId = guid("5077f256-94f7-4b2f-83ef-c853f6ecd369"),
+         .creatable = true},
+        identity(), method<&GUID::GenerateGUID>(1, "GenerateGUID", "Returns a new GUID as text"),
+        get<&GUID::IsEqualGUID>(2, "IsEqualGUID", "Whether two texts are the same GUID", "sGUID1", "sGUID2"),
+        get<&GUID::GUIDFromProgID>(3, "GUIDFromProgID", "The GUID of the class registered under a ProgID",
+                                   "sProgID"),
+        get<&GUID::ProgIDFromGUID>(4, "ProgIDFromGUID", "The ProgID of the class registered under a GUID",
+                                   "sGUID"));
+}
+
+} // namespace vlgs
