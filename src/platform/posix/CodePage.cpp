@@ -83,7 +83,12 @@ struct CodePage::Data {
         const auto column = static_cast<std::size_t>(trail - firstTrail);
         return column < row.size() && row[column] != noCharacter ? row[column] : source.substitute;
     }
-    std::size_t decodeDouble(std::string_view bytes, char16_t* to) const noexcept;
+    bool isPair(std::string_view bytes, std::size_t at) const noexcept {
+        return isLead(static_cast<unsigned char>(bytes[at])) && at + 1 < bytes.size() &&
+               static_cast<unsigned char>(bytes[at + 1]) >= firstTrail;
+    }
+    std::size_t charactersIn(std::string_view bytes) const noexcept;
+    void decodePairs(std::string_view bytes, char16_t* to) const noexcept;
     bool encode(std::u16string_view text, char*& to) const noexcept;
 
     const Source& source;
@@ -114,19 +119,30 @@ namespace {
 // Both loops below run over whole blocks without a branch inside, so that the compiler makes vector code.
 constexpr std::size_t blockLength = 32;
 
-/// Copies the ASCII characters that a text begins with, whole blocks only, and gives their count.
+template <class Unit>
+bool isAsciiBlock(const Unit* block) noexcept {
+    unsigned all = 0;
+    for (std::size_t i = 0; i < blockLength; ++i)
+        all |= static_cast<std::make_unsigned_t<Unit>>(block[i]);
+    return all < 0x80;
+}
+
+/// The length of the ASCII text that a text begins with, whole blocks only.
+template <class Unit>
+std::size_t asciiBlocks(const Unit* from, std::size_t length) noexcept {
+    std::size_t at = 0;
+    while (at + blockLength <= length && isAsciiBlock(from + at))
+        at += blockLength;
+    return at;
+}
+
+/// Copies the ASCII text that a text begins with, whole blocks only, and gives its length.
 template <class From, class To>
 std::size_t copyAsciiBlocks(const From* from, std::size_t length, To* to) noexcept {
     std::size_t at = 0;
-    for (; at + blockLength <= length; at += blockLength) {
-        unsigned all = 0;
-        for (std::size_t i = 0; i < blockLength; ++i)
-            all |= static_cast<std::make_unsigned_t<From>>(from[at + i]);
-        if (all >= 0x80)
-            break;
+    for (; at + blockLength <= length && isAsciiBlock(from + at); at += blockLength)
         for (std::size_t i = 0; i < blockLength; ++i)
             to[at + i] = static_cast<To>(from[at + i]);
-    }
     return at;
 }
 
@@ -144,23 +160,35 @@ bool hasLoneSurrogate(std::u16string_view text) noexcept {
 
 } // namespace
 
-std::size_t CodePage::Data::decodeDouble(std::string_view bytes, char16_t* to) const noexcept {
-    const char16_t* const begin = to;
+std::size_t CodePage::Data::charactersIn(std::string_view bytes) const noexcept {
+    std::size_t count = 0;
+    for (std::size_t at = 0; at < bytes.size();) {
+        const auto ascii = asciiBlocks(bytes.data() + at, bytes.size() - at);
+        at += ascii;
+        count += ascii;
+        for (const auto end = std::min(bytes.size(), at + blockLength); at < end; ++count)
+            at += isPair(bytes, at) ? 2 : 1;
+    }
+    return count;
+}
+
+void CodePage::Data::decodePairs(std::string_view bytes, char16_t* to) const noexcept {
     for (std::size_t at = 0; at < bytes.size();) {
         const auto copied = copyAsciiBlocks(bytes.data() + at, bytes.size() - at, to);
         at += copied;
         to += copied;
         for (const auto end = std::min(bytes.size(), at + blockLength); at < end;) {
-            const auto byte = static_cast<unsigned char>(bytes[at++]);
-            if (!isLead(byte))
-                *to++ = characters[byte];
-            else if (at < bytes.size() && static_cast<unsigned char>(bytes[at]) >= firstTrail)
-                *to++ = pair(byte, static_cast<unsigned char>(bytes[at++]));
-            else // no trail byte follows: what does stays a character of its own, it may end the line
-                *to++ = source.substitute;
+            const auto byte = static_cast<unsigned char>(bytes[at]);
+            if (isPair(bytes, at)) {
+                *to++ = pair(byte, static_cast<unsigned char>(bytes[at + 1]));
+                at += 2;
+            } else {
+                // A lead byte alone leaves what follows a character of its own: it may end the line.
+                *to++ = isLead(byte) ? source.substitute : characters[byte];
+                ++at;
+            }
         }
     }
-    return static_cast<std::size_t>(to - begin);
 }
 
 // Writes at most two bytes for each character; false when one was replaced.
@@ -262,11 +290,9 @@ std::optional<std::string> CodePage::encodeExactly(std::u16string_view text) con
 String CodePage::decode(std::string_view bytes) const {
     if (data_->isUtf8())
         return String::fromUtf8(bytes);
-    if (data_->isDoubleByte()) {
-        std::u16string text(bytes.size(), u'\0');
-        text.resize(data_->decodeDouble(bytes, text.data()));
-        return text;
-    }
+    if (data_->isDoubleByte())
+        return String::build(data_->charactersIn(bytes),
+                             [&](char16_t* to) { data_->decodePairs(bytes, to); });
     return String::build(bytes.size(), [&](char16_t* to) {
         for (std::size_t at = 0; at < bytes.size();) {
             at += copyAsciiBlocks(bytes.data() + at, bytes.size() - at, to + at);
