@@ -1,0 +1,106 @@
+// The command line. A failure that the library raises ends it with status 1, a command line that cannot be
+// carried out with status 2.
+#include "Call.h"
+#include "Describe.h"
+#include "HostText.h"
+#include "Misuse.h"
+#include "automation/Error.h"
+
+#include <iostream>
+#include <new>
+#include <string>
+#include <vector>
+
+namespace vlgs::cli {
+namespace {
+
+constexpr std::string_view usage =
+    R"(usage: vlgs call [--json] CLASS.MEMBER [ARG...] [NAME=VALUE...]
+       vlgs call CLASS.MEMBER=VALUE [ARG...]
+       vlgs classes
+       vlgs describe CLASS[.MEMBER]
+       vlgs describe --markdown [CLASS]
+       vlgs --version | --help
+)";
+
+constexpr std::string_view help = R"(
+call      creates an object of the class, calls the member, and prints the result: a text as it is, an
+          array an item a line, a document as its text. The arguments are texts, which the library converts
+          to what the member takes. NAME=VALUE gives the parameter NAME its value; behind "--" all
+          arguments are plain texts. CLASS.MEMBER=VALUE writes a property. --json prints type and value.
+classes   lists the classes.
+describe  tells what a class or a member does; --markdown writes the reference pages.
+
+Status: 0 done; 1 the library raised an error, printed as "error NUMBER SOURCE: DESCRIPTION"; 2 misuse.
+)";
+
+void run(std::span<const std::string_view> words) {
+    if (words.empty())
+        throw Misuse("a command is missing");
+    const auto command = words.front();
+    const auto rest = words.subspan(1);
+    if (command == "call")
+        return call(rest);
+    if (command == "describe")
+        return describe(std::cout, rest);
+    const bool known =
+        command == "classes" || command == "--version" || command == "--help" || command == "-h";
+    if (!known)
+        throw Misuse("there is no command \"" + std::string(command) + "\"");
+    if (!rest.empty())
+        throw Misuse(std::string(command) + " takes no arguments");
+    if (command == "classes")
+        listClasses(std::cout);
+    else if (command == "--version")
+        std::cout << "vlgs " << VLGS_VERSION_TEXT << '\n';
+    else
+        std::cout << usage << help;
+}
+
+// The description may have several lines, the report has one.
+std::string oneLine(std::u16string_view text) {
+    std::u16string line;
+    for (const char16_t c : text) {
+        if (c >= u' ' && c != 0x7F)
+            line += c;
+        else if (!line.ends_with(u' '))
+            line += u' ';
+    }
+    while (line.ends_with(u' '))
+        line.pop_back();
+    return toHost(line);
+}
+
+int report(const Error& error) {
+    std::cerr << "error " << error.number();
+    if (!error.source().empty())
+        std::cerr << ' ' << oneLine(error.source());
+    std::cerr << ": " << oneLine(error.description()) << '\n';
+    return 1;
+}
+
+int guardedRun(std::span<const std::string_view> words) {
+    try {
+        run(words);
+        if (std::cout.flush())
+            return 0;
+        return report(Error(RunTimeError::DeviceIoError));
+    } catch (const Misuse& misuse) {
+        std::cerr << "vlgs: " << misuse.what() << '\n' << usage;
+        return 2;
+    } catch (const Error& error) {
+        std::cout.flush();
+        return report(error);
+    } catch (const std::bad_alloc&) {
+        return report(Error(RunTimeError::OutOfMemory));
+    }
+}
+
+} // namespace
+} // namespace vlgs::cli
+
+int main(int count, char** words) {
+    std::ios::sync_with_stdio(false);
+    const std::vector<std::string_view> arguments(words + (count > 0), words + count);
+    return vlgs::cli::guardedRun(arguments);
+}
