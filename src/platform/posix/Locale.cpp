@@ -100,7 +100,7 @@ struct Tag {
     bool valencian = false;
 
     explicit Tag(std::string_view name);
-    bool add(std::string part);
+    bool add(const std::string& part);
     void modify(std::string_view modifier);
 };
 
@@ -122,7 +122,7 @@ Tag::Tag(std::string_view name) {
         from = end + 1;
         if (language.empty())
             language = std::move(part);
-        else if (!add(std::move(part)))
+        else if (!add(part))
             break;
     }
     if (at != name.npos)
@@ -130,12 +130,12 @@ Tag::Tag(std::string_view name) {
 }
 
 // False where the part begins what does not tell locales apart.
-bool Tag::add(std::string part) {
+bool Tag::add(const std::string& part) {
     if (part.size() == 4 && std::ranges::all_of(part, isLetter))
-        script = std::move(part);
+        script = part;
     else if ((part.size() == 2 && std::ranges::all_of(part, isLetter)) ||
              (part.size() == 3 && std::ranges::all_of(part, isDigit)))
-        region = std::move(part);
+        region = part;
     else if (part == "valencia")
         valencian = true;
     return part.size() != 1;
@@ -169,14 +169,11 @@ const Record& recordOf(std::string_view name) {
     for (const auto& candidate : names)
         if (const auto* record = lookUp(candidate))
             return *record;
-    return *lookUp("en-us");
+    return records[defaultRecord];
 }
 
-const std::string& firstSet(std::initializer_list<const std::string*> values) {
-    for (const auto* value : values)
-        if (!value->empty())
-            return *value;
-    return **(values.end() - 1);
+const std::string& either(const std::string& first, const std::string& second) {
+    return first.empty() ? second : first;
 }
 
 } // namespace
@@ -187,9 +184,12 @@ Locale Locale::user() {
     thread_local const Data* numbers = nullptr;
     const auto& set = userEnvironment();
     if (generation != set.generation) {
-        // LC_NUMERIC alone tells the language too.
-        dates = &recordOf(firstSet({&set.locale, &set.all, &set.time, &set.language, &set.numeric}));
-        numbers = &recordOf(firstSet({&set.locale, &set.all, &set.numeric, &set.language, &set.time}));
+        // LC_NUMERIC alone tells the language too, and LC_TIME the numbers.
+        const auto decided = [&](const std::string& own, const std::string& other) -> const Data& {
+            return recordOf(either(set.locale, either(set.all, either(own, either(set.language, other)))));
+        };
+        dates = &decided(set.time, set.numeric);
+        numbers = &decided(set.numeric, set.time);
         generation = set.generation;
     }
     return Locale(*dates, *numbers);
