@@ -118,8 +118,8 @@ TEST(Replacing, LeavesTheOldFileWholeWhenASizeLimitIsMet) {
 }
 
 TEST(Replacing, LeavesTheOldFileWholeWhenTheDiskIsFull) {
-    const int result = finish(start([] {
-        const Scratch scratch;
+    const Scratch scratch;
+    const int result = finish(start([&] {
         if (::unshare(CLONE_NEWNS) != 0 || ::mount("none", "/", nullptr, MS_REC | MS_PRIVATE, nullptr) != 0 ||
             ::mount("tmpfs", scratch.folder().c_str(), "tmpfs", 0, "size=128k") != 0)
             return skipped;

@@ -14,6 +14,7 @@ namespace vlgs::posix {
 namespace {
 
 constexpr int waits = 400;
+constexpr int sharedAnswers = 3;
 constexpr std::chrono::milliseconds waitTime{5};
 
 int lockFile(int file, int operation) {
@@ -36,12 +37,17 @@ bool hasRecordLock([[maybe_unused]] int file, [[maybe_unused]] Claim kind) {
 #endif
 }
 
-/// Whether the claim that is in the way is one that lasts.
-bool isSharedByOthers(int file) {
+enum class Obstacle { None, Shared, Sole };
+
+/// What refuses a sole claim; None means that it is taken now. Those who ask have a shared claim themselves
+/// for an instant, so it takes more than one answer to be sure that it is one that lasts.
+Obstacle obstacleToSole(int file) {
     if (lockFile(file, LOCK_SH) != 0)
-        return false;
+        return Obstacle::Sole;
+    if (lockFile(file, LOCK_EX) == 0)
+        return Obstacle::None;
     lockFile(file, LOCK_UN);
-    return true;
+    return Obstacle::Shared;
 }
 
 bool isLeaseSignal(const siginfo_t& info) {
@@ -53,13 +59,18 @@ bool isLeaseSignal(const siginfo_t& info) {
 ClaimResult claim(int file, Claim kind, Waiting waiting) noexcept {
     if (hasRecordLock(file, kind))
         return ClaimResult::Refused;
-    for (int i = 0; i < waits; ++i) {
+    int shared = 0;
+    for (int i = 0; i < waits && shared < sharedAnswers; ++i) {
         if (lockFile(file, kind == Claim::Sole ? LOCK_EX : LOCK_SH) == 0)
             return ClaimResult::Taken;
         if (errno != EWOULDBLOCK)
             return ClaimResult::Unsupported;
-        if (waiting == Waiting::None || (kind == Claim::Sole && isSharedByOthers(file)))
+        if (waiting == Waiting::None)
             break;
+        const auto obstacle = kind == Claim::Sole ? obstacleToSole(file) : Obstacle::Sole;
+        if (obstacle == Obstacle::None)
+            return ClaimResult::Taken;
+        shared = obstacle == Obstacle::Shared ? shared + 1 : 0;
         waitBriefly();
     }
     return ClaimResult::Refused;
