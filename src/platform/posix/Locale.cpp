@@ -180,8 +180,8 @@ const std::string& either(const std::string& first, const std::string& second) {
 
 Locale Locale::user() {
     thread_local std::uint32_t generation = 0;
-    thread_local const Data* dates = nullptr;
-    thread_local const Data* numbers = nullptr;
+    thread_local const Data* dates = &records[defaultRecord];
+    thread_local const Data* numbers = &records[defaultRecord];
     const auto& set = userEnvironment();
     if (generation != set.generation) {
         // LC_NUMERIC alone tells the language too, and LC_TIME the numbers.
