@@ -3,7 +3,7 @@
 #include "platform/CodePage.h"
 
 #include "platform/Locale.h"
-#include "platform/posix/Environment.h"
+#include "platform/posix/UserEnvironment.h"
 
 #include <algorithm>
 #include <array>

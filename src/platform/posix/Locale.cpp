@@ -1,7 +1,7 @@
 // Locales from the compiled-in table.
 #include "platform/Locale.h"
 
-#include "platform/posix/Environment.h"
+#include "platform/posix/UserEnvironment.h"
 
 #include <algorithm>
 #include <array>

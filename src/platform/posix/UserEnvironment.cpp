@@ -1,4 +1,4 @@
-#include "platform/posix/Environment.h"
+#include "platform/posix/UserEnvironment.h"
 
 #include <array>
 #include <string_view>
