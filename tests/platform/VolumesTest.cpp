@@ -3,6 +3,7 @@
 #include "Scratch.h"
 #include "platform/Files.h"
 
+#include <optional>
 #include <random>
 
 namespace vlgs {
@@ -153,7 +154,7 @@ TEST(CurrentFolder, IsTheProcesssOwnUnderTheNameItWasGiven) {
     const Scratch scratch;
     std::filesystem::create_directory(scratch.host("Sub"));
     const auto before = currentFolder();
-    const Setting table("VLGS_VOLUMES", "C:=/;M:=" + scratch.folder());
+    std::optional<Setting> table(std::in_place, "VLGS_VOLUMES", "C:=/;M:=" + scratch.folder());
     EXPECT_TRUE(setCurrentFolder(u"M:\\"));
     EXPECT_EQ(currentFolder(), u"M:\\");
     EXPECT_TRUE(setCurrentFolder(u"SUB\\"));
@@ -166,6 +167,9 @@ TEST(CurrentFolder, IsTheProcesssOwnUnderTheNameItWasGiven) {
     EXPECT_EQ(currentFolder(), u"M:\\SUB");
     std::filesystem::current_path(scratch.folder());
     EXPECT_EQ(currentFolder(), u"M:\\");
+    EXPECT_TRUE(setCurrentFolder(u"M:\\Sub"));
+    table.reset();
+    EXPECT_EQ(currentFolder(), scratch.path("Sub"));
     EXPECT_TRUE(setCurrentFolder(before));
 }
 

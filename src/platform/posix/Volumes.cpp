@@ -27,7 +27,12 @@ bool isFolder(const std::string& path, struct stat& status) {
 bool namesCurrentFolder(const FullName& name) {
     struct stat named;
     struct stat current;
-    return isFolder(hostPath(name.text), named) && isFolder(".", current) && isSameFile(named, current);
+    try {
+        return isFolder(hostPath(name.text), named) && isFolder(".", current) && isSameFile(named, current);
+    } catch (const Error&) {
+        // The table of volumes is another one by now.
+        return false;
+    }
 }
 
 std::string workingFolder() {
