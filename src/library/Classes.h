@@ -6,6 +6,7 @@
 #pragma once
 
 #include "automation/ClassInfo.h"
+#include "cipher/Cipher.h"
 #include "frame/InterfaceIdentifiers.h"
 #include "frame/Restricted.h"
 #include "general/GUID.h"
@@ -23,8 +24,10 @@ using Classes = TypeList<
     // still to come before it: Collection, DDE, Files, General
     GUID,
     // still to come before it: INIFile, Property, RegUtil, RegValue, CorvaTools, Buffer
-    Restricted
-    // and behind it: ViewProperties, ViewProperty, ObjectPackager, Conversion, Cipher, Resource
+    Restricted,
+    // still to come before it: ViewProperties, ViewProperty, ObjectPackager, Conversion
+    Cipher
+    // and behind it: Resource
     >;
 
 /// Classes of the run time that hosts without it offer under its names.
