@@ -9,3 +9,7 @@ foreach(source IN LISTS benches)
   target_link_libraries(${name} PRIVATE vlgs_static benchmark::benchmark benchmark::benchmark_main)
   set_target_properties(${name} PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR}/bench)
 endforeach()
+
+# Peers of single benchmarks.
+pkg_check_modules(CRYPTOPP REQUIRED IMPORTED_TARGET libcrypto++)
+target_link_libraries(CipherBench PRIVATE PkgConfig::CRYPTOPP)
