@@ -117,7 +117,7 @@ std::optional<FullName> fromHostPath(std::u16string_view path) {
 /// "C:rest", whose drive is taken off `path`; `folder` answers the current folder.
 template <class Folder>
 FullName driveBase(std::u16string_view& path, const Folder& folder) {
-    const FullName root{std::u16string(path.substr(0, 2)), 2};
+    FullName root{std::u16string(path.substr(0, 2)), 2};
     path.remove_prefix(2);
     if (!path.empty() && isSeparator(path[0]))
         return root;

@@ -79,14 +79,14 @@ std::string locate(const std::string& folder, const std::string& rest) {
     std::string path = folder;
     for (std::size_t from = 0; from < rest.size();) {
         const auto to = std::min(rest.find('/', from + 1), rest.size());
-        const auto part = rest.substr(from + 1, to - from - 1);
-        if (part.empty() || exists(path + "/" + part)) {
-            path += "/" + part;
-        } else {
-            const auto found = findName(path.empty() ? "/" : path, part);
-            if (found.empty())
-                return path + rest.substr(from);
-            path += "/" + found;
+        const auto found = path.size();
+        path.append(rest, from, to - from);
+        if (const auto part = rest.substr(from + 1, to - from - 1); !part.empty() && !exists(path)) {
+            path.resize(found);
+            const auto name = findName(path.empty() ? "/" : path, part);
+            if (name.empty())
+                return path.append(rest, from);
+            path.append("/").append(name);
         }
         from = to;
     }

@@ -7,7 +7,6 @@
 #include <array>
 #include <bit>
 #include <cerrno>
-#include <cstdio>
 #include <fcntl.h>
 #include <functional>
 #include <unistd.h>
@@ -17,9 +16,11 @@ namespace vlgs::posix {
 namespace {
 
 std::string temporaryName(const std::string& folder, std::uint64_t number) {
-    char digits[17];
-    std::snprintf(digits, sizeof digits, "%016llx", static_cast<unsigned long long>(number));
-    return folder + "/.vlgs-" + digits;
+    constexpr const char* digits = "0123456789abcdef";
+    auto name = folder + "/.vlgs-";
+    for (int shift = 60; shift >= 0; shift -= 4)
+        name += digits[number >> shift & 15];
+    return name;
 }
 
 /// The name by which the host links to an open file.

@@ -38,8 +38,9 @@ std::string followLinks(std::string path) {
         const auto length = ::readlink(path.c_str(), text, sizeof text);
         if (length < 0)
             return path;
-        const std::string target(text, static_cast<std::size_t>(length));
-        path = target.starts_with('/') ? target : parentFolder(path) + "/" + target;
+        const std::string_view target(text, static_cast<std::size_t>(length));
+        path = target.starts_with('/') ? "" : parentFolder(path).append("/");
+        path += target;
     }
     raiseHostError(ELOOP, path);
 }
