@@ -50,6 +50,10 @@ String ComponentFolder() {
     return folder.view().ends_with(u'\\') ? folder : concat(folder, u"\\");
 }
 
+String messageResourceFile() {
+    return concat(ComponentFolder(), u"VlComRes.dll");
+}
+
 String Component::ClassName() const {
     return classInfo()->programmaticId();
 }

@@ -33,6 +33,8 @@ class CountedComponent : public Component {
 String ComponentVersion();
 /// The folder of the library's file as the host reports it, with a final backslash.
 String ComponentFolder();
+/// The file of the message texts, "VlComRes.dll" in that folder.
+String messageResourceFile();
 /// The library's file name, "VlGeneralServices.DLL".
 String ComponentFilename();
 /// The file name of a library of that base name: a "DLL" or else "EXE" in any case inside the name makes that

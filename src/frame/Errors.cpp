@@ -29,7 +29,7 @@ Ref<MessageCatalogue> GetMessageCatalogue() {
         held = nullptr;
     if (!held) {
         held = make<MessageCatalogue>();
-        held->LoadResources(concat(ComponentFolder(), u"VlComRes.dll"), u"VlGeneralServices");
+        held->LoadResources(messageResourceFile(), u"VlGeneralServices");
     }
     return held;
 }

@@ -13,7 +13,7 @@ namespace vlgs {
 namespace {
 
 constexpr std::int32_t headerNumber = 0;
-constexpr std::int32_t languageBlock = 20000;
+constexpr std::int32_t languageBlock = 12000;
 constexpr std::u16string_view fixedInvalidIndexText =
     u"Error - Invalid resource message code.  Index is out of range. ";
 

@@ -2,7 +2,7 @@
 //
 // String 0 of the file is its header, "Min=1;Max=2;…": it maps keys to the numbers of the strings that hold
 // their values. "Languages" lists the language codes, "en;de;fr"; the block of the n-th language (from 0)
-// begins at n * 20000, and a message has its own number plus that.
+// begins at n * 12000, and a message has its own number plus that.
 #pragma once
 
 #include "automation/String.h"

@@ -1,0 +1,117 @@
+// The message catalogue as callers use it: texts by number, language and replaceable parts.
+#pragma once
+
+#include "frame/Component.h"
+#include "frame/MessageTexts.h"
+
+namespace vlgs {
+
+// clang-format off
+#define VLGS_RESOURCE_FORMATS(value) \
+    value(eCursorResource, 1) \
+    value(eBitmapResource, 2) \
+    value(eIconResource, 3) \
+    value(eMenuResource, 4) \
+    value(eDialogBoxResource, 5) \
+    value(eStringResource, 6) \
+    value(eFontDirectoryResource, 7) \
+    value(eFontResource, 8) \
+    value(eAcceleratorTableResource, 9) \
+    value(eUserDefinedResource, 10) \
+    value(eGroupCursorResource, 12) \
+    value(eGroupIconResource, 14)
+// clang-format on
+VLGS_ENUMERATION(m_enumResourceFormat, "2d7f56ed-bf1a-4818-9ce9-3a3c035bbe3c", "Kinds of resources", VLGS_RESOURCE_FORMATS)
+
+/// Makes "%" a per cent sign and puts the elements of `params`, a one-dimensional array, in the places of
+/// "%1", "%2" … Missing, Empty and Null stand for no elements; anything else that is no array raises 13.
+///
+/// The elements go in one after the other, so that "%1" is also replaced inside "%10" and inside what an
+/// earlier element brought in, and a "~~" of the text comes back as "%": "Copy %1 to %2 (100%%)".
+String replaceParameters(const String& text, const Variant& params);
+
+/// Takes no part in the count of live objects. Creating one raises 53 when the resource file is not there.
+class Resource final : public Component {
+  public:
+    Resource();
+
+    /// The native name of the user's language, at most 49 characters.
+    String LanguageNative() const;
+    /// The English name of the user's language.
+    String LanguageEnglish() const { return languageEnglish_; }
+    String ResourceFilename() const { return texts_.name(); }
+    String ApplicationFilename() const { return texts_.applicationName(); }
+    String ResourceFileVersion() const { return texts_.version(); }
+    /// The codes of the languages that there are texts in, "en;de;fr".
+    String Languages() const { return texts_.languages(); }
+
+    /// The language of texts that are asked for without one, in place of the user's; "" when none was set.
+    String LanguageOverride() const { return languageOverride_; }
+    /// Writing "" leaves it unchanged.
+    void SetLanguageOverride(String& sLanguageCode);
+
+    std::int32_t MessageMin() const { return texts_.minimum(); }
+    /// A text, unlike the minimum.
+    String MessageMax() const { return texts_.maximum(); }
+    bool IsValidIndex(std::int32_t& lIndex) const { return texts_.isValidIndex(lIndex); }
+
+    /// A message's text, see MessageTexts::text. Raises 326 for a valid index that has none.
+    String ResourceString(std::int32_t& lIndex, const String& sLanguageCode);
+    /// The same with `replaceParameters`.
+    String ResourceReplaceableString(std::int32_t Index, const String& sLanguageCode,
+                                     Array& vReplaceableParams);
+    String ResourceReplaceableString2(std::int32_t lIndex, const String& sLanguageCode,
+                                      const Variant& vReplaceableParams);
+
+    /// A resource of a kind; the file holds strings alone, so for a valid index all other kinds raise 326.
+    Variant ResourceOfFormat(std::int32_t lIndex, m_enumResourceFormat lFormat, const String& sLanguageCode);
+
+    static constexpr auto describe() {
+        constexpr auto identityRows = identity();
+        return describeClass<Resource>(
+            {.name = "Resource",
+             .help = "Texts of messages by number and language",
+             .number = 47, // outside the range of the other classes' numbers
+             .classId = guid("a2a0300e-3fa6-4da2-9df5-e35f5646c2fc"),
+             .interfaceId = guid("e8a17bb8-e95a-452f-a96d-b9221137a895"),
+             .creatable = true},
+            std::get<0>(identityRows), std::get<1>(identityRows), std::get<2>(identityRows),
+            std::get<3>(identityRows),
+            get<&Resource::LanguageNative>(1, "LanguageNative", "The native name of the user's language"),
+            get<&Resource::LanguageEnglish>(2, "LanguageEnglish", "The English name of the user's language"),
+            get<&Resource::ResourceFilename>(3, "ResourceFilename", "The name of the resource file"),
+            get<&Resource::ApplicationFilename>(4, "ApplicationFilename",
+                                                "The application that the resource file belongs to"),
+            get<&Resource::ResourceFileVersion>(5, "ResourceFileVersion", "The version of the resource file"),
+            get<&Resource::Languages>(6, "Languages", "The codes of the languages that there are texts in"),
+            get<&Resource::LanguageOverride>(7, "LanguageOverride",
+                                             "The language of texts, in place of the user's"),
+            put<&Resource::SetLanguageOverride>(7, "LanguageOverride",
+                                                "The language of texts, in place of the user's",
+                                                "sLanguageCode"),
+            get<&Resource::MessageMin>(8, "MessageMin", "The lowest message number"),
+            get<&Resource::MessageMax>(9, "MessageMax", "The highest message number, as text"),
+            get<&Resource::ResourceString>(10, "ResourceString", "The text of a message", "lIndex",
+                                           optional("sLanguageCode")),
+            get<&Resource::ResourceReplaceableString>(11, "ResourceReplaceableString",
+                                                      "The text of a message with its insertions", "Index",
+                                                      "sLanguageCode", "vReplaceableParams"),
+            get<&Resource::ResourceReplaceableString2>(12, "ResourceReplaceableString2",
+                                                       "The text of a message with its insertions", "lIndex",
+                                                       "sLanguageCode", optional("vReplaceableParams")),
+            method<&Resource::IsValidIndex>(13, "IsValidIndex", "Whether a number is in the range of messages",
+                                            "lIndex"),
+            get<&Resource::ResourceOfFormat>(14, "Resource", "A resource of a kind by its number", "lIndex",
+                                             "lFormat", optional("sLanguageCode")),
+            std::get<4>(identityRows), std::get<5>(identityRows));
+    }
+    static const ClassInfo& description();
+    const ClassInfo* classInfo() const noexcept override { return &description(); }
+
+  private:
+    MessageTexts texts_;
+    String languageEnglish_;
+    String languageOverride_;
+};
+
+} // namespace vlgs
