@@ -21,7 +21,8 @@ namespace vlgs {
     value(eGroupCursorResource, 12) \
     value(eGroupIconResource, 14)
 // clang-format on
-VLGS_ENUMERATION(m_enumResourceFormat, "2d7f56ed-bf1a-4818-9ce9-3a3c035bbe3c", "Kinds of resources", VLGS_RESOURCE_FORMATS)
+VLGS_ENUMERATION(m_enumResourceFormat, "2d7f56ed-bf1a-4818-9ce9-3a3c035bbe3c", "Kinds of resources",
+                 VLGS_RESOURCE_FORMATS)
 
 /// Makes "%" a per cent sign and puts the elements of `params`, a one-dimensional array, in the places of
 /// "%1", "%2" … Missing, Empty and Null stand for no elements; anything else that is no array raises 13.
@@ -86,9 +87,8 @@ class Resource final : public Component {
             get<&Resource::Languages>(6, "Languages", "The codes of the languages that there are texts in"),
             get<&Resource::LanguageOverride>(7, "LanguageOverride",
                                              "The language of texts, in place of the user's"),
-            put<&Resource::SetLanguageOverride>(7, "LanguageOverride",
-                                                "The language of texts, in place of the user's",
-                                                "sLanguageCode"),
+            put<&Resource::SetLanguageOverride>(
+                7, "LanguageOverride", "The language of texts, in place of the user's", "sLanguageCode"),
             get<&Resource::MessageMin>(8, "MessageMin", "The lowest message number"),
             get<&Resource::MessageMax>(9, "MessageMax", "The highest message number, as text"),
             get<&Resource::ResourceString>(10, "ResourceString", "The text of a message", "lIndex",
@@ -99,8 +99,8 @@ class Resource final : public Component {
             get<&Resource::ResourceReplaceableString2>(12, "ResourceReplaceableString2",
                                                        "The text of a message with its insertions", "lIndex",
                                                        "sLanguageCode", optional("vReplaceableParams")),
-            method<&Resource::IsValidIndex>(13, "IsValidIndex", "Whether a number is in the range of messages",
-                                            "lIndex"),
+            method<&Resource::IsValidIndex>(13, "IsValidIndex",
+                                            "Whether a number is in the range of messages", "lIndex"),
             get<&Resource::ResourceOfFormat>(14, "Resource", "A resource of a kind by its number", "lIndex",
                                              "lFormat", optional("sLanguageCode")),
             std::get<4>(identityRows), std::get<5>(identityRows));

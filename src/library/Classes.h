@@ -8,6 +8,8 @@
 #include "automation/ClassInfo.h"
 #include "cipher/Cipher.h"
 #include "frame/InterfaceIdentifiers.h"
+#include "frame/Messages.h"
+#include "frame/Resource.h"
 #include "frame/Restricted.h"
 #include "general/GUID.h"
 
@@ -26,15 +28,13 @@ using Classes = TypeList<
     // still to come before it: INIFile, Property, RegUtil, RegValue, CorvaTools, Buffer
     Restricted,
     // still to come before it: ViewProperties, ViewProperty, ObjectPackager, Conversion
-    Cipher
-    // and behind it: Resource
-    >;
+    Cipher, Resource>;
 
 /// Classes of the run time that hosts without it offer under its names.
 using RunTimeClasses = TypeList<>;
 
 /// Enumerations and records that no member mentions.
-using FurtherEnumerations = TypeList<enumInterfaceIdentifiers>;
+using FurtherEnumerations = TypeList<enumInterfaceIdentifiers, enumMessages>;
 using FurtherRecords = TypeList<>;
 
 /// The descriptions of `Classes`, in that order.

@@ -1,0 +1,40 @@
+#include "frame/MessageTexts.h"
+
+#include "platform/Scratch.h"
+#include "support/Raised.h"
+
+#include <gtest/gtest.h>
+
+namespace vlgs {
+namespace {
+
+const std::string header = "0\tmin=1;MAX=2; Languages =3;Name=9\n1\t10\n2\t20\n3\ten;de\n";
+
+TEST(MessageTexts, AreReadFromFilesBesideTheNamedOne) {
+    test::Scratch scratch;
+    scratch.write("Own.en.txt", "\xEF\xBB\xBF# first\r\n@12000\tOwn.de.txt\r\n@5\tlower.txt\r\n@x\r\n" +
+                                    header +
+                                    "10\ta\\nb\\tc\\s\r\n11\tonly \xC3\xA9nglish\n12 none\n\t\n13\t\\\\n\\");
+    scratch.write("Own.de.txt", "10\tDeutsch");
+    MessageTexts texts(scratch.path("Own.dll"));
+    EXPECT_EQ(texts.minimum(), 10);
+    EXPECT_EQ(texts.maximum(), u"20");
+    EXPECT_EQ(texts.name(), u"");
+    EXPECT_EQ(texts.text(10, u"en"), u"a\r\nb\tc ");
+    EXPECT_EQ(texts.text(10, u"de"), u"Deutsch");
+    EXPECT_EQ(texts.text(11, u"de"), u"only \u00E9nglish");
+    EXPECT_EQ(texts.text(13, u"en"), u"\\n\\");
+    EXPECT_EQ(test::raised([&] { texts.text(12, u"de"); }).number, 326);
+    EXPECT_EQ(texts.text(21), u"Error - Invalid resource message code.  Index is out of range. (21)");
+}
+
+TEST(MessageTexts, AResourceFileThatIsNotThereIsAnError) {
+    test::Scratch scratch;
+    EXPECT_EQ(test::raised([&] { MessageTexts(scratch.path("Own.dll")); }).number, 53);
+    scratch.write("Own.en.txt", "@12000\tOwn.de.txt\n" + header);
+    MessageTexts texts(scratch.path("Own.dll"));
+    EXPECT_EQ(test::raised([&] { texts.text(10, u"de"); }).number, 53);
+}
+
+} // namespace
+} // namespace vlgs
