@@ -12,6 +12,8 @@
 #include "frame/Resource.h"
 #include "frame/Restricted.h"
 #include "general/GUID.h"
+#include "ini/Collection.h"
+#include "ini/Property.h"
 
 #include <span>
 #include <string_view>
@@ -23,9 +25,13 @@ struct TypeList {};
 
 /// The classes of the component, in the order of the type library.
 using Classes = TypeList<
-    // still to come before it: Collection, DDE, Files, General
+    // in this order:
+    Collection,
+    // still to come before it: DDE, Files, General
     GUID,
-    // still to come before it: INIFile, Property, RegUtil, RegValue, CorvaTools, Buffer
+    // still to come before it: INIFile
+    Property,
+    // still to come before it: RegUtil, RegValue, CorvaTools, Buffer
     Restricted,
     // still to come before it: ViewProperties, ViewProperty, ObjectPackager, Conversion
     Cipher, Resource>;
