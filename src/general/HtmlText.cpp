@@ -60,17 +60,21 @@ constexpr bool isEntityLetter(char16_t character) {
     return (character >= u'a' && character <= u'z') || (character >= u'@' && character <= u'Z');
 }
 
-/// One scan from left to right. Each step sets the piece of output or leaves the one before it, which is then
-/// written once more.
+/// Sets of characters below 64.
+constexpr std::uint64_t bit(char16_t character) {
+    return std::uint64_t{1} << character;
+}
+constexpr std::uint64_t markup = bit(u'<') | bit(u'&');
+constexpr std::uint64_t blanks = bit(u' ') | bit(u'\t') | bit(u'\r');
+
+/// One scan from left to right. Each step writes a piece of output, a new one or once more the one before it.
 class Conversion {
   public:
     Conversion(std::u16string_view html, std::u16string& out) : html_(html), tags_(html), out_(out) {}
 
     void run() {
-        while (at_ < html_.size()) {
+        while (at_ < html_.size())
             step();
-            out_ += piece_;
-        }
     }
 
   private:
@@ -92,6 +96,12 @@ class Conversion {
                (character == u'\r' || character == u'\t' || (character == u' ' && lastWasBlank_));
     }
 
+    void write(std::u16string_view piece) {
+        piece_ = piece;
+        out_ += piece;
+    }
+    void writeAgain() { out_ += piece_; }
+
     void tag() {
         const TagRule& rule = ruleOfTag(html_.substr(at_));
         switch (rule.action) {
@@ -103,28 +113,27 @@ class Conversion {
         case TagAction::LeavePreformatted:
             preformatted_ = rule.action == TagAction::EnterPreformatted;
             at_ = tags_.endOf(at_);
-            return;
+            return writeAgain();
         case TagAction::Write:
-            piece_ = rule.text;
             at_ = tags_.endOf(at_);
-            return;
+            return write(rule.text);
         case TagAction::WriteAttribute:
             const auto end = tags_.endOf(at_);
             attribute_ = bracketedValue(html_.substr(at_, end - at_), rule.text);
-            piece_ = attribute_;
             at_ = end;
+            write(attribute_);
         }
     }
 
     void element(std::u16string_view endTag, std::size_t withoutEndTag) {
         const auto end = tags_.endOfElementTag(at_);
         if (html_.substr(at_, end - at_).ends_with(u"/>")) {
-            piece_ = {};
             at_ = end;
-            return;
+            return write({});
         }
         const auto found = findTag(html_, endTag, at_);
         at_ = found == npos ? withoutEndTag : found + endTag.size();
+        writeAgain();
     }
 
     void entity() {
@@ -132,26 +141,30 @@ class Conversion {
         auto end = name;
         while (end < html_.size() && isEntityLetter(html_[end]))
             ++end;
-        piece_ = entityText(html_.substr(name, end - name));
+        write(entityText(html_.substr(name, end - name)));
         at_ = end + 1; // the ";", or whatever stands in its place
     }
 
     void blank() {
-        piece_ = lastWasBlank_ ? std::u16string_view() : u" ";
+        write(lastWasBlank_ ? std::u16string_view() : u" ");
         lastWasBlank_ = true;
         ++at_;
     }
 
     /// Copies characters as far as nothing special comes; the last of them is the piece.
     void characters() {
-        auto end = at_;
-        do {
-            if (!preformatted_)
-                lastWasBlank_ = html_[end] == u' ';
+        const auto special = preformatted_ ? markup : markup | blanks;
+        auto end = at_ + 1;
+        while (end < html_.size()) {
+            const char16_t character = html_[end];
+            const bool isSpecial = character <= u'<' && (special >> character & 1) != 0;
+            if (isSpecial && !(character == u' ' && html_[end - 1] != u' '))
+                break;
             ++end;
-        } while (end < html_.size() && html_[end] != u'<' && html_[end] != u'&' &&
-                 !isSpecialBlank(html_[end]));
-        out_ += html_.substr(at_, end - 1 - at_);
+        }
+        if (!preformatted_)
+            lastWasBlank_ = html_[end - 1] == u' ';
+        out_ += html_.substr(at_, end - at_);
         piece_ = html_.substr(end - 1, 1);
         at_ = end;
     }

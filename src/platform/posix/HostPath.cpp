@@ -174,7 +174,7 @@ std::string hostParts(std::u16string_view names) {
     std::string parts;
     while (names.size() > 1) {
         const auto to = std::min(names.find(u'\\', 1), names.size());
-        parts += "/" + hostName(names.substr(1, to - 1));
+        parts.append(1, '/').append(hostName(names.substr(1, to - 1)));
         names.remove_prefix(to);
     }
     return names.empty() || parts.empty() ? parts : parts + "/";
