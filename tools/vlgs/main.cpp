@@ -5,6 +5,7 @@
 #include "HostText.h"
 #include "Misuse.h"
 #include "automation/Error.h"
+#include "library/Idl.h"
 
 #include <iostream>
 #include <new>
@@ -20,6 +21,7 @@ constexpr std::string_view usage =
        vlgs classes
        vlgs describe CLASS[.MEMBER]
        vlgs describe --markdown [CLASS]
+       vlgs idl
        vlgs --version | --help
 )";
 
@@ -30,6 +32,7 @@ call      creates an object of the class, calls the member, and prints the resul
           arguments are plain texts. CLASS.MEMBER=VALUE writes a property. --json prints type and value.
 classes   lists the classes.
 describe  tells what a class or a member does; --markdown writes the reference pages.
+idl       prints the interface definition of the COM server.
 
 Status: 0 done; 1 the library raised an error, printed as "error NUMBER SOURCE: DESCRIPTION"; 2 misuse.
 )";
@@ -43,14 +46,16 @@ void run(std::span<const std::string_view> words) {
         return call(rest);
     if (command == "describe")
         return describe(std::cout, rest);
-    const bool known =
-        command == "classes" || command == "--version" || command == "--help" || command == "-h";
+    const bool known = command == "classes" || command == "idl" || command == "--version" ||
+                       command == "--help" || command == "-h";
     if (!known)
         throw Misuse("there is no command \"" + std::string(command) + "\"");
     if (!rest.empty())
         throw Misuse(std::string(command) + " takes no arguments");
     if (command == "classes")
         listClasses(std::cout);
+    else if (command == "idl")
+        std::cout << interfaceDefinition();
     else if (command == "--version")
         std::cout << "vlgs " << VLGS_VERSION_TEXT << '\n';
     else

@@ -1,0 +1,48 @@
+# The COM server: VlGeneralServices.dll with its type library inside, VlComRes.dll with the message texts, the manifest
+# for use without registration, and GoogleTest for the tests that run under Wine.
+
+# Nothing but the system's own libraries is needed at run time.
+add_link_options(-static)
+target_link_libraries(vlgs_static PUBLIC oleaut32 ole32 uuid advapi32 mpr bcrypt)
+
+# The type library. The definitions that it imports come with Wine's development files.
+find_program(VLGS_WIDL NAMES ${CMAKE_SYSTEM_PROCESSOR}-w64-mingw32-widl REQUIRED)
+find_path(VLGS_IDL_DIR oaidl.idl PATHS /usr/include/wine/wine/windows /usr/include/wine/windows REQUIRED
+          NO_CMAKE_FIND_ROOT_PATH)
+find_path(VLGS_TLB_DIR stdole2.tlb PATHS /usr/lib/x86_64-linux-gnu/wine/x86_64-windows REQUIRED
+          NO_CMAKE_FIND_ROOT_PATH)
+set(VLGS_IDL ${PROJECT_SOURCE_DIR}/typelib/VlGeneralServices.idl)
+set(VLGS_TLB ${PROJECT_BINARY_DIR}/typelib/VlGeneralServices.tlb)
+set(VLGS_HEADER ${PROJECT_BINARY_DIR}/typelib/VlGeneralServices.h)
+set(VLGS_WIDL_COMMAND ${VLGS_WIDL} -I ${VLGS_IDL_DIR} -L ${VLGS_TLB_DIR})
+file(MAKE_DIRECTORY ${PROJECT_BINARY_DIR}/typelib)
+add_custom_command(OUTPUT ${VLGS_TLB} DEPENDS ${VLGS_IDL}
+  COMMAND ${VLGS_WIDL_COMMAND} -t -o ${VLGS_TLB} ${VLGS_IDL} VERBATIM)
+add_custom_command(OUTPUT ${VLGS_HEADER} DEPENDS ${VLGS_IDL}
+  COMMAND ${VLGS_WIDL_COMMAND} -D VLGS_HEADER -h -o ${VLGS_HEADER} ${VLGS_IDL} VERBATIM)
+add_custom_target(vlgs_header DEPENDS ${VLGS_HEADER})
+
+enable_language(RC)
+configure_file(${PROJECT_SOURCE_DIR}/src/com/VlGeneralServices.rc.in
+               ${PROJECT_BINARY_DIR}/typelib/VlGeneralServices.rc @ONLY)
+set_source_files_properties(${PROJECT_BINARY_DIR}/typelib/VlGeneralServices.rc PROPERTIES OBJECT_DEPENDS ${VLGS_TLB})
+add_library(VlGeneralServices SHARED ${VLGS_OBJECTS} ${PROJECT_SOURCE_DIR}/src/com/VlGeneralServices.def
+            ${PROJECT_BINARY_DIR}/typelib/VlGeneralServices.rc)
+set_target_properties(VlGeneralServices PROPERTIES PREFIX "" LINKER_LANGUAGE CXX
+  RUNTIME_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR}/bin)
+target_link_libraries(VlGeneralServices PRIVATE oleaut32 ole32 uuid advapi32 mpr bcrypt)
+configure_file(${PROJECT_SOURCE_DIR}/typelib/VlGeneralServices.manifest
+               ${PROJECT_BINARY_DIR}/bin/VlGeneralServices.manifest COPYONLY)
+
+if(VLGS_TESTS)
+  # The distribution carries GoogleTest as source; its warnings are not ours.
+  set(VLGS_GTEST_DIR /usr/src/googletest/googletest)
+  add_library(gtest STATIC ${VLGS_GTEST_DIR}/src/gtest-all.cc)
+  add_library(gtest_main STATIC ${VLGS_GTEST_DIR}/src/gtest_main.cc)
+  target_include_directories(gtest SYSTEM PUBLIC ${VLGS_GTEST_DIR}/include PRIVATE ${VLGS_GTEST_DIR})
+  target_compile_options(gtest PRIVATE -w)
+  target_compile_options(gtest_main PRIVATE -w)
+  target_link_libraries(gtest_main PUBLIC gtest)
+  add_library(GTest::gtest ALIAS gtest)
+  add_library(GTest::gtest_main ALIAS gtest_main)
+endif()

@@ -1,0 +1,10 @@
+#!/usr/bin/env bash
+# Emits the interface definition and the side-by-side manifest in typelib/ from the class descriptions.
+set -euo pipefail
+cd "$(dirname "$0")/.."
+source scripts/packages.sh
+need_build
+need_tests
+build dev library_tests
+VLGS_SOURCE_DIR=$PWD VLGS_UPDATE_TYPELIB=1 build/dev/library_tests --gtest_brief=1 --gtest_also_run_disabled_tests --gtest_filter='InterfaceDefinition.*'
+git status --short typelib

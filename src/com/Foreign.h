@@ -1,0 +1,50 @@
+// Somebody else's automation object, as the library uses it.
+#pragma once
+
+#include "com/Module.h"
+#include "com/Ole.h"
+
+#include "automation/Object.h"
+#include "automation/Variant.h"
+
+namespace vlgs::com {
+
+/// Stands for a caller's object. Calls go through its dispatch interface, arguments by value; a failure is
+/// raised with the number, source and description that the object tells.
+class ForeignObject final : public Object {
+  public:
+    /// The one that stands for an object; `pointer` is any of its interfaces, and comes back as it is.
+    static Ref<ForeignObject> of(IUnknown* pointer);
+
+    DispatchId idOf(std::u16string_view name) const override;
+    Variant invoke(DispatchId member, InvokeKind kind, Arguments arguments) override;
+
+    /// Not counted; null when the object has no dispatch interface.
+    IDispatch* dispatch() const noexcept { return dispatch_.get(); }
+    IUnknown* unknown() const noexcept { return identity_.get(); }
+
+  private:
+    friend Ref<ForeignObject> make<ForeignObject>(ComPtr<IUnknown>&, ComPtr<IDispatch>&);
+    ForeignObject(ComPtr<IUnknown> identity, ComPtr<IDispatch> dispatch);
+    ~ForeignObject() override;
+
+    ComPtr<IUnknown> identity_;
+    ComPtr<IDispatch> dispatch_;
+    ModuleLock lock_;
+};
+
+/// A caller's enumerator.
+class ForeignEnumerator final : public Enumerator {
+  public:
+    explicit ForeignEnumerator(ComPtr<IEnumVARIANT> enumerator) : enumerator_(std::move(enumerator)) {}
+    bool next(Variant& item) override;
+    void reset() override;
+    Ref<Enumerator> clone() const override;
+    IEnumVARIANT* get() const noexcept { return enumerator_.get(); }
+
+  private:
+    ComPtr<IEnumVARIANT> enumerator_;
+    ModuleLock lock_;
+};
+
+} // namespace vlgs::com

@@ -1,0 +1,164 @@
+#include "com/Registration.h"
+
+#include "automation/ClassInfo.h"
+#include "automation/Text.h"
+#include "com/Failure.h"
+#include "com/TypeLibrary.h"
+#include "library/Classes.h"
+#include "library/LibraryIdentity.h"
+#include "platform/Guid.h"
+
+#include <olectl.h>
+
+// Not every set of headers declares these.
+extern "C" HRESULT STDMETHODCALLTYPE RegisterTypeLibForUser(ITypeLib*, OLECHAR*, OLECHAR*);
+extern "C" HRESULT STDMETHODCALLTYPE UnRegisterTypeLibForUser(REFIID, WORD, WORD, LCID, SYSKIND);
+
+namespace vlgs::com {
+
+namespace {
+
+/// A status of the registry as an exception on its way to the one caller below.
+struct Failed {
+    HRESULT status;
+};
+
+void check(HRESULT status) {
+    if (FAILED(status))
+        throw Failed{status};
+}
+
+const wchar_t* const classesPath = L"Software\\Classes";
+
+/// The part of the registry that holds the classes.
+class ClassesKey {
+  public:
+    explicit ClassesKey(Scope scope) {
+        check(HRESULT_FROM_WIN32(static_cast<DWORD>(
+            RegCreateKeyExW(scope == Scope::Machine ? HKEY_LOCAL_MACHINE : HKEY_CURRENT_USER, classesPath, 0,
+                            nullptr, 0, KEY_ALL_ACCESS, nullptr, &key_, nullptr))));
+    }
+    ClassesKey(const ClassesKey&) = delete;
+    ClassesKey& operator=(const ClassesKey&) = delete;
+    ~ClassesKey() { RegCloseKey(key_); }
+
+    void set(const String& path, const wchar_t* name, const String& value) const {
+        check(HRESULT_FROM_WIN32(static_cast<DWORD>(
+            RegSetKeyValueW(key_, wide(path.data()), name, REG_SZ, value.data(),
+                            static_cast<DWORD>((value.length() + 1) * sizeof(char16_t))))));
+    }
+    void remove(const String& path) const {
+        const auto status = static_cast<DWORD>(RegDeleteTreeW(key_, wide(path.data())));
+        if (status != ERROR_FILE_NOT_FOUND)
+            check(HRESULT_FROM_WIN32(status));
+        RegDeleteKeyW(key_, wide(path.data()));
+    }
+
+  private:
+    HKEY key_ = nullptr;
+};
+
+String versioned(const ClassInfo& info) {
+    return concat(info.programmaticId(), u".", decimal(libraryMajor));
+}
+
+String classPath(const ClassInfo& info) {
+    return concat(u"CLSID\\", guidText(info.header().classId));
+}
+
+void registerClass(const ClassesKey& key, const ClassInfo& info, const String& module) {
+    const String& name = info.programmaticId();
+    const String help = String::fromUtf8(info.header().help);
+    const String id = guidText(info.header().classId);
+    key.set(name, nullptr, help);
+    key.set(concat(name, u"\\CLSID"), nullptr, id);
+    key.set(concat(name, u"\\CurVer"), nullptr, versioned(info));
+    key.set(versioned(info), nullptr, help);
+    key.set(concat(versioned(info), u"\\CLSID"), nullptr, id);
+    const String path = classPath(info);
+    key.set(path, nullptr, help);
+    key.set(concat(path, u"\\InprocServer32"), nullptr, module);
+    key.set(concat(path, u"\\InprocServer32"), L"ThreadingModel", u"Apartment");
+    // Whoever asks for the name of a class gets the one that clients use, which bears no version.
+    key.set(concat(path, u"\\ProgID"), nullptr, name);
+    key.set(concat(path, u"\\VersionIndependentProgID"), nullptr, name);
+    key.set(concat(path, u"\\TypeLib"), nullptr, guidText(libraryId));
+    key.set(concat(path, u"\\Version"), nullptr, concat(decimal(libraryMajor), u".", decimal(libraryMinor)));
+    key.set(concat(path, u"\\Programmable"), nullptr, String());
+}
+
+void removeClass(const ClassesKey& key, const ClassInfo& info) {
+    key.remove(info.programmaticId());
+    key.remove(versioned(info));
+    key.remove(classPath(info));
+}
+
+void registerTypeLibrary(Scope scope, const String& module) {
+    ComPtr<ITypeLib> library;
+    check(LoadTypeLibEx(wide(module.data()), REGKIND_NONE, library.put()));
+    auto* path = const_cast<wchar_t*>(wide(module.data()));
+    check(scope == Scope::Machine ? RegisterTypeLib(library.get(), path, nullptr)
+                                  : RegisterTypeLibForUser(library.get(), path, nullptr));
+}
+
+void removeTypeLibrary(Scope scope) {
+    constexpr SYSKIND system = sizeof(void*) == 8 ? SYS_WIN64 : SYS_WIN32;
+    const auto remove = scope == Scope::Machine ? &UnRegisterTypeLib : &UnRegisterTypeLibForUser;
+    const HRESULT status = remove(toGuid(libraryId), libraryMajor, libraryMinor, 0, system);
+    if (status != TYPE_E_REGISTRYACCESS && status != TYPE_E_LIBNOTREGISTERED)
+        check(status);
+}
+
+/// Runs a step of registration and gives its status.
+template <class Step>
+HRESULT statusOf(Step&& step) noexcept {
+    try {
+        step();
+        return S_OK;
+    } catch (const Failed& failed) {
+        return failed.status;
+    } catch (const Error&) {
+        return SELFREG_E_CLASS;
+    } catch (...) {
+        return E_OUTOFMEMORY;
+    }
+}
+
+} // namespace
+
+HRESULT registerServer(Scope scope) noexcept {
+    const HRESULT status = statusOf([scope] {
+        const ClassesKey key(scope);
+        const String module = modulePath();
+        registerTypeLibrary(scope, module);
+        for (const auto* info : classes())
+            if (info->header().creatable)
+                registerClass(key, *info, module);
+    });
+    if (FAILED(status))
+        unregisterServer(scope);
+    return status;
+}
+
+HRESULT unregisterServer(Scope scope) noexcept {
+    return statusOf([scope] {
+        const ClassesKey key(scope);
+        for (const auto* info : classes())
+            if (info->header().creatable)
+                removeClass(key, *info);
+        removeTypeLibrary(scope);
+    });
+}
+
+HRESULT registerServer() noexcept {
+    const HRESULT status = registerServer(Scope::Machine);
+    return status == E_ACCESSDENIED || status == TYPE_E_REGISTRYACCESS ? registerServer(Scope::User) : status;
+}
+
+HRESULT unregisterServer() noexcept {
+    const HRESULT user = unregisterServer(Scope::User);
+    const HRESULT machine = unregisterServer(Scope::Machine);
+    return machine == E_ACCESSDENIED ? user : machine;
+}
+
+} // namespace vlgs::com

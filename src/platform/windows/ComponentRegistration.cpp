@@ -1,0 +1,50 @@
+#include "platform/ComponentRegistration.h"
+
+#include "automation/CaseFold.h"
+#include "platform/Guid.h"
+#include "platform/windows/Host.h"
+
+#include <memory>
+#include <objbase.h>
+
+namespace vlgs {
+
+using namespace windows;
+
+namespace {
+
+struct FreeText {
+    void operator()(wchar_t* text) const noexcept { CoTaskMemFree(text); }
+};
+using TaskText = std::unique_ptr<wchar_t, FreeText>;
+
+String toString(const wchar_t* text) {
+    return reinterpret_cast<const char16_t*>(text);
+}
+
+} // namespace
+
+std::optional<GuidValue> registeredClassId(std::u16string_view progId) {
+    CLSID id;
+    LPOLESTR text = nullptr;
+    if (SUCCEEDED(CLSIDFromProgID(WideText(progId).get(), &id)) && SUCCEEDED(StringFromCLSID(id, &text)))
+        return parseGuid(toString(TaskText(text).get()));
+    for (const ClassInfo* own : ownClasses())
+        if (equalIgnoringCase(own->programmaticId(), progId))
+            return own->header().classId;
+    return std::nullopt;
+}
+
+std::optional<String> registeredProgId(const GuidValue& classId) {
+    CLSID id;
+    LPOLESTR text = nullptr;
+    const String idText = guidText(classId);
+    if (SUCCEEDED(CLSIDFromString(wide(idText.data()), &id)) && SUCCEEDED(ProgIDFromCLSID(id, &text)))
+        return toString(TaskText(text).get());
+    for (const ClassInfo* own : ownClasses())
+        if (own->header().classId == classId)
+            return own->programmaticId();
+    return std::nullopt;
+}
+
+} // namespace vlgs

@@ -1,0 +1,254 @@
+#include "platform/Files.h"
+
+#include "automation/CaseFold.h"
+#include "automation/Error.h"
+#include "platform/windows/FileSecurity.h"
+#include "platform/windows/Host.h"
+
+#include <algorithm>
+
+namespace vlgs {
+
+using namespace windows;
+
+namespace {
+
+constexpr DWORD shareAll = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
+constexpr auto settable =
+    FileAttributes::ReadOnly | FileAttributes::Hidden | FileAttributes::System | FileAttributes::Archive;
+constexpr auto known = settable | FileAttributes::Directory;
+
+FileAttributes told(DWORD attributes) {
+    return FileAttributes(attributes) & known;
+}
+
+/// The attributes of a path, of a link those of its target; INVALID_FILE_ATTRIBUTES with the reason in the
+/// last error when there is nothing.
+DWORD hostAttributes(const WideText& path) noexcept {
+    const DWORD attributes = GetFileAttributesW(path.get());
+    if (attributes == INVALID_FILE_ATTRIBUTES || !(attributes & FILE_ATTRIBUTE_REPARSE_POINT))
+        return attributes;
+    const Handle target(CreateFileW(path.get(), FILE_READ_ATTRIBUTES, shareAll, nullptr, OPEN_EXISTING,
+                                    FILE_FLAG_BACKUP_SEMANTICS, nullptr));
+    BY_HANDLE_FILE_INFORMATION info;
+    if (!target || !GetFileInformationByHandle(target.get(), &info))
+        return INVALID_FILE_ATTRIBUTES;
+    return info.dwFileAttributes;
+}
+
+Handle open(std::u16string_view path, DWORD access, DWORD share, DWORD disposition,
+            SECURITY_ATTRIBUTES* security = nullptr, DWORD flags = FILE_ATTRIBUTE_NORMAL) {
+    const WideText name(path);
+    Handle file(CreateFileW(name.get(), access, share, security, disposition, flags, nullptr));
+    if (!file) {
+        const DWORD error = GetLastError();
+        if (disposition == CREATE_NEW && GetFileAttributesW(name.get()) != INVALID_FILE_ATTRIBUTES)
+            raise(RunTimeError::FileAlreadyExists);
+        raiseHostError(error);
+    }
+    return file;
+}
+
+void writeAll(const Handle& file, std::string_view bytes) {
+    constexpr std::size_t piece = 1u << 28;
+    while (!bytes.empty()) {
+        DWORD written = 0;
+        if (!WriteFile(file.get(), bytes.data(), static_cast<DWORD>(std::min(bytes.size(), piece)), &written,
+                       nullptr))
+            raiseLastError();
+        bytes.remove_prefix(written);
+    }
+    if (!FlushFileBuffers(file.get()))
+        raiseLastError();
+}
+
+std::string readAll(const Handle& file) {
+    LARGE_INTEGER size;
+    if (!GetFileSizeEx(file.get(), &size))
+        raiseLastError();
+    std::string bytes(static_cast<std::size_t>(size.QuadPart), '\0');
+    std::size_t done = 0;
+    for (;;) {
+        if (done == bytes.size())
+            bytes.resize(done + 4096); // it may have grown meanwhile
+        DWORD count = 0;
+        const auto room = static_cast<DWORD>(std::min<std::size_t>(bytes.size() - done, 1u << 28));
+        if (!ReadFile(file.get(), bytes.data() + done, room, &count, nullptr))
+            raiseLastError();
+        if (count == 0)
+            break;
+        done += count;
+    }
+    bytes.resize(done);
+    return bytes;
+}
+
+} // namespace
+
+std::optional<FileAttributes> findAttributes(std::u16string_view path) noexcept {
+    try {
+        const DWORD attributes = hostAttributes(WideText(path));
+        return attributes == INVALID_FILE_ATTRIBUTES ? std::nullopt : std::optional(told(attributes));
+    } catch (const std::exception&) {
+        return std::nullopt;
+    }
+}
+
+bool fileExists(std::u16string_view path) noexcept {
+    const auto found = findAttributes(path);
+    return found && !has(*found, FileAttributes::Directory) && !path.ends_with(u'\\') &&
+           !path.ends_with(u'/');
+}
+
+bool folderExists(std::u16string_view path) noexcept {
+    const auto found = findAttributes(path);
+    return found && has(*found, FileAttributes::Directory);
+}
+
+bool pathExists(std::u16string_view path) noexcept {
+    return fileExists(path) || folderExists(path);
+}
+
+bool isListed(std::u16string_view path, FileAttributes include) noexcept {
+    constexpr auto restricted = FileAttributes::Hidden | FileAttributes::System | FileAttributes::Directory;
+    if (path.find_first_of(u"*?") != path.npos)
+        return false;
+    const auto found = findAttributes(path);
+    return found && !has(*found, restricted & ~include);
+}
+
+FileAttributes attributes(std::u16string_view path) {
+    const DWORD found = hostAttributes(WideText(path));
+    if (found == INVALID_FILE_ATTRIBUTES)
+        raiseLastError();
+    return told(found);
+}
+
+void setAttributes(std::u16string_view path, FileAttributes attributes) {
+    const auto bits = static_cast<DWORD>(attributes & settable);
+    if (!SetFileAttributesW(WideText(path).get(), bits ? bits : FILE_ATTRIBUTE_NORMAL))
+        raiseLastError();
+}
+
+std::uint64_t fileLength(std::u16string_view path) {
+    if (has(attributes(path), FileAttributes::Directory))
+        raise(RunTimeError::FileNotFound);
+    const Handle file = open(path, FILE_READ_ATTRIBUTES, shareAll, OPEN_EXISTING);
+    LARGE_INTEGER size;
+    if (!GetFileSizeEx(file.get(), &size))
+        raiseLastError();
+    return static_cast<std::uint64_t>(size.QuadPart);
+}
+
+std::string readFile(std::u16string_view path) {
+    return readAll(open(path, GENERIC_READ, shareAll, OPEN_EXISTING));
+}
+
+FileReader::FileReader(std::u16string_view path)
+    : handle_(reinterpret_cast<std::intptr_t>(
+          open(path, GENERIC_READ, shareAll, OPEN_EXISTING, nullptr, FILE_FLAG_SEQUENTIAL_SCAN).detach())) {}
+FileReader::FileReader(FileReader&& other) noexcept
+    : handle_(std::exchange(other.handle_, reinterpret_cast<std::intptr_t>(INVALID_HANDLE_VALUE))) {}
+FileReader& FileReader::operator=(FileReader&& other) noexcept {
+    std::swap(handle_, other.handle_);
+    return *this;
+}
+FileReader::~FileReader() {
+    const Handle closing(reinterpret_cast<HANDLE>(handle_));
+}
+
+std::size_t FileReader::read(char* to, std::size_t size) {
+    std::size_t done = 0;
+    while (done < size) {
+        DWORD count = 0;
+        const auto room = static_cast<DWORD>(std::min<std::size_t>(size - done, 1u << 28));
+        if (!ReadFile(reinterpret_cast<HANDLE>(handle_), to + done, room, &count, nullptr))
+            raiseLastError();
+        if (count == 0)
+            break;
+        done += count;
+    }
+    return done;
+}
+
+void createFile(std::u16string_view path, std::string_view bytes, Readable readable) {
+    std::optional<UserOnly> security;
+    if (readable == Readable::ByUserOnly)
+        security.emplace();
+    Handle file = open(path, GENERIC_WRITE, 0, CREATE_NEW, security ? security->get() : nullptr);
+    try {
+        writeAll(file, bytes);
+    } catch (const Error&) {
+        file = Handle();
+        DeleteFileW(WideText(path).get()); // no part of it stays
+        throw;
+    }
+}
+
+void copyFile(std::u16string_view from, std::u16string_view to, Readable readable) {
+    if (has(attributes(from), FileAttributes::Directory))
+        raise(RunTimeError::PermissionDenied);
+    if (readable == Readable::ByUserOnly) {
+        createFile(to, readFile(from), readable);
+        setAttributes(to, attributes(from));
+    } else if (!CopyFileW(WideText(from).get(), WideText(to).get(), TRUE)) {
+        raiseLastError();
+    }
+}
+
+void deleteFile(std::u16string_view path) {
+    const WideText name(path);
+    const DWORD found = GetFileAttributesW(name.get());
+    if (found == INVALID_FILE_ATTRIBUTES)
+        raiseLastError();
+    const bool isLink = (found & FILE_ATTRIBUTE_REPARSE_POINT) != 0;
+    if ((found & FILE_ATTRIBUTE_DIRECTORY) || (found & FILE_ATTRIBUTE_READONLY))
+        raise(RunTimeError::PermissionDenied);
+    // Opened so that nobody else may have it open at the same time.
+    const Handle closing =
+        open(path, DELETE, isLink ? shareAll : 0, OPEN_EXISTING, nullptr,
+             FILE_FLAG_DELETE_ON_CLOSE | FILE_FLAG_OPEN_REPARSE_POINT | FILE_FLAG_BACKUP_SEMANTICS);
+}
+
+void visitFolder(std::u16string_view folder, std::u16string_view extension,
+                 const std::function<bool(FolderEntry)>& visit) {
+    if (!folderExists(folder))
+        raise(RunTimeError::PathNotFound);
+    const String suffix = extension.empty() ? String() : concat(u".", extension);
+    WIN32_FIND_DATAW found;
+    const HANDLE search = FindFirstFileExW(WideText(concat(folder, u"\\*")).get(), FindExInfoBasic, &found,
+                                           FindExSearchNameMatch, nullptr, 0);
+    if (search == INVALID_HANDLE_VALUE) {
+        if (GetLastError() == ERROR_FILE_NOT_FOUND)
+            return;
+        raiseLastError();
+    }
+    struct Closer {
+        HANDLE search;
+        ~Closer() { FindClose(search); }
+    } const closer{search};
+    do {
+        const std::u16string_view name = reinterpret_cast<const char16_t*>(found.cFileName);
+        if (name == u"." || name == u".." || name.size() < suffix.length() ||
+            !equalIgnoringCase(name.substr(name.size() - suffix.length()), suffix))
+            continue;
+        auto kind = FileAttributes(found.dwFileAttributes) & FileAttributes::Directory;
+        if (found.dwFileAttributes & FILE_ATTRIBUTE_REPARSE_POINT)
+            kind = FileAttributes::Link;
+        if (!visit({name, kind}))
+            return;
+    } while (FindNextFileW(search, &found));
+    if (GetLastError() != ERROR_NO_MORE_FILES)
+        raiseLastError();
+}
+
+std::vector<FolderEntry> listFolder(std::u16string_view folder, std::u16string_view extension) {
+    std::vector<FolderEntry> entries;
+    visitFolder(folder, extension, [&](FolderEntry entry) {
+        entries.push_back(std::move(entry));
+        return true;
+    });
+    return entries;
+}
+
+} // namespace vlgs

@@ -1,0 +1,74 @@
+// The operating system's functions and what every use of them here needs.
+#pragma once
+
+#ifndef WIN32_LEAN_AND_MEAN
+#define WIN32_LEAN_AND_MEAN
+#endif
+#ifndef NOMINMAX
+#define NOMINMAX
+#endif
+#include <windows.h>
+
+#include "automation/String.h"
+
+#include <utility>
+#include <vector>
+
+namespace vlgs::windows {
+
+inline const wchar_t* wide(const char16_t* text) noexcept {
+    return reinterpret_cast<const wchar_t*>(text);
+}
+
+/// A path or name as the functions take it; one with a NUL inside names nothing, so it becomes "".
+class WideText {
+  public:
+    explicit WideText(std::u16string_view text)
+        : text_(text.find(u'\0') == text.npos ? String(text) : String()) {}
+    const wchar_t* get() const noexcept { return wide(text_.data()); }
+    bool empty() const noexcept { return text_.empty(); }
+
+  private:
+    String text_;
+};
+
+/// The text that a function writes into a buffer and whose length it returns, or the size that it needs:
+/// `const auto folder = textOf([](wchar_t* to, DWORD size) { return GetCurrentDirectoryW(size, to); })`. ""
+/// when the function fails.
+template <class Function>
+String textOf(Function&& function) {
+    std::vector<wchar_t> buffer(MAX_PATH);
+    for (;;) {
+        const DWORD length = function(buffer.data(), static_cast<DWORD>(buffer.size()));
+        if (length < buffer.size())
+            return std::u16string_view(reinterpret_cast<const char16_t*>(buffer.data()), length);
+        buffer.resize(length + 1);
+    }
+}
+
+/// An open handle of a file.
+class Handle {
+  public:
+    explicit Handle(HANDLE handle = INVALID_HANDLE_VALUE) noexcept : handle_(handle) {}
+    Handle(Handle&& other) noexcept : handle_(other.detach()) {}
+    Handle& operator=(Handle other) noexcept {
+        std::swap(handle_, other.handle_);
+        return *this;
+    }
+    ~Handle() {
+        if (*this)
+            CloseHandle(handle_);
+    }
+    HANDLE get() const noexcept { return handle_; }
+    explicit operator bool() const noexcept { return handle_ != INVALID_HANDLE_VALUE; }
+    HANDLE detach() noexcept { return std::exchange(handle_, INVALID_HANDLE_VALUE); }
+
+  private:
+    HANDLE handle_;
+};
+
+/// Raises the run time's error for an error code of the operating system.
+[[noreturn]] void raiseHostError(DWORD error);
+[[noreturn]] void raiseLastError();
+
+} // namespace vlgs::windows
