@@ -2,6 +2,9 @@
 
 #include "automation/Array.h"
 #include "automation/CaseFold.h"
+#include "automation/DateFormat.h"
+#include "automation/DateText.h"
+#include "automation/Dates.h"
 #include "automation/Error.h"
 #include "automation/NumberText.h"
 #include "automation/Text.h"
@@ -38,6 +41,19 @@ double decimalToDouble(const Decimal& value) {
     const double magnitude = (static_cast<double>(value.high) * 0x1p64 + static_cast<double>(value.low)) /
                              std::pow(10.0, value.scale);
     return value.sign ? -magnitude : magnitude;
+}
+
+Currency currencyOf(const Decimal& value) {
+    const double units = roundHalfToEven(decimalToDouble(value) * 10000);
+    if (!(std::abs(units) < 0x1p63))
+        raise(RunTimeError::Overflow);
+    if (value.high == 0 && value.scale <= 4) { // exactly, where a Double could not hold every digit
+        std::uint64_t exact = value.low;
+        for (int scale = value.scale; scale < 4; ++scale)
+            exact *= 10;
+        return {static_cast<std::int64_t>(value.sign ? 0 - exact : exact)};
+    }
+    return {static_cast<std::int64_t>(units)};
 }
 
 } // namespace
@@ -83,7 +99,12 @@ double toDouble(const Variant& value) {
 }
 
 std::int32_t toLong(const Variant& value) {
-    return value.is(VarType::Long) ? value.number() : checkedWhole<std::int32_t>(toDouble(value));
+    if (value.is(VarType::Long))
+        return value.number();
+    if (value.isString())
+        if (const auto bits = bitsOfText(value.text()))
+            return *bits;
+    return checkedWhole<std::int32_t>(toDouble(value));
 }
 std::int16_t toInteger(const Variant& value) {
     return value.is(VarType::Integer) ? value.integer() : checkedWhole<std::int16_t>(toDouble(value));
@@ -132,6 +153,8 @@ String toText(const Variant& value) {
     case VarType::Currency:
     case VarType::Decimal:
         return numberToText(value);
+    case VarType::Date:
+        return dateToText(value.date());
     case VarType::Object:
         return toText(valueOf(value.reference()));
     case VarType::Null:
@@ -148,6 +171,8 @@ Date toDate(const Variant& value) {
 Currency toCurrency(const Variant& value) {
     if (value.is(VarType::Currency))
         return value.currency();
+    if (value.isString() || value.is(VarType::Decimal))
+        return currencyOf(toDecimal(value));
     const double units = roundHalfToEven(toDouble(value) * 10000);
     if (!(std::abs(units) < 0x1p63))
         raise(RunTimeError::Overflow);
@@ -157,7 +182,14 @@ Currency toCurrency(const Variant& value) {
 Decimal toDecimal(const Variant& value) {
     if (value.is(VarType::Decimal))
         return value.decimal();
-    return textToDecimal(value.isString() ? value.text() : numberToText(toDouble(value)));
+    if (value.isString())
+        return textToDecimal(value.text());
+    if (value.is(VarType::Currency)) {
+        const auto units = value.currency().units;
+        return {4, static_cast<std::uint8_t>(units < 0 ? 0x80 : 0), 0,
+                units < 0 ? 0 - static_cast<std::uint64_t>(units) : static_cast<std::uint64_t>(units)};
+    }
+    return textToDecimal(numberToText(toDouble(value)));
 }
 
 Ref<Object> toObject(const Variant& value) {

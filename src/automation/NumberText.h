@@ -1,19 +1,33 @@
-// Numbers as texts in the user's locale.
+// Numbers as texts in the user's locale: what the run time's text and number conversions give and accept.
 #pragma once
 
 #include "automation/Variant.h"
 
+#include <optional>
+
 namespace vlgs {
 
-/// The text of a number of any type: up to 15 significant digits (7 for a Single) without group separators,
-/// with an exponent outside the run time's ordinary range.
+/// The text of a number of any type, with the locale's decimal separator and without group separators. A
+/// Double has up to 15 significant digits and a Single up to 7, and an exponent ("1E-05", "1.5E+15") when its
+/// first digit stands behind the fourth decimal place or before the 15th digit; Currency and Decimal are
+/// exact. Raises what `toDouble` raises.
 String numberToText(const Variant& number);
 
-/// The number that a text stands for. Raises 13 for a text that is none, 6 for one that is too large.
+/// The number that a text stands for. Accepted are blanks at the ends, a sign in front or behind or
+/// parentheses for a negative number, the locale's currency sign in front or behind, group separators before
+/// the decimal separator, an exponent, and "&H" or "&O" before hexadecimal or octal digits. Raises 13 for any
+/// other text, 6 for a number that is too large.
 double textToNumber(std::u16string_view text);
+
+/// The same with up to 28 decimal places kept; digits that do not fit are rounded, a whole part of more than
+/// 96 bits raises 6.
 Decimal textToDecimal(std::u16string_view text);
 
-/// Whether `textToNumber` would accept the text.
-bool isNumericText(std::u16string_view text) noexcept;
+/// The 32 bits of a text of the "&H" or "&O" form, nothing for a text of another form or of more bits:
+/// "&HFFFFFFFF" is -1 as a whole number.
+std::optional<std::int32_t> bitsOfText(std::u16string_view text) noexcept;
+
+/// Whether `textToNumber` accepts the text.
+bool isNumericText(std::u16string_view text);
 
 } // namespace vlgs

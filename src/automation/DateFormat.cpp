@@ -1,0 +1,364 @@
+#include "automation/DateFormat.h"
+
+#include "automation/CaseFold.h"
+#include "automation/Convert.h"
+#include "automation/DateText.h"
+#include "automation/Dates.h"
+#include "platform/Locale.h"
+
+#include <algorithm>
+#include <array>
+#include <string>
+
+namespace vlgs {
+
+namespace {
+
+enum class Token : std::uint8_t {
+    General,
+    Day,
+    Day2,
+    WeekdayShort,
+    Weekday,
+    ShortDate,
+    LongDate,
+    DayOfWeek,
+    Week,
+    Month,
+    Month2,
+    MonthShort,
+    MonthName,
+    Quarter,
+    DayOfYear,
+    Year2,
+    Year4,
+    Era,
+    Hour,
+    Hour2,
+    Minute,
+    Minute2,
+    Second,
+    Second2,
+    LongTime,
+    AmPmFull,
+    AmPmShort,
+    AmPmLocale,
+    DateSeparator,
+    TimeSeparator,
+    Literal,
+};
+
+struct Spelling {
+    std::u16string_view text; // lower case
+    Token token;
+};
+// Longer spellings before their beginnings.
+constexpr Spelling spellings[] = {
+    {u"dddddd", Token::LongDate}, {u"ddddd", Token::ShortDate},
+    {u"dddd", Token::Weekday},    {u"ddd", Token::WeekdayShort},
+    {u"dd", Token::Day2},         {u"d", Token::Day},
+    {u"yyyy", Token::Year4},      {u"yy", Token::Year2},
+    {u"y", Token::DayOfYear},     {u"mmmm", Token::MonthName},
+    {u"mmm", Token::MonthShort},  {u"mm", Token::Month2},
+    {u"m", Token::Month},         {u"hh", Token::Hour2},
+    {u"h", Token::Hour},          {u"nn", Token::Minute2},
+    {u"n", Token::Minute},        {u"ss", Token::Second2},
+    {u"s", Token::Second},        {u"ww", Token::Week},
+    {u"w", Token::DayOfWeek},     {u"ttttt", Token::LongTime},
+    {u"am/pm", Token::AmPmFull},  {u"a/p", Token::AmPmShort},
+    {u"ampm", Token::AmPmLocale}, {u"ggg", Token::Era},
+    {u"gg", Token::Era},          {u"g", Token::Era},
+    {u"q", Token::Quarter},       {u"c", Token::General},
+    {u"/", Token::DateSeparator}, {u":", Token::TimeSeparator},
+};
+
+constexpr char16_t lowerAscii(char16_t c) {
+    return c >= u'A' && c <= u'Z' ? c + 32 : c;
+}
+
+bool beginsWith(std::u16string_view text, std::u16string_view lower) {
+    return text.size() >= lower.size() &&
+           std::equal(lower.begin(), lower.end(), text.begin(),
+                      [](char16_t a, char16_t b) { return a == lowerAscii(b); });
+}
+
+// Cuts a pattern into tokens; `text()` is the current token's text, for a literal the text to be put out.
+class Scanner {
+  public:
+    explicit Scanner(std::u16string_view pattern) : rest_(pattern) {}
+
+    bool next() {
+        if (rest_.empty())
+            return false;
+        token_ = Token::Literal;
+        if (rest_.front() == u'\\') {
+            take(1);
+            text_ = take(1);
+            return true;
+        }
+        if (rest_.front() == u'"') {
+            take(1);
+            const auto end = rest_.find(u'"');
+            text_ = take(end);
+            take(1);
+            return true;
+        }
+        for (const auto& [text, token] : spellings)
+            if (beginsWith(rest_, text)) {
+                // Minutes are spelled like months directly after hours.
+                const bool minutes = afterHour_ && (token == Token::Month || token == Token::Month2);
+                token_ = !minutes ? token : token == Token::Month ? Token::Minute : Token::Minute2;
+                text_ = take(text.size());
+                if (token_ != Token::DateSeparator && token_ != Token::TimeSeparator)
+                    afterHour_ = token_ == Token::Hour || token_ == Token::Hour2;
+                return true;
+            }
+        text_ = take(1);
+        return true;
+    }
+    Token token() const { return token_; }
+    std::u16string_view text() const { return text_; }
+
+  private:
+    std::u16string_view take(std::size_t count) {
+        const auto taken = rest_.substr(0, count);
+        rest_.remove_prefix(taken.size());
+        return taken;
+    }
+    std::u16string_view rest_;
+    std::u16string_view text_;
+    Token token_ = Token::Literal;
+    bool afterHour_ = false;
+};
+
+class Formatter {
+  public:
+    Formatter(Date date, FirstDayOfWeek firstDay, FirstWeekOfYear firstWeek)
+        : date_(date), parts_(partsOf(date)), weekday_(weekdayOf(dateOf(parts_))), firstDay_(firstDay),
+          firstWeek_(firstWeek) {}
+
+    String format(std::u16string_view pattern) {
+        bool twelve = false;
+        for (Scanner scan(pattern); scan.next();)
+            twelve |= scan.token() >= Token::AmPmFull && scan.token() <= Token::AmPmLocale;
+        for (Scanner scan(pattern); scan.next();)
+            put(scan.token(), scan.text(), twelve);
+        return out_;
+    }
+
+  private:
+    void number(int value, int width = 1) {
+        std::array<char16_t, 8> digits;
+        auto first = digits.end();
+        for (; value > 0 || width > 0; value /= 10, --width)
+            *--first = static_cast<char16_t>(u'0' + value % 10);
+        out_.append(first, digits.end());
+    }
+    void put(LocaleItem item) { out_ += locale_.text(item); }
+    bool morning() const { return parts_.hour < 12; }
+
+    void put(Token token, std::u16string_view text, bool twelve) {
+        const int hour = twelve ? (parts_.hour + 11) % 12 + 1 : parts_.hour;
+        switch (token) {
+        case Token::General:
+            return general();
+        case Token::Day:
+            return number(parts_.day);
+        case Token::Day2:
+            return number(parts_.day, 2);
+        case Token::WeekdayShort:
+            out_ += locale_.weekdayName(weekday_, NameForm::Abbreviated);
+            return;
+        case Token::Weekday:
+            out_ += locale_.weekdayName(weekday_);
+            return;
+        case Token::ShortDate:
+            return platformPattern(locale_.text(LocaleItem::ShortDatePattern));
+        case Token::LongDate:
+            return platformPattern(locale_.text(LocaleItem::LongDatePattern));
+        case Token::DayOfWeek:
+            return number((weekday_ - firstDay() + 7) % 7 + 1);
+        case Token::Week:
+            return number(week());
+        case Token::Month:
+            return number(parts_.month);
+        case Token::Month2:
+            return number(parts_.month, 2);
+        case Token::MonthShort:
+            out_ += locale_.monthName(parts_.month, NameForm::Abbreviated);
+            return;
+        case Token::MonthName:
+            out_ += locale_.monthName(parts_.month);
+            return;
+        case Token::Quarter:
+            return number((parts_.month + 2) / 3);
+        case Token::DayOfYear:
+            return number(dayOfYear(parts_));
+        case Token::Year2:
+            return number(parts_.year % 100, 2);
+        case Token::Year4:
+            return number(parts_.year, 4);
+        case Token::Era:
+            return; // the Gregorian calendar as the locales use it names none
+        case Token::Hour:
+            return number(hour);
+        case Token::Hour2:
+            return number(hour, 2);
+        case Token::Minute:
+            return number(parts_.minute);
+        case Token::Minute2:
+            return number(parts_.minute, 2);
+        case Token::Second:
+            return number(parts_.second);
+        case Token::Second2:
+            return number(parts_.second, 2);
+        case Token::LongTime:
+            return platformPattern(locale_.text(LocaleItem::TimePattern));
+        case Token::AmPmFull:
+            out_ += morning() ? text.substr(0, 2) : text.substr(3);
+            return;
+        case Token::AmPmShort:
+            out_ += morning() ? text.substr(0, 1) : text.substr(2);
+            return;
+        case Token::AmPmLocale:
+            return put(morning() ? LocaleItem::Morning : LocaleItem::Afternoon);
+        case Token::DateSeparator:
+            return put(LocaleItem::DateSeparator);
+        case Token::TimeSeparator:
+            return put(LocaleItem::TimeSeparator);
+        case Token::Literal:
+            out_ += text;
+            return;
+        }
+    }
+
+    void general() {
+        const bool midnight = parts_.hour == 0 && parts_.minute == 0 && parts_.second == 0;
+        const bool dayZero = dayOf(date_) == Date{0};
+        if (!dayZero || midnight)
+            platformPattern(locale_.text(LocaleItem::ShortDatePattern));
+        if (!dayZero && !midnight)
+            out_ += u' ';
+        if (!midnight || dayZero) {
+            if (dayZero && midnight)
+                out_.clear(); // day 0 at midnight is a time
+            platformPattern(locale_.text(LocaleItem::TimePattern));
+        }
+    }
+
+    int firstDay() const {
+        return firstDay_ == FirstDayOfWeek::System ? locale_.firstDayOfWeek() : static_cast<int>(firstDay_);
+    }
+
+    // The number of whole weeks since the week that counts as the year's first, from 1.
+    int week() const {
+        const int january1 = weekdayOf(dateOf({parts_.year, 1, 1}));
+        const int before = (january1 - firstDay() + 7) % 7; // days of its week that lie in the old year
+        const int skipped = firstWeek_ == FirstWeekOfYear::FourDays   ? (before > 3 ? 7 : 0)
+                            : firstWeek_ == FirstWeekOfYear::FullWeek ? (before > 0 ? 7 : 0)
+                                                                      : 0;
+        const int days = dayOfYear(parts_) - 1 + before - skipped;
+        if (days < 0) { // the last week of the old year
+            Formatter last(dateOf({parts_.year - 1, 12, 31}), firstDay_, firstWeek_);
+            return last.week();
+        }
+        if (firstWeek_ == FirstWeekOfYear::FourDays && parts_.month == 12) {
+            const int place = (weekday_ - firstDay() + 7) % 7;
+            if (31 - parts_.day + place < 3) // at least four days of its week lie in the new year
+                return 1;
+        }
+        return days / 7 + 1;
+    }
+
+    // A pattern of the platform: M months, H and h hours, t designators, literal text between single quotes.
+    void platformPattern(std::u16string_view pattern) {
+        const bool hasDay = pattern.find(u'd') != pattern.npos && !isOnlyWeekday(pattern);
+        for (std::size_t i = 0; i < pattern.size();) {
+            const char16_t c = pattern[i];
+            if (c == u'\'') {
+                const auto end = std::min(pattern.find(u'\'', i + 1), pattern.size());
+                out_ += end == i + 1 ? u"'" : pattern.substr(i + 1, end - i - 1);
+                i = end + 1;
+                continue;
+            }
+            const auto run = std::min(pattern.find_first_not_of(c, i), pattern.size()) - i;
+            platformToken(c, static_cast<int>(run), hasDay);
+            i += run;
+        }
+    }
+    static bool isOnlyWeekday(std::u16string_view pattern) {
+        for (auto at = pattern.find(u'd'); at != pattern.npos;) {
+            const auto end = std::min(pattern.find_first_not_of(u'd', at), pattern.size());
+            if (end - at <= 2)
+                return false;
+            at = pattern.find(u'd', end);
+        }
+        return true;
+    }
+    void platformToken(char16_t letter, int run, bool besideDay) {
+        switch (letter) {
+        case u'd':
+            if (run <= 2)
+                return number(parts_.day, run);
+            out_ += locale_.weekdayName(weekday_, run == 3 ? NameForm::Abbreviated : NameForm::Full);
+            return;
+        case u'M':
+            if (run <= 2)
+                return number(parts_.month, run);
+            out_ += locale_.monthName(parts_.month, run == 3    ? besideDay ? NameForm::AbbreviatedGenitive
+                                                                            : NameForm::Abbreviated
+                                                    : besideDay ? NameForm::Genitive
+                                                                : NameForm::Full);
+            return;
+        case u'y':
+            return run <= 2 ? number(parts_.year % 100, run) : number(parts_.year, 4);
+        case u'h':
+            return number((parts_.hour + 11) % 12 + 1, std::min(run, 2));
+        case u'H':
+            return number(parts_.hour, std::min(run, 2));
+        case u'm':
+            return number(parts_.minute, std::min(run, 2));
+        case u's':
+            return number(parts_.second, std::min(run, 2));
+        case u't': {
+            const auto text = locale_.text(morning() ? LocaleItem::Morning : LocaleItem::Afternoon);
+            out_ += run == 1 ? text.substr(0, 1) : text;
+            return;
+        }
+        case u'g':
+            return;
+        default:
+            out_.append(static_cast<std::size_t>(run), letter);
+        }
+    }
+
+    const Locale locale_ = Locale::user();
+    Date date_;
+    DateParts parts_;
+    int weekday_;
+    FirstDayOfWeek firstDay_;
+    FirstWeekOfYear firstWeek_;
+    std::u16string out_;
+};
+
+} // namespace
+
+String formatDate(Date date, std::u16string_view pattern, FirstDayOfWeek firstDay,
+                  FirstWeekOfYear firstWeek) {
+    return Formatter(date, firstDay, firstWeek).format(pattern);
+}
+
+String formatValueAsDate(const Variant& value, std::u16string_view pattern, FirstDayOfWeek firstDay,
+                         FirstWeekOfYear firstWeek) {
+    if (value.isString()) {
+        const auto date = parseDate(value.text());
+        return date ? formatDate(*date, pattern, firstDay, firstWeek) : value.text();
+    }
+    return formatDate(toDate(value), pattern, firstDay, firstWeek);
+}
+
+String dateToText(Date date) {
+    return formatDate(date, u"c");
+}
+
+} // namespace vlgs

@@ -1,0 +1,37 @@
+// Dates as texts: the pattern language of the run time's formatting function.
+#pragma once
+
+#include "automation/Variant.h"
+
+namespace vlgs {
+
+/// 0 asks for the user's setting, 1 (Sunday) to 7 (Saturday).
+enum class FirstDayOfWeek { System = 0, Sunday = 1 };
+/// The week that counts as the first: that of 1 January, the first of four days in the year, the first full
+/// one.
+enum class FirstWeekOfYear { System = 0, January1 = 1, FourDays = 2, FullWeek = 3 };
+
+/// The moment by a pattern, in the user's locale. Letters may have either case:
+/// - `c`: `ddddd ttttt`, without the time where it is midnight and without the date on day 0;
+/// - `d dd` day, `ddd dddd` weekday name, `ddddd dddddd` the locale's short and long date;
+/// - `w` weekday 1 to 7, `ww` week, `m mm` month, or minutes directly after hours, `mmm mmmm` month name,
+///   `q` quarter, `y` day of the year, `yy yyyy` year, `g gg ggg` era name, which is empty;
+/// - `h hh` hour, to 12 where the pattern has a designator, `n nn` minute, `s ss` second, `ttttt` the
+/// locale's time;
+/// - `AM/PM am/pm A/P a/p` designators as they stand, `AMPM` the locale's;
+/// - `/` and `:` the locale's separators; a backslash takes the next character, double quotes the text
+/// between
+///   them as they stand; so does every other character.
+/// Raises 6 for a day count outside the years 100 to 9999.
+String formatDate(Date date, std::u16string_view pattern, FirstDayOfWeek firstDay = FirstDayOfWeek::Sunday,
+                  FirstWeekOfYear firstWeek = FirstWeekOfYear::January1);
+
+/// The same for a value as the formatting function takes it: a text that is no date comes back as it is.
+String formatValueAsDate(const Variant& value, std::u16string_view pattern,
+                         FirstDayOfWeek firstDay = FirstDayOfWeek::Sunday,
+                         FirstWeekOfYear firstWeek = FirstWeekOfYear::January1);
+
+/// The text of a date as a text conversion makes it, pattern `c`.
+String dateToText(Date date);
+
+} // namespace vlgs
