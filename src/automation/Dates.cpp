@@ -71,7 +71,7 @@ Date dateOfSeconds(std::int64_t seconds) {
         --day;
     }
     if (day < firstDay || day > lastDay)
-        raise(RunTimeError::Overflow);
+        raise(RunTimeError::InvalidProcedureCall);
     const double time = static_cast<double>(rest) / secondsPerDay;
     return {day < 0 ? static_cast<double>(day) - time : static_cast<double>(day) + time};
 }
@@ -79,7 +79,7 @@ Date dateOfSeconds(std::int64_t seconds) {
 std::int64_t checkedSum(std::int64_t a, std::int64_t b) {
     std::int64_t sum = 0;
     if (__builtin_add_overflow(a, b, &sum))
-        raise(RunTimeError::Overflow);
+        raise(RunTimeError::InvalidProcedureCall);
     return sum;
 }
 
@@ -132,7 +132,7 @@ Date addSeconds(Date date, std::int64_t seconds) {
 Date addDays(Date date, std::int64_t days) {
     std::int64_t seconds = 0;
     if (__builtin_mul_overflow(days, secondsPerDay, &seconds))
-        raise(RunTimeError::Overflow);
+        raise(RunTimeError::InvalidProcedureCall);
     return addSeconds(date, seconds);
 }
 

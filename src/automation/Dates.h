@@ -36,7 +36,7 @@ int weekdayOf(Date date);
 /// 1 to 366.
 int dayOfYear(const DateParts& parts) noexcept;
 
-/// Moves by whole seconds or days. Raise 6 when the result lies outside the years 100 to 9999.
+/// Moves by whole seconds or days. Raise 5 when the result lies outside the years 100 to 9999.
 Date addSeconds(Date date, std::int64_t seconds);
 Date addDays(Date date, std::int64_t days);
 

@@ -46,8 +46,8 @@ TEST(Dates, MovesAcrossDayZero) {
     EXPECT_EQ(daysBetween({-0.75}, {1}), 1);
     EXPECT_EQ(dayOf({-1.25}).days, -1);
     EXPECT_EQ(timeOf({-1.25}).days, 0.25);
-    EXPECT_EQ(raised([] { addDays({2958465}, 1); }).number, 6);
-    EXPECT_EQ(raised([] { addDays({0}, INT64_MAX); }).number, 6);
+    EXPECT_EQ(raised([] { addDays({2958465}, 1); }).number, 5);
+    EXPECT_EQ(raised([] { addDays({0}, INT64_MAX); }).number, 5);
 }
 
 TEST(DateFormat, KnowsThePatternLanguage) {

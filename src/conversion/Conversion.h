@@ -1,0 +1,165 @@
+// The class `Conversion`: how numbers, dates and times look on the user's machine and in the product's own form that
+// is the same everywhere.
+#pragma once
+
+#include "conversion/AttributeValues.h"
+#include "conversion/LocaleSettings.h"
+#include "frame/Component.h"
+
+namespace vlgs {
+
+class Conversion final : public CountedComponent {
+  public:
+    /// A locale item by its platform number, see `g_GetLocaleSetting`. Never raises.
+    String GetLocaleSetting(std::int32_t lInfoType) const;
+    /// The nine settings that the product needs. Never raises.
+    udtLocaleSettings GetLocaleSettings() const;
+
+    // Patterns of the date formatter, and the present local moment by each of them.
+    String LongDateFormat() const;
+    String LongDate() const;
+    String ShortDateFormat() const;
+    String ShortDate() const;
+    String UniversalDateFormat() const;
+    String UniversalDate() const;
+    String LocaleTimeFormat() const;
+    String LocaleTime() const;
+    String UniversalTimeFormat() const;
+    String UniversalTime() const;
+    String UniversalTimestampFormat() const;
+    String UniversalTimestamp() const;
+    /// The same pattern as `UniversalTimestampFormat`.
+    String TimestampFormat() const;
+    String Timestamp() const;
+    String LocaleTimestampFormat() const;
+    String LocaleTimestamp() const;
+
+    /// The text without weekday names of the user's language; punctuation that followed one stays.
+    String RemoveWeekdayName(const String& sDate) const;
+
+    /// See `g_FormatAttrValueData`.
+    Variant FormatAttrValueData(const Variant& vData, enumAttrValueDataTypes eDataType,
+                                enumAttrValueConvTypes eConvType) const;
+    /// "1" for a value that converts to True, else "0"; `bTypedReturn` receives the Boolean. Raises 13 for a value
+    /// that is no Boolean.
+    String CBln(const Variant& vData, bool* bTypedReturn) const;
+
+    /// "1.0000".
+    String GenerateRevisionNumber() const;
+    /// See `g_IncrementRevisionNumber`.
+    String IncrementRevisionNumber(const String& sRevisionNumber) const;
+    /// See `g_IsValidRevisionNumber`.
+    bool IsValidCorvaRevisionNumber(String& sRevisionNumber) const;
+    /// See `g_CompareRevisionNumber`.
+    Variant RevNumComp(const String& sRevNum1, String& sRevNum2) const;
+    /// See `g_PostFixCharacter`.
+    String PostFixCharacter() const;
+
+    // Timestamps in the universal pattern; see `g_CTimestamp` for what is accepted and raised. `CTimestamp` drops what
+    // stands before and behind the moment, the other two when they are asked to.
+    String CTimestamp(const Variant& vLegalLocaleTimestamp, bool bUseDatePart, bool bUseTimePart,
+                      Date* dtTypedReturn) const;
+    String CTimestamp2(const Variant& vLegalLocaleTimestamp, bool bUseDatePart, bool bUseTimePart,
+                       Date* dtTypedReturn, bool bTruncGarbage) const;
+    String CTimestamp3(const Variant& vLegalLocaleTimestamp, bool bUseDatePart, bool bUseTimePart,
+                       Date* dtTypedReturn, bool bTruncGarbage, bool bUseLocaleFormat) const;
+
+    // The date or the time of a value in one of the forms above. Raise what `g_CTimestamp` raises.
+    String CLongDate(const Variant& vLegalLocaleDate, Date* dtTypedReturn) const;
+    String CShortDate(const Variant& vLegalLocaleDate, Date* dtTypedReturn) const;
+    String CUniversalDate(const Variant& vLegalLocaleDate, Date* dtTypedReturn) const;
+    String CLocaleTime(const Variant& vLegalLocaleTime, Date* dtTypedReturn) const;
+    String CUniversalTime(const Variant& vLegalLocaleTime, Date* dtTypedReturn) const;
+    /// See `g_CUniversalTimestampToLocale`.
+    String CUniversalTimestampToLocale(const Variant& vTimestamp) const;
+
+    // Whether `g_CTimestamp` accepts a value. `sReturn` receives the converted text, with the user's separators for dates
+    // and times and in the universal pattern for timestamps; it stays as it is when the answer is False. Never raise.
+    bool IsValidDate(const Variant& vDate, String* sReturn) const;
+    bool IsValidTime(const Variant& vTime, String* sReturn) const;
+    bool IsValidTimestamp(const Variant& vTimestamp, String* sReturn) const;
+    bool IsValidCorvaDate(const Variant& vDate, bool bTruncGarbage, String* sReturn) const;
+    bool IsValidCorvaTime(const Variant& vTime, bool bTruncGarbage, String* sReturn) const;
+    bool IsValidCorvaTimestamp(const Variant& vTimestamp, bool bTruncGarbage, String* sReturn) const;
+
+    static constexpr auto describe() {
+        using C = Conversion;
+        return describeClass<C>(
+            {.name = "Conversion",
+             .help = "Conversion and validation of attribute values, dates, times and revision numbers",
+             .number = eInterfaceID_Conversion,
+             .classId = guid("0E9B6C8D-2A64-4F0B-8E4E-3D7C5F1A9B20"),
+             .interfaceId = guid("5D3F2A17-91C4-4C5E-B7D8-1E6A0F9C4B21"),
+             .creatable = true},
+            identity(), //
+            method<&C::GetLocaleSetting>(1, "GetLocaleSetting", "A setting of the user's locale", "lInfoType"),
+            method<&C::GetLocaleSettings>(2, "GetLocaleSettings", "The settings of the user's locale"),
+            get<&C::LongDateFormat>(3, "LongDateFormat", "The user's long date pattern"),
+            get<&C::LongDate>(4, "LongDate", "Today as a long date"),
+            get<&C::ShortDateFormat>(5, "ShortDateFormat", "The user's short date pattern"),
+            method<&C::ShortDate>(6, "ShortDate", "Today as a short date"),
+            get<&C::UniversalDateFormat>(7, "UniversalDateFormat", "The universal date pattern"),
+            method<&C::UniversalDate>(8, "UniversalDate", "Today as a universal date"),
+            get<&C::LocaleTimeFormat>(9, "LocaleTimeFormat", "The user's time pattern"),
+            method<&C::LocaleTime>(10, "LocaleTime", "The present time in the user's form"),
+            get<&C::UniversalTimeFormat>(11, "UniversalTimeFormat", "The universal time pattern"),
+            method<&C::UniversalTime>(12, "UniversalTime", "The present time in the universal form"),
+            get<&C::UniversalTimestampFormat>(13, "UniversalTimestampFormat", "The universal timestamp pattern"),
+            method<&C::UniversalTimestamp>(14, "UniversalTimestamp", "The present moment in the universal form"),
+            get<&C::TimestampFormat>(15, "TimestampFormat", "The same as UniversalTimestampFormat"),
+            method<&C::Timestamp>(16, "Timestamp", "The same as UniversalTimestamp"),
+            get<&C::LocaleTimestampFormat>(17, "LocaleTimestampFormat",
+                                           "The timestamp pattern with the user's separators"),
+            method<&C::LocaleTimestamp>(18, "LocaleTimestamp", "The present moment with the user's separators"),
+            method<&C::RemoveWeekdayName>(19, "RemoveWeekdayName", "A date without weekday names", "sDate"),
+            method<&C::FormatAttrValueData>(20, "FormatAttrValueData",
+                                            "An attribute value in its native or the user's form", "vData",
+                                            "eDataType", "eConvType"),
+            method<&C::CBln>(21, "CBln", "A Boolean value as \"1\" or \"0\"", "vData", optional("bTypedReturn")),
+            method<&C::GenerateRevisionNumber>(22, "GenerateRevisionNumber", "The first revision number"),
+            method<&C::IncrementRevisionNumber>(23, "IncrementRevisionNumber", "The next revision number",
+                                                optional("sRevisionNumber")),
+            method<&C::IsValidCorvaRevisionNumber>(24, "IsValidCorvaRevisionNumber",
+                                                   "Whether a text is a revision number; normalises it",
+                                                   "sRevisionNumber"),
+            method<&C::RevNumComp>(25, "RevNumComp", "Compares two revision numbers: -1, 0, 1, or \"\"", "sRevNum1",
+                                   "sRevNum2"),
+            method<&C::PostFixCharacter>(26, "PostFixCharacter", "The character that the catalogue names"),
+            method<&C::CTimestamp>(27, "CTimestamp", "A value as a universal timestamp, garbage dropped",
+                                   "vLegalLocaleTimestamp", optional("bUseDatePart"), optional("bUseTimePart"),
+                                   optional("dtTypedReturn")),
+            method<&C::CTimestamp2>(28, "CTimestamp2", "A value as a universal timestamp", "vLegalLocaleTimestamp",
+                                    optional("bUseDatePart"), optional("bUseTimePart"), optional("dtTypedReturn"),
+                                    optional("bTruncGarbage", 0)),
+            method<&C::CTimestamp3>(29, "CTimestamp3", "A value as a timestamp of either form",
+                                    "vLegalLocaleTimestamp", optional("bUseDatePart"), optional("bUseTimePart"),
+                                    optional("dtTypedReturn"), optional("bTruncGarbage", 0),
+                                    optional("bUseLocaleFormat", 0)),
+            method<&C::CLongDate>(30, "CLongDate", "A date in the user's long form", "vLegalLocaleDate",
+                                  optional("dtTypedReturn")),
+            method<&C::CShortDate>(31, "CShortDate", "A date in the user's short form", "vLegalLocaleDate",
+                                   optional("dtTypedReturn")),
+            method<&C::CUniversalDate>(32, "CUniversalDate", "A date in the universal form", "vLegalLocaleDate",
+                                       optional("dtTypedReturn")),
+            method<&C::CLocaleTime>(33, "CLocaleTime", "A time in the user's form", "vLegalLocaleTime",
+                                    optional("dtTypedReturn")),
+            method<&C::CUniversalTime>(34, "CUniversalTime", "A time in the universal form", "vLegalLocaleTime",
+                                       optional("dtTypedReturn")),
+            method<&C::CUniversalTimestampToLocale>(35, "CUniversalTimestampToLocale",
+                                                    "A universal timestamp with the user's separators", "vTimestamp"),
+            method<&C::IsValidDate>(36, "IsValidDate", "Whether a value is a date", "vDate", optional("sReturn")),
+            method<&C::IsValidTime>(37, "IsValidTime", "Whether a value is a time", "vTime", optional("sReturn")),
+            method<&C::IsValidTimestamp>(38, "IsValidTimestamp", "Whether a value is a timestamp", "vTimestamp",
+                                         optional("sReturn")),
+            method<&C::IsValidCorvaDate>(39, "IsValidCorvaDate", "Whether a value is a date", "vDate",
+                                         optional("bTruncGarbage", 0), optional("sReturn")),
+            method<&C::IsValidCorvaTime>(40, "IsValidCorvaTime", "Whether a value is a time", "vTime",
+                                         optional("bTruncGarbage", 0), optional("sReturn")),
+            method<&C::IsValidCorvaTimestamp>(41, "IsValidCorvaTimestamp", "Whether a value is a timestamp",
+                                              "vTimestamp", optional("bTruncGarbage", 0), optional("sReturn")));
+    }
+    static const ClassInfo& description();
+    const ClassInfo* classInfo() const noexcept override { return &description(); }
+};
+
+} // namespace vlgs
