@@ -43,17 +43,24 @@ double decimalToDouble(const Decimal& value) {
     return value.sign ? -magnitude : magnitude;
 }
 
-Currency currencyOf(const Decimal& value) {
-    const double units = roundHalfToEven(decimalToDouble(value) * 10000);
+Currency currencyOf(double value) {
+    const double units = roundHalfToEven(value * 10000);
     if (!(std::abs(units) < 0x1p63))
         raise(RunTimeError::Overflow);
-    if (value.high == 0 && value.scale <= 4) { // exactly, where a Double could not hold every digit
-        std::uint64_t exact = value.low;
-        for (int scale = value.scale; scale < 4; ++scale)
-            exact *= 10;
-        return {static_cast<std::int64_t>(value.sign ? 0 - exact : exact)};
-    }
     return {static_cast<std::int64_t>(units)};
+}
+
+Currency currencyOf(const Decimal& value) {
+    if (value.high == 0 && value.scale <= 4) { // exactly, where a Double could not hold every digit
+        std::uint64_t units = value.low;
+        bool overflow = false;
+        for (int scale = value.scale; scale < 4; ++scale)
+            overflow |= __builtin_mul_overflow(units, std::uint64_t{10}, &units);
+        if (overflow || units > static_cast<std::uint64_t>(std::numeric_limits<std::int64_t>::max()))
+            raise(RunTimeError::Overflow);
+        return {value.sign ? -static_cast<std::int64_t>(units) : static_cast<std::int64_t>(units)};
+    }
+    return currencyOf(decimalToDouble(value));
 }
 
 } // namespace
@@ -173,10 +180,7 @@ Currency toCurrency(const Variant& value) {
         return value.currency();
     if (value.isString() || value.is(VarType::Decimal))
         return currencyOf(toDecimal(value));
-    const double units = roundHalfToEven(toDouble(value) * 10000);
-    if (!(std::abs(units) < 0x1p63))
-        raise(RunTimeError::Overflow);
-    return {static_cast<std::int64_t>(units)};
+    return currencyOf(toDouble(value));
 }
 
 Decimal toDecimal(const Variant& value) {

@@ -95,6 +95,16 @@ int takeMonth(std::u16string_view& text, const Locale& locale) {
     return month;
 }
 
+// Whether the text began with the name of a weekday in the user's language, which is then taken.
+bool takeWeekday(std::u16string_view& text, const Locale& locale) {
+    std::size_t longest = 0;
+    for (int weekday = 1; weekday <= 7; ++weekday)
+        for (const NameForm form : {NameForm::Full, NameForm::Abbreviated})
+            longest = std::max(longest, lengthOfWord(text, locale.weekdayName(weekday, form)));
+    text.remove_prefix(longest);
+    return longest > 0;
+}
+
 enum class Half { None, Morning, Afternoon };
 
 // A designator of either half of the day as the locale writes it, also without its dots or blanks, or as
@@ -180,7 +190,10 @@ Date dateOf(const Moment& moment) {
 // Reads texts that have the form of one of the locale's own patterns, units and all: "2009年3月7日".
 class PatternReader {
   public:
-    PatternReader(std::u16string_view pattern, const Locale& locale) : locale_(locale) {
+    enum class Weekdays { Drop, Keep };
+
+    PatternReader(std::u16string_view pattern, const Locale& locale, Weekdays weekdays = Weekdays::Drop)
+        : locale_(locale) {
         for (std::size_t i = 0; i < pattern.size();) {
             const char16_t c = pattern[i];
             auto end = std::min(pattern.find_first_not_of(c, i), pattern.size());
@@ -190,9 +203,9 @@ class PatternReader {
                 ++end;
             } else if (std::u16string_view(u"dMyhHmst").find(c) == std::u16string_view::npos) {
                 add({u'\0', 0, pattern.substr(i, end - i)});
-            } else if (c != u'd' || end - i <= 2) {
+            } else if (c != u't' && (c != u'd' || end - i <= 2 || weekdays == Weekdays::Keep)) {
                 add({c, end - i, {}});
-            } // weekday names are no part of what is read
+            } // designators may stand on either side of a time, whatever the pattern says
             i = end;
         }
     }
@@ -211,7 +224,7 @@ class PatternReader {
         auto rest = text;
         std::optional<Number> year, month, day, hour, minute, second;
         int name = 0;
-        Half half = Half::None;
+        Half half = takeHalf(rest, locale_);
         for (std::size_t i = 0; i < pieces_.size(); ++i) {
             const auto& [letter, size, literal] = pieces_[i];
             if (letter == u'\0' || letter == u'\'') {
@@ -221,9 +234,8 @@ class PatternReader {
                 continue;
             }
             rest = skipBlanks(rest);
-            if (letter == u't') {
-                half = takeHalf(rest, locale_);
-                if (half == Half::None)
+            if (letter == u'd' && size > 2) {
+                if (!takeWeekday(rest, locale_))
                     return std::nullopt;
                 continue;
             }
@@ -245,9 +257,11 @@ class PatternReader {
         }
         Moment moment;
         if (hour) {
+            if (half == Half::None)
+                half = takeHalfBehind(rest);
             moment.time = validTime(half, hour->value, minute.value_or(Number{}).value,
                                     second.value_or(Number{}).value);
-        } else if (year && day && (month || name)) {
+        } else if (half == Half::None && year && day && (month || name)) {
             moment.day = validDay(*year, month.value_or(Number{name, 2}), *day);
         }
         if (!moment.day && !moment.time)
@@ -262,6 +276,14 @@ class PatternReader {
         std::size_t size;
         std::u16string_view literal;
     };
+
+    Half takeHalfBehind(std::u16string_view& text) const {
+        auto rest = skipBlanks(text);
+        const Half half = takeHalf(rest, locale_);
+        if (half != Half::None)
+            text = rest;
+        return half;
+    }
 
     // Commas and blanks where a weekday name stood at the pattern's beginning are dropped with it.
     void add(Piece piece) {
@@ -626,6 +648,15 @@ class Parser {
 };
 
 } // namespace
+
+std::optional<Date> parseLongDate(std::u16string_view text) {
+    const Locale locale = Locale::user();
+    auto rest = withoutStrays(text);
+    const auto moment =
+        PatternReader(locale.text(LocaleItem::LongDatePattern), locale, PatternReader::Weekdays::Keep)
+            .read(rest);
+    return moment && moment->day && rest.empty() ? std::optional(dateOf(*moment)) : std::nullopt;
+}
 
 std::optional<Date> parseDate(std::u16string_view text) {
     if (const auto date = Parser().parse(text))

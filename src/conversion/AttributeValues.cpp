@@ -127,10 +127,8 @@ Variant AttrValueDateFromLocaleToNative_(Date dt) {
 }
 
 Variant AttrValueDateFromNativeToLocale_(std::int32_t lDays) {
-    return underInnermostSource(
-        u"VlGeneralServices.modConversion.AttrValueDateFromNativeToLocale_", [&]() -> Variant {
-            return shortDate(addDays(firstNativeDay, lDays));
-        });
+    return underInnermostSource(u"VlGeneralServices.modConversion.AttrValueDateFromNativeToLocale_",
+                                [&]() -> Variant { return shortDate(addDays(firstNativeDay, lDays)); });
 }
 
 Variant AttrValueTimeFromLocaleToNative_(Date dt) {
@@ -141,9 +139,8 @@ Variant AttrValueTimeFromLocaleToNative_(Date dt) {
 
 Variant AttrValueTimeFromNativeToLocale_(std::int32_t lSeconds) {
     return underInnermostSource(
-        u"VlGeneralServices.modConversion.AttrValueTimeFromNativeToLocale_", [&]() -> Variant {
-            return localeTimeOf(stripSeconds(addSeconds({0}, lSeconds)));
-        });
+        u"VlGeneralServices.modConversion.AttrValueTimeFromNativeToLocale_",
+        [&]() -> Variant { return localeTimeOf(stripSeconds(addSeconds({0}, lSeconds))); });
 }
 
 Variant dateToNative(const Variant& vData) {

@@ -2,6 +2,7 @@
 
 #include "automation/Convert.h"
 #include "automation/DateFormat.h"
+#include "automation/Dates.h"
 #include "conversion/RevisionNumbers.h"
 #include "conversion/Timestamps.h"
 #include "platform/Clock.h"
@@ -10,7 +11,9 @@ namespace vlgs {
 
 namespace {
 
-String nowAs(std::u16string_view pattern) { return formatDate(localNow(), pattern); }
+String nowAs(std::u16string_view pattern) {
+    return formatDate(dateOf(localNow()), pattern);
+}
 
 // Runs a conversion with somewhere to put the typed result, also for a caller who does not want it.
 template <class Action>
@@ -44,27 +47,65 @@ bool isValid(const Variant& value, TimestampParts parts, bool truncate, String* 
 
 } // namespace
 
-const ClassInfo& Conversion::description() { return classInfoOf<Conversion>(); }
+const ClassInfo& Conversion::description() {
+    return classInfoOf<Conversion>();
+}
 
-String Conversion::GetLocaleSetting(std::int32_t lInfoType) const { return g_GetLocaleSetting(lInfoType); }
-udtLocaleSettings Conversion::GetLocaleSettings() const { return g_GetLocaleSettings(); }
+String Conversion::GetLocaleSetting(std::int32_t lInfoType) const {
+    return g_GetLocaleSetting(lInfoType);
+}
+udtLocaleSettings Conversion::GetLocaleSettings() const {
+    return g_GetLocaleSettings();
+}
 
-String Conversion::LongDateFormat() const { return g_GetLocaleSetting(localeLongDate); }
-String Conversion::LongDate() const { return nowAs(LongDateFormat()); }
-String Conversion::ShortDateFormat() const { return g_GetLocaleSetting(localeShortDate); }
-String Conversion::ShortDate() const { return nowAs(ShortDateFormat()); }
-String Conversion::UniversalDateFormat() const { return universalDateFormat; }
-String Conversion::UniversalDate() const { return nowAs(universalDateFormat); }
-String Conversion::LocaleTimeFormat() const { return g_GetLocaleSetting(localeTimeFormat); }
-String Conversion::LocaleTime() const { return nowAs(LocaleTimeFormat()); }
-String Conversion::UniversalTimeFormat() const { return universalTimeFormat; }
-String Conversion::UniversalTime() const { return nowAs(universalTimeFormat); }
-String Conversion::UniversalTimestampFormat() const { return universalTimestampFormat; }
-String Conversion::UniversalTimestamp() const { return nowAs(universalTimestampFormat); }
-String Conversion::TimestampFormat() const { return UniversalTimestampFormat(); }
-String Conversion::Timestamp() const { return UniversalTimestamp(); }
-String Conversion::LocaleTimestampFormat() const { return localeTimestampFormat; }
-String Conversion::LocaleTimestamp() const { return nowAs(localeTimestampFormat); }
+String Conversion::LongDateFormat() const {
+    return g_GetLocaleSetting(localeLongDate);
+}
+String Conversion::LongDate() const {
+    return nowAs(LongDateFormat());
+}
+String Conversion::ShortDateFormat() const {
+    return g_GetLocaleSetting(localeShortDate);
+}
+String Conversion::ShortDate() const {
+    return nowAs(ShortDateFormat());
+}
+String Conversion::UniversalDateFormat() const {
+    return universalDateFormat;
+}
+String Conversion::UniversalDate() const {
+    return nowAs(universalDateFormat);
+}
+String Conversion::LocaleTimeFormat() const {
+    return g_GetLocaleSetting(localeTimeFormat);
+}
+String Conversion::LocaleTime() const {
+    return nowAs(LocaleTimeFormat());
+}
+String Conversion::UniversalTimeFormat() const {
+    return universalTimeFormat;
+}
+String Conversion::UniversalTime() const {
+    return nowAs(universalTimeFormat);
+}
+String Conversion::UniversalTimestampFormat() const {
+    return universalTimestampFormat;
+}
+String Conversion::UniversalTimestamp() const {
+    return nowAs(universalTimestampFormat);
+}
+String Conversion::TimestampFormat() const {
+    return UniversalTimestampFormat();
+}
+String Conversion::Timestamp() const {
+    return UniversalTimestamp();
+}
+String Conversion::LocaleTimestampFormat() const {
+    return localeTimestampFormat;
+}
+String Conversion::LocaleTimestamp() const {
+    return nowAs(localeTimestampFormat);
+}
 
 String Conversion::RemoveWeekdayName(const String& sDate) const {
     return removeWeekdayNames(sDate, WeekdayOrder::DayByDay);
@@ -82,7 +123,9 @@ String Conversion::CBln(const Variant& vData, bool* bTypedReturn) const {
     return value ? u"1" : u"0";
 }
 
-String Conversion::GenerateRevisionNumber() const { return g_IncrementRevisionNumber({}); }
+String Conversion::GenerateRevisionNumber() const {
+    return g_IncrementRevisionNumber({});
+}
 String Conversion::IncrementRevisionNumber(const String& sRevisionNumber) const {
     return g_IncrementRevisionNumber(sRevisionNumber);
 }
@@ -93,7 +136,9 @@ Variant Conversion::RevNumComp(const String& sRevNum1, String& sRevNum2) const {
     String first = sRevNum1;
     return g_CompareRevisionNumber(first, sRevNum2);
 }
-String Conversion::PostFixCharacter() const { return g_PostFixCharacter(); }
+String Conversion::PostFixCharacter() const {
+    return g_PostFixCharacter();
+}
 
 String Conversion::CTimestamp(const Variant& vLegalLocaleTimestamp, bool bUseDatePart, bool bUseTimePart,
                               Date* dtTypedReturn) const {
@@ -101,7 +146,8 @@ String Conversion::CTimestamp(const Variant& vLegalLocaleTimestamp, bool bUseDat
 }
 String Conversion::CTimestamp2(const Variant& vLegalLocaleTimestamp, bool bUseDatePart, bool bUseTimePart,
                                Date* dtTypedReturn, bool bTruncGarbage) const {
-    return CTimestamp3(vLegalLocaleTimestamp, bUseDatePart, bUseTimePart, dtTypedReturn, bTruncGarbage, false);
+    return CTimestamp3(vLegalLocaleTimestamp, bUseDatePart, bUseTimePart, dtTypedReturn, bTruncGarbage,
+                       false);
 }
 String Conversion::CTimestamp3(const Variant& vLegalLocaleTimestamp, bool bUseDatePart, bool bUseTimePart,
                                Date* dtTypedReturn, bool bTruncGarbage, bool bUseLocaleFormat) const {

@@ -1,5 +1,5 @@
-// The class `Conversion`: how numbers, dates and times look on the user's machine and in the product's own form that
-// is the same everywhere.
+// The class `Conversion`: how numbers, dates and times look on the user's machine and in the product's own
+// form that is the same everywhere.
 #pragma once
 
 #include "conversion/AttributeValues.h"
@@ -40,8 +40,8 @@ class Conversion final : public CountedComponent {
     /// See `g_FormatAttrValueData`.
     Variant FormatAttrValueData(const Variant& vData, enumAttrValueDataTypes eDataType,
                                 enumAttrValueConvTypes eConvType) const;
-    /// "1" for a value that converts to True, else "0"; `bTypedReturn` receives the Boolean. Raises 13 for a value
-    /// that is no Boolean.
+    /// "1" for a value that converts to True, else "0"; `bTypedReturn` receives the Boolean. Raises 13 for a
+    /// value that is no Boolean.
     String CBln(const Variant& vData, bool* bTypedReturn) const;
 
     /// "1.0000".
@@ -55,8 +55,8 @@ class Conversion final : public CountedComponent {
     /// See `g_PostFixCharacter`.
     String PostFixCharacter() const;
 
-    // Timestamps in the universal pattern; see `g_CTimestamp` for what is accepted and raised. `CTimestamp` drops what
-    // stands before and behind the moment, the other two when they are asked to.
+    // Timestamps in the universal pattern; see `g_CTimestamp` for what is accepted and raised. `CTimestamp`
+    // drops what stands before and behind the moment, the other two when they are asked to.
     String CTimestamp(const Variant& vLegalLocaleTimestamp, bool bUseDatePart, bool bUseTimePart,
                       Date* dtTypedReturn) const;
     String CTimestamp2(const Variant& vLegalLocaleTimestamp, bool bUseDatePart, bool bUseTimePart,
@@ -73,8 +73,9 @@ class Conversion final : public CountedComponent {
     /// See `g_CUniversalTimestampToLocale`.
     String CUniversalTimestampToLocale(const Variant& vTimestamp) const;
 
-    // Whether `g_CTimestamp` accepts a value. `sReturn` receives the converted text, with the user's separators for dates
-    // and times and in the universal pattern for timestamps; it stays as it is when the answer is False. Never raise.
+    // Whether `g_CTimestamp` accepts a value. `sReturn` receives the converted text, with the user's
+    // separators for dates and times and in the universal pattern for timestamps; it stays as it is when the
+    // answer is False. Never raise.
     bool IsValidDate(const Variant& vDate, String* sReturn) const;
     bool IsValidTime(const Variant& vTime, String* sReturn) const;
     bool IsValidTimestamp(const Variant& vTimestamp, String* sReturn) const;
@@ -92,7 +93,8 @@ class Conversion final : public CountedComponent {
              .interfaceId = guid("5D3F2A17-91C4-4C5E-B7D8-1E6A0F9C4B21"),
              .creatable = true},
             identity(), //
-            method<&C::GetLocaleSetting>(1, "GetLocaleSetting", "A setting of the user's locale", "lInfoType"),
+            method<&C::GetLocaleSetting>(1, "GetLocaleSetting", "A setting of the user's locale",
+                                         "lInfoType"),
             method<&C::GetLocaleSettings>(2, "GetLocaleSettings", "The settings of the user's locale"),
             get<&C::LongDateFormat>(3, "LongDateFormat", "The user's long date pattern"),
             get<&C::LongDate>(4, "LongDate", "Today as a long date"),
@@ -104,59 +106,68 @@ class Conversion final : public CountedComponent {
             method<&C::LocaleTime>(10, "LocaleTime", "The present time in the user's form"),
             get<&C::UniversalTimeFormat>(11, "UniversalTimeFormat", "The universal time pattern"),
             method<&C::UniversalTime>(12, "UniversalTime", "The present time in the universal form"),
-            get<&C::UniversalTimestampFormat>(13, "UniversalTimestampFormat", "The universal timestamp pattern"),
-            method<&C::UniversalTimestamp>(14, "UniversalTimestamp", "The present moment in the universal form"),
+            get<&C::UniversalTimestampFormat>(13, "UniversalTimestampFormat",
+                                              "The universal timestamp pattern"),
+            method<&C::UniversalTimestamp>(14, "UniversalTimestamp",
+                                           "The present moment in the universal form"),
             get<&C::TimestampFormat>(15, "TimestampFormat", "The same as UniversalTimestampFormat"),
             method<&C::Timestamp>(16, "Timestamp", "The same as UniversalTimestamp"),
             get<&C::LocaleTimestampFormat>(17, "LocaleTimestampFormat",
                                            "The timestamp pattern with the user's separators"),
-            method<&C::LocaleTimestamp>(18, "LocaleTimestamp", "The present moment with the user's separators"),
+            method<&C::LocaleTimestamp>(18, "LocaleTimestamp",
+                                        "The present moment with the user's separators"),
             method<&C::RemoveWeekdayName>(19, "RemoveWeekdayName", "A date without weekday names", "sDate"),
             method<&C::FormatAttrValueData>(20, "FormatAttrValueData",
                                             "An attribute value in its native or the user's form", "vData",
                                             "eDataType", "eConvType"),
-            method<&C::CBln>(21, "CBln", "A Boolean value as \"1\" or \"0\"", "vData", optional("bTypedReturn")),
+            method<&C::CBln>(21, "CBln", "A Boolean value as \"1\" or \"0\"", "vData",
+                             optional("bTypedReturn")),
             method<&C::GenerateRevisionNumber>(22, "GenerateRevisionNumber", "The first revision number"),
             method<&C::IncrementRevisionNumber>(23, "IncrementRevisionNumber", "The next revision number",
                                                 optional("sRevisionNumber")),
             method<&C::IsValidCorvaRevisionNumber>(24, "IsValidCorvaRevisionNumber",
                                                    "Whether a text is a revision number; normalises it",
                                                    "sRevisionNumber"),
-            method<&C::RevNumComp>(25, "RevNumComp", "Compares two revision numbers: -1, 0, 1, or \"\"", "sRevNum1",
-                                   "sRevNum2"),
+            method<&C::RevNumComp>(25, "RevNumComp", "Compares two revision numbers: -1, 0, 1, or \"\"",
+                                   "sRevNum1", "sRevNum2"),
             method<&C::PostFixCharacter>(26, "PostFixCharacter", "The character that the catalogue names"),
             method<&C::CTimestamp>(27, "CTimestamp", "A value as a universal timestamp, garbage dropped",
-                                   "vLegalLocaleTimestamp", optional("bUseDatePart"), optional("bUseTimePart"),
-                                   optional("dtTypedReturn")),
-            method<&C::CTimestamp2>(28, "CTimestamp2", "A value as a universal timestamp", "vLegalLocaleTimestamp",
-                                    optional("bUseDatePart"), optional("bUseTimePart"), optional("dtTypedReturn"),
+                                   "vLegalLocaleTimestamp", optional("bUseDatePart"),
+                                   optional("bUseTimePart"), optional("dtTypedReturn")),
+            method<&C::CTimestamp2>(28, "CTimestamp2", "A value as a universal timestamp",
+                                    "vLegalLocaleTimestamp", optional("bUseDatePart"),
+                                    optional("bUseTimePart"), optional("dtTypedReturn"),
                                     optional("bTruncGarbage", 0)),
             method<&C::CTimestamp3>(29, "CTimestamp3", "A value as a timestamp of either form",
-                                    "vLegalLocaleTimestamp", optional("bUseDatePart"), optional("bUseTimePart"),
-                                    optional("dtTypedReturn"), optional("bTruncGarbage", 0),
-                                    optional("bUseLocaleFormat", 0)),
+                                    "vLegalLocaleTimestamp", optional("bUseDatePart"),
+                                    optional("bUseTimePart"), optional("dtTypedReturn"),
+                                    optional("bTruncGarbage", 0), optional("bUseLocaleFormat", 0)),
             method<&C::CLongDate>(30, "CLongDate", "A date in the user's long form", "vLegalLocaleDate",
                                   optional("dtTypedReturn")),
             method<&C::CShortDate>(31, "CShortDate", "A date in the user's short form", "vLegalLocaleDate",
                                    optional("dtTypedReturn")),
-            method<&C::CUniversalDate>(32, "CUniversalDate", "A date in the universal form", "vLegalLocaleDate",
-                                       optional("dtTypedReturn")),
+            method<&C::CUniversalDate>(32, "CUniversalDate", "A date in the universal form",
+                                       "vLegalLocaleDate", optional("dtTypedReturn")),
             method<&C::CLocaleTime>(33, "CLocaleTime", "A time in the user's form", "vLegalLocaleTime",
                                     optional("dtTypedReturn")),
-            method<&C::CUniversalTime>(34, "CUniversalTime", "A time in the universal form", "vLegalLocaleTime",
-                                       optional("dtTypedReturn")),
+            method<&C::CUniversalTime>(34, "CUniversalTime", "A time in the universal form",
+                                       "vLegalLocaleTime", optional("dtTypedReturn")),
             method<&C::CUniversalTimestampToLocale>(35, "CUniversalTimestampToLocale",
-                                                    "A universal timestamp with the user's separators", "vTimestamp"),
-            method<&C::IsValidDate>(36, "IsValidDate", "Whether a value is a date", "vDate", optional("sReturn")),
-            method<&C::IsValidTime>(37, "IsValidTime", "Whether a value is a time", "vTime", optional("sReturn")),
-            method<&C::IsValidTimestamp>(38, "IsValidTimestamp", "Whether a value is a timestamp", "vTimestamp",
-                                         optional("sReturn")),
+                                                    "A universal timestamp with the user's separators",
+                                                    "vTimestamp"),
+            method<&C::IsValidDate>(36, "IsValidDate", "Whether a value is a date", "vDate",
+                                    optional("sReturn")),
+            method<&C::IsValidTime>(37, "IsValidTime", "Whether a value is a time", "vTime",
+                                    optional("sReturn")),
+            method<&C::IsValidTimestamp>(38, "IsValidTimestamp", "Whether a value is a timestamp",
+                                         "vTimestamp", optional("sReturn")),
             method<&C::IsValidCorvaDate>(39, "IsValidCorvaDate", "Whether a value is a date", "vDate",
                                          optional("bTruncGarbage", 0), optional("sReturn")),
             method<&C::IsValidCorvaTime>(40, "IsValidCorvaTime", "Whether a value is a time", "vTime",
                                          optional("bTruncGarbage", 0), optional("sReturn")),
             method<&C::IsValidCorvaTimestamp>(41, "IsValidCorvaTimestamp", "Whether a value is a timestamp",
-                                              "vTimestamp", optional("bTruncGarbage", 0), optional("sReturn")));
+                                              "vTimestamp", optional("bTruncGarbage", 0),
+                                              optional("sReturn")));
     }
     static const ClassInfo& description();
     const ClassInfo* classInfo() const noexcept override { return &description(); }

@@ -65,6 +65,9 @@ String truncateGarbage(const String& text) {
 
 std::optional<Date> momentOf(String text, bool truncate) {
     auto date = parseDate(text);
+    // The user's own long form first: in some languages a weekday's abbreviation begins a month's name.
+    if (!date)
+        date = parseLongDate(text);
     if (date)
         return date;
     text = removeWeekdayNames(text, WeekdayOrder::FullNamesFirst);

@@ -32,7 +32,8 @@ struct TimestampParts {
 String g_CTimestamp(const Variant& vValue, TimestampParts parts, Date& dtTypedReturn, bool bTruncGarbage,
                     bool bUseLocaleFormat);
 
-/// One part of the value, read as `g_CTimestamp` reads it with truncation, by a pattern of the date formatter.
+/// One part of the value, read as `g_CTimestamp` reads it with truncation, by a pattern of the date
+/// formatter.
 String partAs(const Variant& vValue, TimestampParts part, std::u16string_view pattern, Date& dtTypedReturn);
 
 /// A timestamp text with the user's date and time separators in place of "-" and ":", formatted as

@@ -7,6 +7,7 @@
 
 #include "automation/ClassInfo.h"
 #include "cipher/Cipher.h"
+#include "conversion/Conversion.h"
 #include "frame/InterfaceIdentifiers.h"
 #include "frame/Messages.h"
 #include "frame/Resource.h"
@@ -33,14 +34,14 @@ using Classes = TypeList<
     Property,
     // still to come before it: RegUtil, RegValue, CorvaTools, Buffer
     Restricted,
-    // still to come before it: ViewProperties, ViewProperty, ObjectPackager, Conversion
-    Cipher, Resource>;
+    // still to come before it: ViewProperties, ViewProperty, ObjectPackager
+    Conversion, Cipher, Resource>;
 
 /// Classes of the run time that hosts without it offer under its names.
 using RunTimeClasses = TypeList<>;
 
 /// Enumerations and records that no member mentions.
-using FurtherEnumerations = TypeList<enumInterfaceIdentifiers, enumMessages>;
+using FurtherEnumerations = TypeList<enumInterfaceIdentifiers, enumMessages, enumAttrDataTypes>;
 using FurtherRecords = TypeList<>;
 
 /// The descriptions of `Classes`, in that order.

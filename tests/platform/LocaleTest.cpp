@@ -268,16 +268,6 @@ TEST(Locale, EveryLocaleIsWholeAndItsPatternsUseTheKnownTokens) {
     }
 }
 
-TEST(Clock, CountsDaysAsAutomationDoes) {
-    constexpr std::pair<LocalTime, double> moments[] = {
-        {{1899, 12, 30, 0, 0, 0}, 0.0},      {{1899, 12, 31, 12, 0, 0}, 1.5},
-        {{1899, 12, 29, 6, 0, 0}, -1.25},    {{2009, 3, 7, 0, 0, 0}, 39879.0},
-        {{2000, 2, 29, 18, 0, 0}, 36585.75}, {{100, 1, 1, 0, 0, 0}, -657434.0},
-        {{9999, 12, 31, 0, 0, 0}, 2958465.0}};
-    for (const auto& [moment, days] : moments)
-        EXPECT_DOUBLE_EQ(toDayCount(moment), days) << moment.year;
-}
-
 TEST(Clock, TellsTheLocalTime) {
     const std::time_t before = std::time(nullptr);
     const auto now = localNow();

@@ -6,7 +6,7 @@
 
 namespace vlgs {
 
-LocalTime localNow() {
+DateParts localNow() {
     const std::time_t now = std::time(nullptr);
     std::tm parts{};
     if (!localtime_r(&now, &parts))
