@@ -8,6 +8,7 @@
 
 #include <algorithm>
 #include <array>
+#include <optional>
 #include <string>
 
 namespace vlgs {
@@ -76,10 +77,32 @@ constexpr char16_t lowerAscii(char16_t c) {
     return c >= u'A' && c <= u'Z' ? c + 32 : c;
 }
 
-bool beginsWith(std::u16string_view text, std::u16string_view lower) {
-    return text.size() >= lower.size() &&
-           std::equal(lower.begin(), lower.end(), text.begin(),
-                      [](char16_t a, char16_t b) { return a == lowerAscii(b); });
+// The spellings that begin with a character, as a range of the table; most characters have none.
+struct Range {
+    std::uint8_t first = 0;
+    std::uint8_t last = 0;
+};
+constexpr auto byFirstCharacter = [] {
+    std::array<Range, 128> ranges{};
+    for (std::uint8_t i = 0; i < std::size(spellings); ++i) {
+        auto& range = ranges[spellings[i].text.front()];
+        range = {range.last == 0 ? i : range.first, static_cast<std::uint8_t>(i + 1)};
+    }
+    return ranges;
+}();
+
+const Spelling* spellingAt(std::u16string_view text) {
+    const char16_t first = lowerAscii(text.front());
+    if (first >= byFirstCharacter.size())
+        return nullptr;
+    for (auto i = byFirstCharacter[first].first; i < byFirstCharacter[first].last; ++i) {
+        const auto spelling = spellings[i].text;
+        if (text.size() >= spelling.size() &&
+            std::equal(spelling.begin() + 1, spelling.end(), text.begin() + 1,
+                       [](char16_t a, char16_t b) { return a == lowerAscii(b); }))
+            return &spellings[i];
+    }
+    return nullptr;
 }
 
 // Cuts a pattern into tokens; `text()` is the current token's text, for a literal the text to be put out.
@@ -103,17 +126,18 @@ class Scanner {
             take(1);
             return true;
         }
-        for (const auto& [text, token] : spellings)
-            if (beginsWith(rest_, text)) {
-                // Minutes are spelled like months directly after hours.
-                const bool minutes = afterHour_ && (token == Token::Month || token == Token::Month2);
-                token_ = !minutes ? token : token == Token::Month ? Token::Minute : Token::Minute2;
-                text_ = take(text.size());
-                if (token_ != Token::DateSeparator && token_ != Token::TimeSeparator)
-                    afterHour_ = token_ == Token::Hour || token_ == Token::Hour2;
-                return true;
-            }
-        text_ = take(1);
+        const Spelling* spelling = spellingAt(rest_);
+        if (!spelling) {
+            text_ = take(1);
+            return true;
+        }
+        // Minutes are spelled like months directly after hours.
+        const auto token = spelling->token;
+        const bool minutes = afterHour_ && (token == Token::Month || token == Token::Month2);
+        token_ = !minutes ? token : token == Token::Month ? Token::Minute : Token::Minute2;
+        text_ = take(spelling->text.size());
+        if (token_ != Token::DateSeparator && token_ != Token::TimeSeparator)
+            afterHour_ = token_ == Token::Hour || token_ == Token::Hour2;
         return true;
     }
     Token token() const { return token_; }
@@ -131,30 +155,56 @@ class Scanner {
     bool afterHour_ = false;
 };
 
+// The text so far: on the stack while it is short, as nearly all dates are.
+class Output {
+  public:
+    Output& operator+=(std::u16string_view text) {
+        if (long_.empty() && size_ + text.size() <= buffer_.size()) {
+            text.copy(buffer_.data() + size_, text.size());
+            size_ += text.size();
+        } else {
+            if (long_.empty())
+                long_.assign(buffer_.data(), size_);
+            long_ += text;
+        }
+        return *this;
+    }
+    void clear() {
+        size_ = 0;
+        long_.clear();
+    }
+    String text() const { return long_.empty() ? std::u16string_view(buffer_.data(), size_) : long_; }
+
+  private:
+    std::array<char16_t, 64> buffer_;
+    std::size_t size_ = 0;
+    std::u16string long_;
+};
+
 class Formatter {
   public:
     Formatter(Date date, FirstDayOfWeek firstDay, FirstWeekOfYear firstWeek)
-        : date_(date), parts_(partsOf(date)), weekday_(weekdayOf(dateOf(parts_))), firstDay_(firstDay),
-          firstWeek_(firstWeek) {}
+        : date_(date), parts_(partsOf(date)), firstDay_(firstDay), firstWeek_(firstWeek) {}
 
     String format(std::u16string_view pattern) {
         bool twelve = false;
-        for (Scanner scan(pattern); scan.next();)
-            twelve |= scan.token() >= Token::AmPmFull && scan.token() <= Token::AmPmLocale;
+        if (pattern.find_first_of(u"aA") != pattern.npos)
+            for (Scanner scan(pattern); scan.next();)
+                twelve |= scan.token() >= Token::AmPmFull && scan.token() <= Token::AmPmLocale;
         for (Scanner scan(pattern); scan.next();)
             put(scan.token(), scan.text(), twelve);
-        return out_;
+        return out_.text();
     }
 
   private:
     void number(int value, int width = 1) {
         std::array<char16_t, 8> digits;
-        auto first = digits.end();
+        auto first = digits.size();
         for (; value > 0 || width > 0; value /= 10, --width)
-            *--first = static_cast<char16_t>(u'0' + value % 10);
-        out_.append(first, digits.end());
+            digits[--first] = static_cast<char16_t>(u'0' + value % 10);
+        out_ += std::u16string_view(digits.data() + first, digits.size() - first);
     }
-    void put(LocaleItem item) { out_ += locale_.text(item); }
+    void put(LocaleItem item) { out_ += locale().text(item); }
     bool morning() const { return parts_.hour < 12; }
 
     void put(Token token, std::u16string_view text, bool twelve) {
@@ -167,17 +217,17 @@ class Formatter {
         case Token::Day2:
             return number(parts_.day, 2);
         case Token::WeekdayShort:
-            out_ += locale_.weekdayName(weekday_, NameForm::Abbreviated);
+            out_ += locale().weekdayName(weekday(), NameForm::Abbreviated);
             return;
         case Token::Weekday:
-            out_ += locale_.weekdayName(weekday_);
+            out_ += locale().weekdayName(weekday());
             return;
         case Token::ShortDate:
-            return platformPattern(locale_.text(LocaleItem::ShortDatePattern));
+            return platformPattern(locale().text(LocaleItem::ShortDatePattern));
         case Token::LongDate:
-            return platformPattern(locale_.text(LocaleItem::LongDatePattern));
+            return platformPattern(locale().text(LocaleItem::LongDatePattern));
         case Token::DayOfWeek:
-            return number((weekday_ - firstDay() + 7) % 7 + 1);
+            return number((weekday() - firstDay() + 7) % 7 + 1);
         case Token::Week:
             return number(week());
         case Token::Month:
@@ -185,10 +235,10 @@ class Formatter {
         case Token::Month2:
             return number(parts_.month, 2);
         case Token::MonthShort:
-            out_ += locale_.monthName(parts_.month, NameForm::Abbreviated);
+            out_ += locale().monthName(parts_.month, NameForm::Abbreviated);
             return;
         case Token::MonthName:
-            out_ += locale_.monthName(parts_.month);
+            out_ += locale().monthName(parts_.month);
             return;
         case Token::Quarter:
             return number((parts_.month + 2) / 3);
@@ -213,7 +263,7 @@ class Formatter {
         case Token::Second2:
             return number(parts_.second, 2);
         case Token::LongTime:
-            return platformPattern(locale_.text(LocaleItem::TimePattern));
+            return platformPattern(locale().text(LocaleItem::TimePattern));
         case Token::AmPmFull:
             out_ += morning() ? text.substr(0, 2) : text.substr(3);
             return;
@@ -236,18 +286,18 @@ class Formatter {
         const bool midnight = parts_.hour == 0 && parts_.minute == 0 && parts_.second == 0;
         const bool dayZero = dayOf(date_) == Date{0};
         if (!dayZero || midnight)
-            platformPattern(locale_.text(LocaleItem::ShortDatePattern));
+            platformPattern(locale().text(LocaleItem::ShortDatePattern));
         if (!dayZero && !midnight)
-            out_ += u' ';
+            out_ += u" ";
         if (!midnight || dayZero) {
             if (dayZero && midnight)
                 out_.clear(); // day 0 at midnight is a time
-            platformPattern(locale_.text(LocaleItem::TimePattern));
+            platformPattern(locale().text(LocaleItem::TimePattern));
         }
     }
 
     int firstDay() const {
-        return firstDay_ == FirstDayOfWeek::System ? locale_.firstDayOfWeek() : static_cast<int>(firstDay_);
+        return firstDay_ == FirstDayOfWeek::System ? locale().firstDayOfWeek() : static_cast<int>(firstDay_);
     }
 
     // The number of whole weeks since the week that counts as the year's first, from 1.
@@ -263,7 +313,7 @@ class Formatter {
             return last.week();
         }
         if (firstWeek_ == FirstWeekOfYear::FourDays && parts_.month == 12) {
-            const int place = (weekday_ - firstDay() + 7) % 7;
+            const int place = (weekday() - firstDay() + 7) % 7;
             if (31 - parts_.day + place < 3) // at least four days of its week lie in the new year
                 return 1;
         }
@@ -300,15 +350,15 @@ class Formatter {
         case u'd':
             if (run <= 2)
                 return number(parts_.day, run);
-            out_ += locale_.weekdayName(weekday_, run == 3 ? NameForm::Abbreviated : NameForm::Full);
+            out_ += locale().weekdayName(weekday(), run == 3 ? NameForm::Abbreviated : NameForm::Full);
             return;
         case u'M':
             if (run <= 2)
                 return number(parts_.month, run);
-            out_ += locale_.monthName(parts_.month, run == 3    ? besideDay ? NameForm::AbbreviatedGenitive
-                                                                            : NameForm::Abbreviated
-                                                    : besideDay ? NameForm::Genitive
-                                                                : NameForm::Full);
+            out_ += locale().monthName(parts_.month, run == 3    ? besideDay ? NameForm::AbbreviatedGenitive
+                                                                             : NameForm::Abbreviated
+                                                     : besideDay ? NameForm::Genitive
+                                                                 : NameForm::Full);
             return;
         case u'y':
             return run <= 2 ? number(parts_.year % 100, run) : number(parts_.year, 4);
@@ -321,24 +371,32 @@ class Formatter {
         case u's':
             return number(parts_.second, std::min(run, 2));
         case u't': {
-            const auto text = locale_.text(morning() ? LocaleItem::Morning : LocaleItem::Afternoon);
+            const auto text = locale().text(morning() ? LocaleItem::Morning : LocaleItem::Afternoon);
             out_ += run == 1 ? text.substr(0, 1) : text;
             return;
         }
         case u'g':
             return;
         default:
-            out_.append(static_cast<std::size_t>(run), letter);
+            for (; run > 0; --run)
+                out_ += std::u16string_view(&letter, 1);
         }
     }
 
-    const Locale locale_ = Locale::user();
+    int weekday() const { return weekdayOf(dateOf(parts_)); }
+    // Most patterns need nothing of the locale, which is then never asked for.
+    const Locale& locale() const {
+        if (!locale_)
+            locale_ = Locale::user();
+        return *locale_;
+    }
+
+    mutable std::optional<Locale> locale_;
     Date date_;
     DateParts parts_;
-    int weekday_;
     FirstDayOfWeek firstDay_;
     FirstWeekOfYear firstWeek_;
-    std::u16string out_;
+    Output out_;
 };
 
 } // namespace
