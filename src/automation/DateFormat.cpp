@@ -13,9 +13,7 @@
 
 namespace vlgs {
 
-namespace {
-
-enum class Token : std::uint8_t {
+enum class DateToken : std::uint8_t {
     General,
     Day,
     Day2,
@@ -49,28 +47,30 @@ enum class Token : std::uint8_t {
     Literal,
 };
 
+namespace {
+
 struct Spelling {
     std::u16string_view text; // lower case
-    Token token;
+    DateToken token;
 };
 // Longer spellings before their beginnings.
 constexpr Spelling spellings[] = {
-    {u"dddddd", Token::LongDate}, {u"ddddd", Token::ShortDate},
-    {u"dddd", Token::Weekday},    {u"ddd", Token::WeekdayShort},
-    {u"dd", Token::Day2},         {u"d", Token::Day},
-    {u"yyyy", Token::Year4},      {u"yy", Token::Year2},
-    {u"y", Token::DayOfYear},     {u"mmmm", Token::MonthName},
-    {u"mmm", Token::MonthShort},  {u"mm", Token::Month2},
-    {u"m", Token::Month},         {u"hh", Token::Hour2},
-    {u"h", Token::Hour},          {u"nn", Token::Minute2},
-    {u"n", Token::Minute},        {u"ss", Token::Second2},
-    {u"s", Token::Second},        {u"ww", Token::Week},
-    {u"w", Token::DayOfWeek},     {u"ttttt", Token::LongTime},
-    {u"am/pm", Token::AmPmFull},  {u"a/p", Token::AmPmShort},
-    {u"ampm", Token::AmPmLocale}, {u"ggg", Token::Era},
-    {u"gg", Token::Era},          {u"g", Token::Era},
-    {u"q", Token::Quarter},       {u"c", Token::General},
-    {u"/", Token::DateSeparator}, {u":", Token::TimeSeparator},
+    {u"dddddd", DateToken::LongDate}, {u"ddddd", DateToken::ShortDate},
+    {u"dddd", DateToken::Weekday},    {u"ddd", DateToken::WeekdayShort},
+    {u"dd", DateToken::Day2},         {u"d", DateToken::Day},
+    {u"yyyy", DateToken::Year4},      {u"yy", DateToken::Year2},
+    {u"y", DateToken::DayOfYear},     {u"mmmm", DateToken::MonthName},
+    {u"mmm", DateToken::MonthShort},  {u"mm", DateToken::Month2},
+    {u"m", DateToken::Month},         {u"hh", DateToken::Hour2},
+    {u"h", DateToken::Hour},          {u"nn", DateToken::Minute2},
+    {u"n", DateToken::Minute},        {u"ss", DateToken::Second2},
+    {u"s", DateToken::Second},        {u"ww", DateToken::Week},
+    {u"w", DateToken::DayOfWeek},     {u"ttttt", DateToken::LongTime},
+    {u"am/pm", DateToken::AmPmFull},  {u"a/p", DateToken::AmPmShort},
+    {u"ampm", DateToken::AmPmLocale}, {u"ggg", DateToken::Era},
+    {u"gg", DateToken::Era},          {u"g", DateToken::Era},
+    {u"q", DateToken::Quarter},       {u"c", DateToken::General},
+    {u"/", DateToken::DateSeparator}, {u":", DateToken::TimeSeparator},
 };
 
 constexpr char16_t lowerAscii(char16_t c) {
@@ -113,7 +113,7 @@ class Scanner {
     bool next() {
         if (rest_.empty())
             return false;
-        token_ = Token::Literal;
+        token_ = DateToken::Literal;
         if (rest_.front() == u'\\') {
             take(1);
             text_ = take(1);
@@ -133,14 +133,14 @@ class Scanner {
         }
         // Minutes are spelled like months directly after hours.
         const auto token = spelling->token;
-        const bool minutes = afterHour_ && (token == Token::Month || token == Token::Month2);
-        token_ = !minutes ? token : token == Token::Month ? Token::Minute : Token::Minute2;
+        const bool minutes = afterHour_ && (token == DateToken::Month || token == DateToken::Month2);
+        token_ = !minutes ? token : token == DateToken::Month ? DateToken::Minute : DateToken::Minute2;
         text_ = take(spelling->text.size());
-        if (token_ != Token::DateSeparator && token_ != Token::TimeSeparator)
-            afterHour_ = token_ == Token::Hour || token_ == Token::Hour2;
+        if (token_ != DateToken::DateSeparator && token_ != DateToken::TimeSeparator)
+            afterHour_ = token_ == DateToken::Hour || token_ == DateToken::Hour2;
         return true;
     }
-    Token token() const { return token_; }
+    DateToken token() const { return token_; }
     std::u16string_view text() const { return text_; }
 
   private:
@@ -151,7 +151,7 @@ class Scanner {
     }
     std::u16string_view rest_;
     std::u16string_view text_;
-    Token token_ = Token::Literal;
+    DateToken token_ = DateToken::Literal;
     bool afterHour_ = false;
 };
 
@@ -159,23 +159,34 @@ class Scanner {
 class Output {
   public:
     Output& operator+=(std::u16string_view text) {
-        if (long_.empty() && size_ + text.size() <= buffer_.size()) {
-            text.copy(buffer_.data() + size_, text.size());
-            size_ += text.size();
-        } else {
-            if (long_.empty())
-                long_.assign(buffer_.data(), size_);
-            long_ += text;
-        }
+        if (size_ + text.size() > buffer_.size())
+            return appendLong(text);
+        for (const char16_t c : text)
+            buffer_[size_++] = c;
+        return *this;
+    }
+    Output& put(char16_t character) {
+        if (size_ == buffer_.size())
+            appendLong({});
+        buffer_[size_++] = character;
         return *this;
     }
     void clear() {
         size_ = 0;
         long_.clear();
     }
-    String text() const { return long_.empty() ? std::u16string_view(buffer_.data(), size_) : long_; }
+    String text() const {
+        const std::u16string_view end(buffer_.data(), size_);
+        return long_.empty() ? String(end) : concat(long_, end);
+    }
 
   private:
+    // Moves what is on the stack to the text that grows.
+    Output& appendLong(std::u16string_view text) {
+        long_.append(buffer_.data(), std::exchange(size_, 0)).append(text);
+        return *this;
+    }
+
     std::array<char16_t, 64> buffer_;
     std::size_t size_ = 0;
     std::u16string long_;
@@ -186,98 +197,105 @@ class Formatter {
     Formatter(Date date, FirstDayOfWeek firstDay, FirstWeekOfYear firstWeek)
         : date_(date), parts_(partsOf(date)), firstDay_(firstDay), firstWeek_(firstWeek) {}
 
-    String format(std::u16string_view pattern) {
-        bool twelve = false;
-        if (pattern.find_first_of(u"aA") != pattern.npos)
-            for (Scanner scan(pattern); scan.next();)
-                twelve |= scan.token() >= Token::AmPmFull && scan.token() <= Token::AmPmLocale;
-        for (Scanner scan(pattern); scan.next();)
-            put(scan.token(), scan.text(), twelve);
+    String format(const DatePattern& pattern) {
+        for (const auto& [token, text] : pattern.pieces())
+            put(token, text, pattern.hasDesignator());
         return out_.text();
     }
 
   private:
+    void twoDigits(int value) {
+        out_.put(static_cast<char16_t>(u'0' + value / 10));
+        out_.put(static_cast<char16_t>(u'0' + value % 10));
+    }
     void number(int value, int width = 1) {
+        if (width == 2 && value < 100)
+            return twoDigits(value);
         std::array<char16_t, 8> digits;
         auto first = digits.size();
-        for (; value > 0 || width > 0; value /= 10, --width)
+        do {
             digits[--first] = static_cast<char16_t>(u'0' + value % 10);
+            value /= 10;
+        } while (value > 0 || first + static_cast<std::size_t>(width) > digits.size());
         out_ += std::u16string_view(digits.data() + first, digits.size() - first);
     }
     void put(LocaleItem item) { out_ += locale().text(item); }
     bool morning() const { return parts_.hour < 12; }
 
-    void put(Token token, std::u16string_view text, bool twelve) {
+    void put(DateToken token, std::u16string_view text, bool twelve) {
         const int hour = twelve ? (parts_.hour + 11) % 12 + 1 : parts_.hour;
         switch (token) {
-        case Token::General:
+        case DateToken::General:
             return general();
-        case Token::Day:
+        case DateToken::Day:
             return number(parts_.day);
-        case Token::Day2:
+        case DateToken::Day2:
             return number(parts_.day, 2);
-        case Token::WeekdayShort:
+        case DateToken::WeekdayShort:
             out_ += locale().weekdayName(weekday(), NameForm::Abbreviated);
             return;
-        case Token::Weekday:
+        case DateToken::Weekday:
             out_ += locale().weekdayName(weekday());
             return;
-        case Token::ShortDate:
+        case DateToken::ShortDate:
             return platformPattern(locale().text(LocaleItem::ShortDatePattern));
-        case Token::LongDate:
+        case DateToken::LongDate:
             return platformPattern(locale().text(LocaleItem::LongDatePattern));
-        case Token::DayOfWeek:
+        case DateToken::DayOfWeek:
             return number((weekday() - firstDay() + 7) % 7 + 1);
-        case Token::Week:
+        case DateToken::Week:
             return number(week());
-        case Token::Month:
+        case DateToken::Month:
             return number(parts_.month);
-        case Token::Month2:
+        case DateToken::Month2:
             return number(parts_.month, 2);
-        case Token::MonthShort:
+        case DateToken::MonthShort:
             out_ += locale().monthName(parts_.month, NameForm::Abbreviated);
             return;
-        case Token::MonthName:
+        case DateToken::MonthName:
             out_ += locale().monthName(parts_.month);
             return;
-        case Token::Quarter:
+        case DateToken::Quarter:
             return number((parts_.month + 2) / 3);
-        case Token::DayOfYear:
+        case DateToken::DayOfYear:
             return number(dayOfYear(parts_));
-        case Token::Year2:
+        case DateToken::Year2:
             return number(parts_.year % 100, 2);
-        case Token::Year4:
+        case DateToken::Year4:
             return number(parts_.year, 4);
-        case Token::Era:
+        case DateToken::Era:
             return; // the Gregorian calendar as the locales use it names none
-        case Token::Hour:
+        case DateToken::Hour:
             return number(hour);
-        case Token::Hour2:
+        case DateToken::Hour2:
             return number(hour, 2);
-        case Token::Minute:
+        case DateToken::Minute:
             return number(parts_.minute);
-        case Token::Minute2:
+        case DateToken::Minute2:
             return number(parts_.minute, 2);
-        case Token::Second:
+        case DateToken::Second:
             return number(parts_.second);
-        case Token::Second2:
+        case DateToken::Second2:
             return number(parts_.second, 2);
-        case Token::LongTime:
+        case DateToken::LongTime:
             return platformPattern(locale().text(LocaleItem::TimePattern));
-        case Token::AmPmFull:
+        case DateToken::AmPmFull:
             out_ += morning() ? text.substr(0, 2) : text.substr(3);
             return;
-        case Token::AmPmShort:
+        case DateToken::AmPmShort:
             out_ += morning() ? text.substr(0, 1) : text.substr(2);
             return;
-        case Token::AmPmLocale:
+        case DateToken::AmPmLocale:
             return put(morning() ? LocaleItem::Morning : LocaleItem::Afternoon);
-        case Token::DateSeparator:
+        case DateToken::DateSeparator:
             return put(LocaleItem::DateSeparator);
-        case Token::TimeSeparator:
+        case DateToken::TimeSeparator:
             return put(LocaleItem::TimeSeparator);
-        case Token::Literal:
-            out_ += text;
+        case DateToken::Literal:
+            if (text.size() == 1)
+                out_.put(text.front());
+            else
+                out_ += text;
             return;
         }
     }
@@ -401,8 +419,19 @@ class Formatter {
 
 } // namespace
 
+DatePattern::DatePattern(std::u16string_view pattern) {
+    for (Scanner scan(pattern); scan.next();) {
+        pieces_.push_back({scan.token(), scan.text()});
+        hasDesignator_ |= scan.token() >= DateToken::AmPmFull && scan.token() <= DateToken::AmPmLocale;
+    }
+}
+
 String formatDate(Date date, std::u16string_view pattern, FirstDayOfWeek firstDay,
                   FirstWeekOfYear firstWeek) {
+    return formatDate(date, DatePattern(pattern), firstDay, firstWeek);
+}
+
+String formatDate(Date date, const DatePattern& pattern, FirstDayOfWeek firstDay, FirstWeekOfYear firstWeek) {
     return Formatter(date, firstDay, firstWeek).format(pattern);
 }
 

@@ -3,6 +3,8 @@
 
 #include "automation/Variant.h"
 
+#include <vector>
+
 namespace vlgs {
 
 /// 0 asks for the user's setting, 1 (Sunday) to 7 (Saturday).
@@ -10,6 +12,27 @@ enum class FirstDayOfWeek { System = 0, Sunday = 1 };
 /// The week that counts as the first: that of 1 January, the first of four days in the year, the first full
 /// one.
 enum class FirstWeekOfYear { System = 0, January1 = 1, FourDays = 2, FullWeek = 3 };
+
+enum class DateToken : std::uint8_t;
+
+/// A pattern taken apart, for callers that format by it again and again. It refers to the text it was made
+/// from, which has to outlive it.
+class DatePattern {
+  public:
+    explicit DatePattern(std::u16string_view pattern);
+
+    struct Piece {
+        DateToken token;
+        std::u16string_view text; // of a literal, what is put out
+    };
+    const std::vector<Piece>& pieces() const noexcept { return pieces_; }
+    /// Hours count to 12, since there is a designator.
+    bool hasDesignator() const noexcept { return hasDesignator_; }
+
+  private:
+    std::vector<Piece> pieces_;
+    bool hasDesignator_ = false;
+};
 
 /// The moment by a pattern, in the user's locale. Letters may have either case:
 /// - `c`: `ddddd ttttt`, without the time where it is midnight and without the date on day 0;
@@ -24,6 +47,9 @@ enum class FirstWeekOfYear { System = 0, January1 = 1, FourDays = 2, FullWeek = 
 ///   them as they stand; so does every other character.
 /// Raises 6 for a day count outside the years 100 to 9999.
 String formatDate(Date date, std::u16string_view pattern, FirstDayOfWeek firstDay = FirstDayOfWeek::Sunday,
+                  FirstWeekOfYear firstWeek = FirstWeekOfYear::January1);
+
+String formatDate(Date date, const DatePattern& pattern, FirstDayOfWeek firstDay = FirstDayOfWeek::Sunday,
                   FirstWeekOfYear firstWeek = FirstWeekOfYear::January1);
 
 /// The same for a value as the formatting function takes it: a text that is no date comes back as it is.

@@ -81,6 +81,24 @@ std::int32_t failureOf(TimestampParts parts) {
                                     : eMsg_InvalidTimeFormat;
 }
 
+// A timestamp pattern and its pieces on either side of the blank.
+struct Patterns {
+    explicit Patterns(std::u16string_view pattern)
+        : timestamp(pattern), date(pattern.substr(0, pattern.find(u' '))),
+          time(pattern.substr(pattern.find(u' ') + 1)) {}
+    DatePattern timestamp;
+    DatePattern date;
+    DatePattern time;
+};
+const Patterns& universalPatterns() {
+    static const Patterns patterns(universalTimestampFormat);
+    return patterns;
+}
+const Patterns& localePatterns() {
+    static const Patterns patterns(localeTimestampFormat);
+    return patterns;
+}
+
 Date dateOf(const Variant& value, TimestampParts parts, bool truncate) {
     if (isDirect(value))
         return toDate(value);
@@ -99,13 +117,11 @@ String g_CTimestamp(const Variant& vValue, TimestampParts parts, Date& dtTypedRe
     return underSource(source, [&] {
         const Date date = dateOf(vValue, parts, bTruncGarbage);
         const bool both = parts.date == parts.time;
-        const std::u16string_view pattern =
-            bUseLocaleFormat ? localeTimestampFormat : universalTimestampFormat;
-        const auto blank = pattern.find(u' ');
+        const auto& patterns = bUseLocaleFormat ? localePatterns() : universalPatterns();
         const String text = formatDate(date,
-                                       both         ? pattern
-                                       : parts.date ? pattern.substr(0, blank)
-                                                    : pattern.substr(blank + 1),
+                                       both         ? patterns.timestamp
+                                       : parts.date ? patterns.date
+                                                    : patterns.time,
                                        FirstDayOfWeek::System);
         dtTypedReturn = both ? date : parts.date ? dayOf(date) : timeOf(date);
         return text;
