@@ -172,7 +172,15 @@ String toText(const Variant& value) {
 }
 
 Date toDate(const Variant& value) {
-    return {toDouble(value)};
+    if (value.is(VarType::Date))
+        return value.date();
+    if (value.isString())
+        return textToDate(value.text());
+    if (value.isObject())
+        return toDate(valueOf(value.reference()));
+    const Date date{toDouble(value)};
+    partsOf(date); // raises for one that is no date
+    return date;
 }
 
 Currency toCurrency(const Variant& value) {

@@ -26,7 +26,8 @@ Date textToDate(std::u16string_view text);
 /// The same, nothing for a text that is no date.
 std::optional<Date> parseDate(std::u16string_view text);
 
-/// The day of a text in the form of the locale's long date, weekday name included; nothing for any other text.
+/// The day of a text in the form of the locale's long date, weekday name included; nothing for any other
+/// text.
 std::optional<Date> parseLongDate(std::u16string_view text);
 
 } // namespace vlgs
