@@ -435,6 +435,9 @@ struct ClassDescriptionOf {
                 (self.*function)(std::get<N>(holders).get()...);
                 (std::get<N>(holders).writeBack(), ...);
                 return {};
+            } else if constexpr (!(ArgumentHolder<std::tuple_element_t<N, Parameters>>::byReference || ...)) {
+                return TypeTraits<std::remove_cvref_t<R>>::to(
+                    (self.*function)(std::get<N>(holders).get()...));
             } else {
                 Variant result =
                     TypeTraits<std::remove_cvref_t<R>>::to((self.*function)(std::get<N>(holders).get()...));

@@ -5,10 +5,12 @@
 
 #include "automation/Enumeration.h"
 #include "automation/Guid.h"
+#include "automation/NameTable.h"
 #include "automation/Object.h"
 #include "automation/Record.h"
 #include "automation/Variant.h"
 
+#include <array>
 #include <cstdint>
 #include <memory>
 #include <span>
@@ -103,19 +105,17 @@ class ClassInfo {
     Variant invoke(Object& self, DispatchId member, InvokeKind kind, const Arguments& arguments) const;
 
   private:
-    struct NameSlot {
-        std::uint32_t hash = 0;
-        std::uint16_t member = none;
-    };
-    static constexpr std::uint16_t none = 0xFFFF;
+    /// The members of one number, by the place of the kind's bit. A property that is written in one way only
+    /// has that for both ways.
+    using MembersByKind = std::array<std::uint16_t, 4>;
 
     const ClassHeader& header_;
     String programmaticId_;
     std::span<const MemberInfo> members_;
     std::span<const MemberInfo> events_;
     Ref<Object> (*create_)();
-    std::vector<NameSlot> names_;          // open addressing, a power of two
-    std::vector<std::uint16_t> firstById_; // member numbers from `enumerationMember` on to the first member
+    NameTable names_;
+    std::vector<MembersByKind> byId_; // from `enumerationMember` on
 };
 
 } // namespace vlgs

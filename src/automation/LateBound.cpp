@@ -1,5 +1,6 @@
 #include "automation/LateBound.h"
 
+#include "automation/ClassInfo.h"
 #include "automation/Error.h"
 
 namespace vlgs {
@@ -8,10 +9,12 @@ Variant callMember(const Ref<Object>& object, std::u16string_view name, InvokeKi
                    std::span<Variant> arguments) {
     if (!object)
         raise(RunTimeError::ObjectVariableNotSet);
-    const DispatchId member = object->idOf(name);
+    const ClassInfo* info = object->classInfo();
+    const DispatchId member = info ? info->idOf(name) : object->idOf(name);
     if (member == unknownMember)
         raise(RunTimeError::NoSuchMember);
-    return object->invoke(member, kind, {arguments});
+    return info ? info->invoke(*object, member, kind, {arguments})
+                : object->invoke(member, kind, {arguments});
 }
 
 Ref<Enumerator> enumerate(const Ref<Object>& object) {

@@ -32,7 +32,7 @@ DispatchId Object::idOf(std::u16string_view name) const {
     return info ? info->idOf(name) : unknownMember;
 }
 
-Variant Object::invoke(DispatchId member, InvokeKind kind, Arguments arguments) {
+Variant Object::invoke(DispatchId member, InvokeKind kind, const Arguments& arguments) {
     const ClassInfo* info = classInfo();
     if (!info)
         raise(RunTimeError::NoSuchMember);

@@ -55,7 +55,8 @@ class Object {
     void release() const noexcept;
     std::int32_t referenceCount() const noexcept { return static_cast<std::int32_t>(references_); }
 
-    /// The description of the object's class; null for an object that is not of this library.
+    /// The description of the object's class; null for an object that is not of this library. An object that
+    /// has one is called through it: only objects without one override `idOf` and `invoke`.
     virtual const ClassInfo* classInfo() const noexcept { return nullptr; }
 
     /// The number of the member of that name in any case, or `unknownMember`.
@@ -63,7 +64,7 @@ class Object {
 
     /// Calls a member. Raises 438 (no such member), 448 to 450 (arguments), 13 and 6 (coercion), and what the
     /// member itself raises.
-    virtual Variant invoke(DispatchId member, InvokeKind kind, Arguments arguments);
+    virtual Variant invoke(DispatchId member, InvokeKind kind, const Arguments& arguments);
 
     /// Asks `watcher` to be called once, with `context` and the object's address, as the object ends. One
     /// watcher serves the whole program; asking again changes nothing.

@@ -10,6 +10,7 @@
 
 #include <cstdint>
 #include <type_traits>
+#include <utility>
 
 namespace vlgs {
 
@@ -109,7 +110,11 @@ class Variant {
     static Variant ofRecord(Ref<Record> value) noexcept;
 
     Variant(const Variant& other);
-    Variant(Variant&& other) noexcept { swap(other); }
+    Variant(Variant&& other) noexcept
+        : type_(std::exchange(other.type_, VarType::Empty)), scale_(other.scale_), sign_(other.sign_),
+          high_(other.high_) {
+        value_.bits = other.value_.bits; // every kind of value is moved by moving its bits
+    }
     ~Variant() {
         if (owns())
             clear();

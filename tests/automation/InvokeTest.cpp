@@ -197,7 +197,7 @@ class Sink final : public Object {
   public:
     explicit Sink(std::int32_t failure = 0) : failure_(failure) {}
     std::vector<String> heard;
-    Variant invoke(DispatchId member, InvokeKind, Arguments arguments) override {
+    Variant invoke(DispatchId member, InvokeKind, const Arguments& arguments) override {
         if (failure_)
             throw Error(failure_, u"", u"");
         EXPECT_EQ(member, 1);

@@ -35,6 +35,10 @@ class TestBed final : public Object, public EventSource {
     void Change(std::int32_t& lNumber, String& sText, Variant& vAny);
     /// What arrives of arguments that may be left out, as "a=…;b=…;c=…;d=…".
     String Optionals(std::int32_t lA, const String& sB, const Variant& vC, const std::int32_t* lD);
+    /// Takes plain values and gives one: the number plus the length of the text plus the rest.
+    double Weigh(std::int32_t lNumber, const String& sText, const Variant& vAny, double dNumber) {
+        return lNumber + static_cast<double>(sText.length()) + toDouble(vAny) + dNumber;
+    }
     void Fail(std::int32_t lNumber, const String& sSource, const String& sDescription);
     void FailOutOfMemory();
 
@@ -86,6 +90,8 @@ class TestBed final : public Object, public EventSource {
                    method<&TestBed::Record>(10, "Record", "Exchanges the fields of a record", "udtRecord"),
                    method<&TestBed::Shade>(11, "Shade", "Gives back a shade", "eShade"),
                    method<&TestBed::Create>(12, "Create", "A new object"),
+                   method<&TestBed::Weigh>(14, "Weigh", "Adds plain values", "lNumber", "sText", "vAny",
+                                           "dNumber"),
                    method<&TestBed::Tell>(13, "Tell", "Raises Told and gives back what the last one wrote",
                                           "sWhat"))
             .withEvents(method<&TestBed::Told>(1, "Told", "Something was told", "sWhat"));
