@@ -8,6 +8,7 @@
 #include "automation/ClassInfo.h"
 #include "cipher/Cipher.h"
 #include "conversion/Conversion.h"
+#include "dde/DDE.h"
 #include "frame/InterfaceIdentifiers.h"
 #include "frame/Messages.h"
 #include "frame/Resource.h"
@@ -27,8 +28,8 @@ struct TypeList {};
 /// The classes of the component, in the order of the type library.
 using Classes = TypeList<
     // in this order:
-    Collection,
-    // still to come before it: DDE, Files, General
+    Collection, DDE,
+    // still to come before it: Files, General
     GUID,
     // still to come before it: INIFile
     Property,
