@@ -16,6 +16,7 @@
 #include "general/GUID.h"
 #include "ini/Collection.h"
 #include "ini/Property.h"
+#include "packager/ObjectPackager.h"
 
 #include <span>
 #include <string_view>
@@ -35,8 +36,8 @@ using Classes = TypeList<
     Property,
     // still to come before it: RegUtil, RegValue, CorvaTools, Buffer
     Restricted,
-    // still to come before it: ViewProperties, ViewProperty, ObjectPackager
-    Conversion, Cipher, Resource>;
+    // still to come before it: ViewProperties, ViewProperty
+    ObjectPackager, Conversion, Cipher, Resource>;
 
 /// Classes of the run time that hosts without it offer under its names.
 using RunTimeClasses = TypeList<>;
