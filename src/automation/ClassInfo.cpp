@@ -39,16 +39,16 @@ void place(const MemberInfo& member, std::span<Variant> arguments, Slots& slots)
 }
 
 void placeNamed(const MemberInfo& member, std::span<const NamedArgument> arguments, Slots& slots) {
-    for (const auto& [name, value] : arguments) {
+    for (const NamedArgument& argument : arguments) {
         const auto found = std::ranges::find_if(member.parameters, [&](const ParameterInfo& parameter) {
-            return equalNames(parameter.name, name);
+            return equalNames(parameter.name, argument.name);
         });
         if (found == member.parameters.end())
             raise(RunTimeError::NamedArgumentNotFound);
         auto& slot = slots[static_cast<std::size_t>(found - member.parameters.begin())];
         if (slot)
             raise(RunTimeError::WrongNumberOfArguments);
-        slot = value;
+        slot = argument.value;
     }
 }
 
