@@ -1,9 +1,9 @@
 #include "automation/CaseFold.h"
 
+#include "automation/KeyedHash.h"
+
 #include <algorithm>
-#include <bit>
 #include <cstring>
-#include <random>
 #include <vector>
 
 namespace vlgs {
@@ -118,54 +118,6 @@ class FoldedSearch {
     std::vector<std::uint32_t> overlap_;
 };
 
-// SipHash with one round a word and three at the end (Aumasson and Bernstein, 2012).
-class SipHash {
-  public:
-    SipHash(std::uint64_t key0, std::uint64_t key1) noexcept
-        : v0_(key0 ^ 0x736F6D6570736575), v1_(key1 ^ 0x646F72616E646F6D), v2_(key0 ^ 0x6C7967656E657261),
-          v3_(key1 ^ 0x7465646279746573) {}
-
-    void add(std::uint64_t word) noexcept {
-        v3_ ^= word;
-        round();
-        v0_ ^= word;
-    }
-
-    std::uint64_t finish() noexcept {
-        v2_ ^= 0xFF;
-        round();
-        round();
-        round();
-        return v0_ ^ v1_ ^ v2_ ^ v3_;
-    }
-
-  private:
-    void round() noexcept {
-        v0_ += v1_;
-        v2_ += v3_;
-        v1_ = std::rotl(v1_, 13) ^ v0_;
-        v3_ = std::rotl(v3_, 16) ^ v2_;
-        v0_ = std::rotl(v0_, 32);
-        v2_ += v1_;
-        v0_ += v3_;
-        v1_ = std::rotl(v1_, 17) ^ v2_;
-        v3_ = std::rotl(v3_, 21) ^ v0_;
-        v2_ = std::rotl(v2_, 32);
-    }
-
-    std::uint64_t v0_, v1_, v2_, v3_;
-};
-
-SipHash seededHash() noexcept {
-    static const SipHash seeded = [] {
-        std::random_device device;
-        const auto random64 = [&] { return std::uint64_t{device()} << 32 | device(); };
-        const std::uint64_t key = random64();
-        return SipHash(key, random64());
-    }();
-    return seeded;
-}
-
 } // namespace
 
 char16_t foldCase(char16_t character) noexcept {
@@ -201,7 +153,7 @@ int compareIgnoringCase(std::u16string_view a, std::u16string_view b) noexcept {
 }
 
 std::uint64_t hashIgnoringCase(std::u16string_view text) noexcept {
-    SipHash hash = seededHash();
+    KeyedHash hash;
     std::size_t at = 0;
     for (; at + unitsPerWord <= text.size(); at += unitsPerWord)
         hash.add(foldWord(text, at));

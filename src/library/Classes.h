@@ -6,6 +6,8 @@
 #pragma once
 
 #include "automation/ClassInfo.h"
+#include "automation/Dictionary.h"
+#include "automation/OrderedCollection.h"
 #include "cipher/Cipher.h"
 #include "conversion/Conversion.h"
 #include "dde/DDE.h"
@@ -40,7 +42,7 @@ using Classes = TypeList<
     ObjectPackager, Conversion, Cipher, Resource>;
 
 /// Classes of the run time that hosts without it offer under its names.
-using RunTimeClasses = TypeList<>;
+using RunTimeClasses = TypeList<OrderedCollection, Dictionary>;
 
 /// Enumerations and records that no member mentions.
 using FurtherEnumerations = TypeList<enumInterfaceIdentifiers, enumMessages, enumAttrDataTypes>;

@@ -1,0 +1,255 @@
+#include "automation/Dictionary.h"
+
+#include "automation/CaseFold.h"
+#include "automation/Convert.h"
+#include "automation/KeyedHash.h"
+
+#include <algorithm>
+#include <bit>
+
+namespace vlgs {
+
+namespace {
+
+// What keys can be the same as each other; of the kinds that are not here, only keys of one type.
+enum class KeyKind : std::uint8_t { Empty, Null, Text, Number, Object, Error, Unusable };
+
+KeyKind kindOf(const Variant& key) {
+    switch (key.type()) {
+    case VarType::Empty:
+        return KeyKind::Empty;
+    case VarType::Null:
+        return KeyKind::Null;
+    case VarType::String:
+        return KeyKind::Text;
+    case VarType::Integer:
+    case VarType::Long:
+    case VarType::Single:
+    case VarType::Double:
+    case VarType::Currency:
+    case VarType::Date:
+    case VarType::Boolean:
+    case VarType::Decimal:
+    case VarType::Byte:
+        return KeyKind::Number;
+    case VarType::Object:
+        return KeyKind::Object;
+    case VarType::Error:
+        return KeyKind::Error;
+    default:
+        return KeyKind::Unusable;
+    }
+}
+
+// The same number with as few decimal places as it needs.
+Decimal shortest(Decimal number) {
+    while (number.scale > 0) {
+        std::uint32_t digits[] = {number.high, static_cast<std::uint32_t>(number.low >> 32),
+                                  static_cast<std::uint32_t>(number.low)};
+        std::uint64_t rest = 0;
+        for (auto& digit : digits) {
+            rest = rest << 32 | digit;
+            digit = static_cast<std::uint32_t>(rest / 10);
+            rest %= 10;
+        }
+        if (rest != 0)
+            break;
+        number.high = digits[0];
+        number.low = std::uint64_t{digits[1]} << 32 | digits[2];
+        --number.scale;
+    }
+    if (number.high == 0 && number.low == 0)
+        number.sign = 0;
+    return number;
+}
+
+double numberOf(const Variant& key) {
+    return key.is(VarType::Decimal) ? toDouble(shortest(key.decimal())) : toDouble(key);
+}
+
+bool sameNumber(const Variant& a, const Variant& b) {
+    if (a.type() != b.type())
+        return numberOf(a) == numberOf(b);
+    return a.is(VarType::Decimal) ? shortest(a.decimal()) == shortest(b.decimal()) : a == b;
+}
+
+} // namespace
+
+class Dictionary::KeyEnumerator final : public Enumerator {
+  public:
+    explicit KeyEnumerator(Ref<const Dictionary> dictionary, std::size_t next = 0)
+        : dictionary_(std::move(dictionary)), next_(next) {
+        ++dictionary_->enumerators_;
+    }
+    ~KeyEnumerator() override { --dictionary_->enumerators_; }
+
+    bool next(Variant& item) override {
+        const auto& entries = dictionary_->entries_;
+        while (next_ < entries.size() && !entries[next_].live)
+            ++next_;
+        if (next_ >= entries.size())
+            return false;
+        item = entries[next_++].key;
+        return true;
+    }
+    void reset() override { next_ = 0; }
+    Ref<Enumerator> clone() const override { return make<KeyEnumerator>(dictionary_, next_); }
+
+  private:
+    Ref<const Dictionary> dictionary_;
+    std::size_t next_;
+};
+
+const ClassInfo& Dictionary::description() {
+    return classInfoOf<Dictionary>();
+}
+
+Variant Dictionary::Item(const Variant& Key) {
+    const std::uint64_t hash = hashOf(Key);
+    const std::uint32_t entry = locate(Key, hash);
+    return entry == none ? append(Key, hash, {}).item : entries_[entry].item;
+}
+
+void Dictionary::PutItem(const Variant& Key, const Variant& Item) {
+    const std::uint64_t hash = hashOf(Key);
+    const std::uint32_t entry = locate(Key, hash);
+    if (entry == none) {
+        append(Key, hash, Item);
+    } else {
+        Variant item = Item; // ends up with the old item, which goes when all is done
+        entries_[entry].item.swap(item);
+    }
+}
+
+void Dictionary::Add(const Variant& Key, const Variant& Item) {
+    const std::uint64_t hash = hashOf(Key);
+    if (locate(Key, hash) != none)
+        raise(RunTimeError::KeyAlreadyPresent);
+    append(Key, hash, Item);
+}
+
+bool Dictionary::Exists(const Variant& Key) const {
+    return locate(Key, hashOf(Key)) != none;
+}
+
+const Variant* Dictionary::find(const Variant& Key) const {
+    const std::uint32_t entry = locate(Key, hashOf(Key));
+    return entry == none ? nullptr : &entries_[entry].item;
+}
+
+template <class Part>
+Array Dictionary::collect(Part Entry::*part) const {
+    std::vector<Variant> values;
+    values.reserve(index_.size());
+    for (const Entry& entry : entries_)
+        if (entry.live)
+            values.push_back(entry.*part);
+    return Array::ofVariants(std::move(values));
+}
+
+Array Dictionary::Items() const {
+    return collect(&Entry::item);
+}
+Array Dictionary::Keys() const {
+    return collect(&Entry::key);
+}
+
+void Dictionary::PutKey(const Variant& Key, const Variant& NewKey) {
+    const std::uint64_t hash = hashOf(Key);
+    const std::uint64_t newHash = hashOf(NewKey);
+    const std::uint32_t entry = locate(Key, hash);
+    if (entry == none)
+        throw Error(elementNotFound, {}, u"Element not found");
+    const std::uint32_t other = locate(NewKey, newHash);
+    if (other != none && other != entry)
+        raise(RunTimeError::KeyAlreadyPresent);
+    Variant key = NewKey;
+    index_.erase(hash, entry);
+    index_.insert(newHash, entry);
+    entries_[entry].key.swap(key);
+}
+
+void Dictionary::Remove(const Variant& Key) {
+    const std::uint64_t hash = hashOf(Key);
+    const std::uint32_t entry = locate(Key, hash);
+    if (entry == none)
+        throw Error(elementNotFound, {}, u"Element not found");
+    index_.erase(hash, entry);
+    // The item ends when all is done: its end may run code that comes back to this dictionary.
+    const Entry gone = std::exchange(entries_[entry], {{}, {}, false});
+}
+
+void Dictionary::RemoveAll() noexcept {
+    const std::vector<Entry> gone = std::exchange(entries_, {});
+    index_.clear();
+}
+
+void Dictionary::PutCompareMode(std::int32_t Mode) {
+    if (Count() > 0 || Mode < 0)
+        raise(RunTimeError::InvalidProcedureCall);
+    compareMode_ = Mode;
+}
+
+Ref<Enumerator> Dictionary::NewEnum() const {
+    return make<KeyEnumerator>(Ref<const Dictionary>(this));
+}
+
+std::uint64_t Dictionary::hashOf(const Variant& key) const {
+    const KeyKind kind = kindOf(key);
+    if (kind == KeyKind::Text)
+        return compareMode_ == binaryCompare ? hashExactly(key.text()) : hashIgnoringCase(key.text());
+    KeyedHash hash;
+    hash.add(static_cast<std::uint64_t>(kind));
+    switch (kind) {
+    case KeyKind::Number:
+        hash.add(std::bit_cast<std::uint64_t>(numberOf(key) + 0.0)); // -0 and 0 are one number
+        break;
+    case KeyKind::Object:
+        hash.add(reinterpret_cast<std::uintptr_t>(key.object()));
+        break;
+    case KeyKind::Error:
+        hash.add(static_cast<std::uint64_t>(key.status()));
+        break;
+    case KeyKind::Unusable:
+        raise(RunTimeError::InvalidProcedureCall);
+    default:
+        break;
+    }
+    return hash.finish();
+}
+
+bool Dictionary::same(const Variant& a, const Variant& b) const {
+    const KeyKind kind = kindOf(a);
+    if (kind != kindOf(b))
+        return false;
+    if (kind == KeyKind::Text && compareMode_ != binaryCompare)
+        return equalIgnoringCase(a.text(), b.text());
+    return kind == KeyKind::Number ? sameNumber(a, b) : a == b;
+}
+
+std::uint32_t Dictionary::locate(const Variant& key, std::uint64_t hash) const {
+    return index_.find(hash, [&](std::uint32_t entry) { return same(entries_[entry].key, key); });
+}
+
+Dictionary::Entry& Dictionary::append(const Variant& key, std::uint64_t hash, Variant item) {
+    Entry entry{key, std::move(item)};
+    if (entries_.size() == entries_.capacity() && entries_.size() / 2 > index_.size() && enumerators_ == 0)
+        closeUp();
+    index_.reserve(1);
+    entries_.push_back(std::move(entry));
+    index_.insert(hash, static_cast<std::uint32_t>(entries_.size() - 1));
+    return entries_.back();
+}
+
+// Drops the dead entries.
+void Dictionary::closeUp() {
+    std::vector<std::uint32_t> numbers(entries_.size(), none);
+    std::uint32_t live = 0;
+    for (std::size_t i = 0; i < entries_.size(); ++i)
+        if (entries_[i].live)
+            numbers[i] = live++;
+    index_.renumber(numbers);
+    std::erase_if(entries_, [](const Entry& entry) { return !entry.live; });
+}
+
+} // namespace vlgs

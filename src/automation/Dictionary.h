@@ -1,0 +1,102 @@
+// The platform's scripting dictionary: items by keys of any plain type, in the order in which the keys were
+// added.
+//
+// Two keys are the same when both are texts that are equal by the compare mode, both are numbers (Booleans
+// and dates included) of equal value, or both are the same object, Empty, Null or the same error value. An
+// array or record is no key: 5 is raised.
+#pragma once
+
+#include "automation/Array.h"
+#include "automation/ClassDescription.h"
+#include "automation/HashIndex.h"
+
+#include <vector>
+
+namespace vlgs {
+
+class Dictionary final : public Object {
+  public:
+    static constexpr auto describe() {
+        return describeClass<Dictionary>(
+            {.name = "Dictionary",
+             .help = "Items found by their keys",
+             .classId = guid("9A9DDE82-23A3-4311-834B-F04BA757D1CA"),
+             .interfaceId = guid("693E573A-268F-4E4D-ACCE-F5D553A39C82"),
+             .creatable = true,
+             .library = "Scripting"},
+            putRef<&Dictionary::PutItem>(defaultMember, "Item", "The item of a key", "Key", "Item"),
+            put<&Dictionary::PutItem>(defaultMember, "Item", "The item of a key", "Key", "Item"),
+            get<&Dictionary::Item>(defaultMember, "Item", "The item of a key", "Key"),
+            method<&Dictionary::Add>(1, "Add", "Adds an item under a new key", "Key", "Item"),
+            get<&Dictionary::Count>(2, "Count", "The number of items"),
+            method<&Dictionary::Exists>(3, "Exists", "Whether there is an item with a key", "Key"),
+            method<&Dictionary::Items>(4, "Items", "An array of the items"),
+            put<&Dictionary::PutKey>(5, "Key", "Gives an item another key", "Key", "NewKey"),
+            method<&Dictionary::Keys>(6, "Keys", "An array of the keys"),
+            method<&Dictionary::Remove>(7, "Remove", "Removes a key and its item", "Key"),
+            method<&Dictionary::RemoveAll>(8, "RemoveAll", "Removes all keys and items"),
+            put<&Dictionary::PutCompareMode>(9, "CompareMode", "How texts are compared", "Mode"),
+            get<&Dictionary::CompareMode>(9, "CompareMode", "How texts are compared"),
+            method<&Dictionary::NewEnum>(enumerationMember, "_NewEnum", "An enumerator over the keys")
+                .hidden());
+    }
+    static const ClassInfo& description();
+    const ClassInfo* classInfo() const noexcept override { return &description(); }
+
+    /// Raised for a key that is not present.
+    static constexpr std::int32_t elementNotFound = 32811;
+    static constexpr std::int32_t binaryCompare = 0; // exactly; every other mode ignores case
+    static constexpr std::int32_t textCompare = 1;
+
+    /// The item of the key. A key that is not present is added, with Empty.
+    Variant Item(const Variant& Key);
+    /// Replaces the item of the key or adds the key.
+    void PutItem(const Variant& Key, const Variant& Item);
+    /// Raises 457 when the key is present.
+    void Add(const Variant& Key, const Variant& Item);
+    std::int32_t Count() const noexcept { return static_cast<std::int32_t>(index_.size()); }
+    bool Exists(const Variant& Key) const;
+    /// Arrays of Variants from 0, in the order in which the keys were added.
+    Array Items() const;
+    Array Keys() const;
+    /// Gives the item of `Key` another key; its place stays. Raises 32811 when `Key` is not present, 457 when
+    /// another item has `NewKey`.
+    void PutKey(const Variant& Key, const Variant& NewKey);
+    /// Raises 32811 when the key is not present.
+    void Remove(const Variant& Key);
+    void RemoveAll() noexcept;
+    std::int32_t CompareMode() const noexcept { return compareMode_; }
+    /// Raises 5 when there are items or the mode is negative.
+    void PutCompareMode(std::int32_t Mode);
+    /// An enumerator over the keys. Keys that are removed meanwhile are left out, added ones come at the end.
+    Ref<Enumerator> NewEnum() const;
+
+    /// The item of the key, or null; adds nothing. Valid until the next change.
+    const Variant* find(const Variant& Key) const;
+
+  private:
+    class KeyEnumerator;
+    struct Entry {
+        Variant key;
+        Variant item;
+        bool live = true;
+    };
+    static constexpr std::uint32_t none = HashIndex::none;
+
+    std::uint64_t hashOf(const Variant& key) const;
+    bool same(const Variant& a, const Variant& b) const;
+    std::uint32_t locate(const Variant& key, std::uint64_t hash) const;
+    Entry& append(const Variant& key, std::uint64_t hash, Variant item);
+    void closeUp();
+    template <class Part>
+    Array collect(Part Entry::*part) const;
+
+    // In the order of addition. Removed entries stay, dead, until too many are; they are not closed up while
+    // an enumerator stands among them.
+    std::vector<Entry> entries_;
+    HashIndex index_;
+    std::int32_t compareMode_ = binaryCompare;
+    mutable std::uint32_t enumerators_ = 0;
+};
+
+} // namespace vlgs

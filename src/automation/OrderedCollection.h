@@ -1,0 +1,56 @@
+// The run time's ordered collection: members in order, found by position from 1 or by key without regard to
+// case. Its members raise the run time's errors; a left-out key is no key.
+#pragma once
+
+#include "automation/ClassDescription.h"
+#include "automation/OrderedStore.h"
+
+namespace vlgs {
+
+class OrderedCollection final : public Object {
+  public:
+    static constexpr auto describe() {
+        return describeClass<OrderedCollection>(
+            {.name = "Collection",
+             .help = "Members in order, found by position or by key",
+             .classId = guid("4E8DDF7B-4873-47E4-94B8-BB385752561B"),
+             .interfaceId = guid("3E2FEC52-A9E2-4526-9CB0-4974B1FA38DC"),
+             .library = "VBA"},
+            method<&OrderedCollection::Item>(defaultMember, "Item", "The member at a position or with a key",
+                                             "Index"),
+            method<&OrderedCollection::Add>(1, "Add", "Adds a member", "Item", optional("Key"),
+                                            optional("Before"), optional("After")),
+            method<&OrderedCollection::Count>(2, "Count", "The number of members"),
+            method<&OrderedCollection::Remove>(3, "Remove", "Removes a member", "Index"),
+            method<&OrderedCollection::NewEnum>(enumerationMember, "_NewEnum",
+                                                "An enumerator over the members in order")
+                .hidden());
+    }
+    static const ClassInfo& description();
+    const ClassInfo* classInfo() const noexcept override { return &description(); }
+
+    /// Raises 5 for a key that is not present, 9 for a position out of range, 13 for an index that is neither
+    /// number nor text.
+    Variant Item(const Variant& Index) const;
+
+    /// Adds before or after the member that a reference names, else at the end. Raises 457 for a key that is
+    /// present, 5 for a reference that names no member or for both references, 13 for a key that is no text
+    /// and for a reference that is neither number nor text.
+    void Add(const Variant& Item, const Variant& Key = missing, const Variant& Before = missing,
+             const Variant& After = missing);
+
+    std::int32_t Count() const noexcept { return store_->count(); }
+
+    /// Raises like `Item`.
+    void Remove(const Variant& Index);
+
+    /// Yields the members by position; see OrderedStore::enumerate for changes meanwhile.
+    Ref<Enumerator> NewEnum() const { return store_->enumerate(); }
+
+    const Ref<OrderedStore>& store() const noexcept { return store_; }
+
+  private:
+    Ref<OrderedStore> store_ = make<OrderedStore>();
+};
+
+} // namespace vlgs
