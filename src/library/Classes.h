@@ -18,7 +18,10 @@
 #include "general/GUID.h"
 #include "ini/Collection.h"
 #include "ini/Property.h"
+#include "locking/CorvaTools.h"
 #include "packager/ObjectPackager.h"
+#include "viewprops/ViewProperties.h"
+#include "viewprops/ViewProperty.h"
 
 #include <span>
 #include <string_view>
@@ -36,10 +39,10 @@ using Classes = TypeList<
     GUID,
     // still to come before it: INIFile
     Property,
-    // still to come before it: RegUtil, RegValue, CorvaTools, Buffer
-    Restricted,
-    // still to come before it: ViewProperties, ViewProperty
-    ObjectPackager, Conversion, Cipher, Resource>;
+    // still to come before it: RegUtil, RegValue
+    CorvaTools,
+    // still to come before it: Buffer
+    Restricted, ViewProperties, ViewProperty, ObjectPackager, Conversion, Cipher, Resource>;
 
 /// Classes of the run time that hosts without it offer under its names.
 using RunTimeClasses = TypeList<OrderedCollection, Dictionary>;
