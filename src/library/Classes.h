@@ -16,6 +16,7 @@
 #include "frame/Resource.h"
 #include "frame/Restricted.h"
 #include "general/GUID.h"
+#include "general/General.h"
 #include "ini/Collection.h"
 #include "ini/Property.h"
 #include "locking/CorvaTools.h"
@@ -35,8 +36,8 @@ struct TypeList {};
 using Classes = TypeList<
     // in this order:
     Collection, DDE,
-    // still to come before it: Files, General
-    GUID,
+    // still to come before it: Files
+    General, GUID,
     // still to come before it: INIFile
     Property,
     // still to come before it: RegUtil, RegValue
@@ -48,7 +49,8 @@ using Classes = TypeList<
 using RunTimeClasses = TypeList<OrderedCollection, Dictionary>;
 
 /// Enumerations and records that no member mentions.
-using FurtherEnumerations = TypeList<enumInterfaceIdentifiers, enumMessages, enumAttrDataTypes>;
+using FurtherEnumerations =
+    TypeList<enumInterfaceIdentifiers, enumMessages, enumAttrDataTypes, enumDimensionCopyTypes>;
 using FurtherRecords = TypeList<>;
 
 /// The descriptions of `Classes`, in that order.
