@@ -171,10 +171,6 @@ class Output {
         buffer_[size_++] = character;
         return *this;
     }
-    void clear() {
-        size_ = 0;
-        long_.clear();
-    }
     String text() const {
         const std::u16string_view end(buffer_.data(), size_);
         return long_.empty() ? String(end) : concat(long_, end);
@@ -303,15 +299,12 @@ class Formatter {
     void general() {
         const bool midnight = parts_.hour == 0 && parts_.minute == 0 && parts_.second == 0;
         const bool dayZero = dayOf(date_) == Date{0};
-        if (!dayZero || midnight)
+        if (!dayZero)
             platformPattern(locale().text(LocaleItem::ShortDatePattern));
         if (!dayZero && !midnight)
-            out_ += u" ";
-        if (!midnight || dayZero) {
-            if (dayZero && midnight)
-                out_.clear(); // day 0 at midnight is a time
+            out_.put(u' ');
+        if (dayZero || !midnight)
             platformPattern(locale().text(LocaleItem::TimePattern));
-        }
     }
 
     int firstDay() const {

@@ -23,8 +23,11 @@ constexpr bool isDigit(char16_t c) {
 constexpr bool isBlank(char16_t c) {
     return c == u' ' || c == u'\u00A0' || c == u'\u202F';
 }
-bool isLetter(char16_t c) {
-    return foldCase(c) != c || (c >= u'a' && c <= u'z');
+// A letter of the scripts that part words by blanks and have two cases: Latin, Greek, Cyrillic, Armenian.
+constexpr bool isLetter(char16_t c) {
+    return (c >= u'A' && c <= u'Z') || (c >= u'a' && c <= u'z') ||
+           (c >= u'\u00C0' && c <= u'\u0588' && c != u'\u00D7' && c != u'\u00F7') ||
+           (c >= u'\u1E00' && c <= u'\u1FFF');
 }
 
 std::u16string_view skipBlanks(std::u16string_view text) {
@@ -64,8 +67,7 @@ std::optional<Number> takeNumber(std::u16string_view& text) {
 // The length of `name` where the text begins with it as a whole word, else 0.
 std::size_t lengthOfWord(std::u16string_view text, std::u16string_view name) {
     const auto size = name.size();
-    if (size == 0 || isDigit(name.front()) || text.size() < size ||
-        !equalIgnoringCase(text.substr(0, size), name))
+    if (size == 0 || text.size() < size || !equalIgnoringCase(text.substr(0, size), name))
         return 0;
     const bool cut = text.size() > size && ((isLetter(text[size - 1]) && isLetter(text[size])) ||
                                             (isDigit(text[size - 1]) && isDigit(text[size])));
@@ -224,12 +226,16 @@ class PatternReader {
         auto rest = text;
         std::optional<Number> year, month, day, hour, minute, second;
         int name = 0;
-        Half half = takeHalf(rest, locale_);
+        Half half = std::ranges::find(pieces_, u'm', &Piece::letter) == pieces_.end()
+                        ? Half::None
+                        : takeHalf(rest, locale_);
         for (std::size_t i = 0; i < pieces_.size(); ++i) {
             const auto& [letter, size, literal] = pieces_[i];
             if (letter == u'\0' || letter == u'\'') {
                 const bool edge = i == 0 || i + 1 == pieces_.size();
-                if (!takeLiteral(rest, literal) && !edge)
+                const bool taken =
+                    (letter == u'\'' && takeQuoted(rest, literal)) || takeLiteral(rest, literal);
+                if (!taken && !edge)
                     return std::nullopt;
                 continue;
             }
@@ -261,7 +267,7 @@ class PatternReader {
                 half = takeHalfBehind(rest);
             moment.time = validTime(half, hour->value, minute.value_or(Number{}).value,
                                     second.value_or(Number{}).value);
-        } else if (half == Half::None && year && day && (month || name)) {
+        } else if (year && day && (month || name)) {
             moment.day = validDay(*year, month.value_or(Number{name, 2}), *day);
         }
         if (!moment.day && !moment.time)
@@ -290,12 +296,8 @@ class PatternReader {
         if (!pieces_.empty() || piece.size > 0 || piece.letter == u'\'')
             pieces_.push_back(piece);
     }
-    // A quoted text is also taken with the quotation marks that the formatting function leaves around it.
     static bool takeLiteral(std::u16string_view& text, std::u16string_view literal) {
         auto rest = text;
-        const bool quoted = skipBlanks(rest).starts_with(u'\'');
-        if (quoted)
-            rest = skipBlanks(rest).substr(1);
         while (!literal.empty()) {
             if (isBlank(literal.front())) {
                 literal = skipBlanks(literal);
@@ -307,12 +309,18 @@ class PatternReader {
                 return false;
             }
         }
-        if (quoted) {
-            if (!rest.starts_with(u'\''))
-                return false;
-            rest.remove_prefix(1);
-        }
         text = rest;
+        return true;
+    }
+    // A quoted text with the quotation marks that the formatting function leaves around it.
+    static bool takeQuoted(std::u16string_view& text, std::u16string_view literal) {
+        auto rest = skipBlanks(text);
+        if (!rest.starts_with(u'\''))
+            return false;
+        rest.remove_prefix(1);
+        if (!takeLiteral(rest, literal) || !rest.starts_with(u'\''))
+            return false;
+        text = rest.substr(1);
         return true;
     }
 
@@ -358,10 +366,8 @@ class Lexer {
             rest_ = skipBlanks(rest_);
             return Item{Item::Blank, {}};
         }
-        if (const auto half = takeHalf(rest_, locale_); half != Half::None)
-            return Item{half == Half::Morning ? Item::Morning : Item::Afternoon, {}};
-        if (const int month = takeMonth(rest_, locale_))
-            return Item{Item::Month, {month, 0}};
+        if (const auto word = name())
+            return word;
         if (c == u':') {
             rest_.remove_prefix(1);
             return Item{Item::Colon, {}};
@@ -373,6 +379,20 @@ class Lexer {
             return std::nullopt;
         rest_.remove_prefix(size);
         return Item{Item::Separator, {}, c};
+    }
+
+    // A month or a designator, whichever is longer: in Arabic the afternoon begins the name of March.
+    std::optional<Item> name() {
+        auto behindHalf = rest_;
+        auto behindMonth = rest_;
+        const Half half = takeHalf(behindHalf, locale_);
+        const int month = takeMonth(behindMonth, locale_);
+        rest_ = behindMonth.size() < behindHalf.size() ? behindMonth : behindHalf;
+        if (month != 0 && rest_.size() == behindMonth.size())
+            return Item{Item::Month, {month, 0}};
+        if (half == Half::None)
+            return std::nullopt;
+        return Item{half == Half::Morning ? Item::Morning : Item::Afternoon, {}};
     }
 
     std::u16string_view rest_;
@@ -598,6 +618,8 @@ class Parser {
             return dateOf(*moment);
         if (const auto moment = generalMoment(text, locale_, thisYear_))
             return dateOf(*moment);
+        if (const auto moment = ownTimeBehind(text))
+            return dateOf(*moment);
         return std::nullopt;
     }
 
@@ -623,6 +645,27 @@ class Parser {
         reader.dropSeconds();
         auto moment = reader.read(text);
         return moment && moment->time ? moment : std::nullopt;
+    }
+
+    // A date in any form before a time in the user's form, whose separator may be that of dates:
+    // "2009.03.07 14.05". The last blank, or the one before it, stands between them.
+    std::optional<Moment> ownTimeBehind(std::u16string_view text) {
+        auto blank = text.size();
+        for (int tries = 0; tries < 2; ++tries) {
+            while (blank > 0 && !isBlank(text[blank - 1]))
+                --blank;
+            if (blank == 0)
+                return std::nullopt;
+            auto behind = text.substr(blank--);
+            const auto time = ownTime(behind);
+            auto moment = time && behind.empty() ? generalMoment(text.substr(0, blank), locale_, thisYear_)
+                                                 : std::nullopt;
+            if (moment && !moment->time) {
+                moment->time = time->time;
+                return moment;
+            }
+        }
+        return std::nullopt;
     }
 
     // What follows a date in one of the user's forms: nothing, or a time behind a blank.
