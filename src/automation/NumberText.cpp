@@ -71,10 +71,12 @@ class NumeralParser {
     }
 
     bool sign() {
-        if (signed_ || open_ || (rest_.empty() || (rest_.front() != u'-' && rest_.front() != u'+')))
+        if (signed_ || open_)
             return false;
-        result_.negative = rest_.front() == u'-';
-        rest_.remove_prefix(1);
+        const bool minus = take(u"-") || take(locale_.text(LocaleItem::NegativeSign));
+        if (!minus && !take(u"+") && !take(locale_.text(LocaleItem::PositiveSign)))
+            return false;
+        result_.negative = minus;
         return signed_ = true;
     }
     bool currency() {
@@ -124,7 +126,7 @@ class NumeralParser {
     }
     void exponent() {
         const auto start = rest_;
-        if (!take(u"E") && !take(u"e"))
+        if (!take(u"E") && !take(u"e") && !take(u"D") && !take(u"d"))
             return;
         const bool minus = take(u"-");
         if (!minus)

@@ -13,10 +13,10 @@ namespace vlgs {
 /// exact. Raises what `toDouble` raises.
 String numberToText(const Variant& number);
 
-/// The number that a text stands for. Accepted are blanks at the ends, a sign in front or behind or
-/// parentheses for a negative number, the locale's currency sign in front or behind, group separators before
-/// the decimal separator, an exponent, and "&H" or "&O" before hexadecimal or octal digits. Raises 13 for any
-/// other text, 6 for a number that is too large.
+/// The number that a text stands for. Accepted are blanks at the ends, a sign ("-", "+" or
+/// the locale's) in front or behind or parentheses for a negative number, the locale's currency sign in front
+/// or behind, group separators before the decimal separator, an exponent behind "E" or "D", and "&H" or "&O"
+/// before hexadecimal or octal digits. Raises 13 for any other text, 6 for a number that is too large.
 double textToNumber(std::u16string_view text);
 
 /// The same with up to 28 decimal places kept; digits that do not fit are rounded, a whole part of more than

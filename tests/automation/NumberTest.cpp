@@ -50,7 +50,7 @@ TEST(NumberText, ReadsWhatTheNumericTestAccepts) {
         {u" 12 ", 12},   {u"-1.5", -1.5}, {u"1.5-", -1.5}, {u"(2)", -2},   {u"$1,234.5", 1234.5},
         {u"1,2,3", 123}, {u".5", 0.5},    {u"5.", 5},      {u"1e3", 1000}, {u"1E-3", 0.001},
         {u"&HFF", 255},  {u"&o17", 15},   {u"+7", 7},      {u"-$3", -3},   {u"$-3", -3},
-        {u"1e-400", 0},  {u"0.1", 0.1},
+        {u"1e-400", 0},  {u"0.1", 0.1},   {u"1D2", 100},
     };
     for (const auto& [text, value] : good)
         EXPECT_DOUBLE_EQ(textToNumber(text), value) << String(text).toUtf8();
@@ -73,6 +73,12 @@ TEST(NumberText, FollowsTheUsersSeparators) {
     EXPECT_EQ(toText(1234.5), u"1234,5");
     EXPECT_EQ(textToNumber(u"1.234,5"), 1234.5);
     EXPECT_FALSE(isNumericText(u"1,234.5"));
+    EXPECT_EQ(textToNumber(u"-1.234,5 \u20AC"), -1234.5);
+    EXPECT_EQ(textToNumber(u"(\u20AC1E5)"), -100000);
+    EXPECT_FALSE(isNumericText(u"$5"));
+    const UserLocale french("fr-FR");
+    EXPECT_EQ(textToNumber(u"1 234\u00A0567,5 \u20AC"), 1234567.5);
+    EXPECT_FALSE(isNumericText(u"1 234.5"));
 }
 
 TEST(NumberText, ReadsBackWhatItWrites) {
