@@ -35,10 +35,9 @@ constexpr bool isDigit(char16_t c) {
     return c >= u'0' && c <= u'9';
 }
 
-// The number of a part of digits, nothing for a part that is no number at all (none, or one beyond any
-// Double).
+// The number of a part of digits, nothing for one beyond any Double, which is no number at all.
 std::optional<std::int32_t> partOf(std::u16string_view digits) {
-    if (digits.empty() || (digits.size() > 300 && !isNumericText(digits)))
+    if (digits.size() > 300 && !isNumericText(digits))
         return std::nullopt;
     std::int64_t value = 0;
     for (const char16_t digit : digits) {
@@ -67,7 +66,7 @@ std::optional<Revision> split(std::u16string_view text) {
                     return std::nullopt;
                 }
             }
-            if (separator == text.npos)
+            if (separator == text.npos || separator == 0 || separator + 1 == text.size())
                 return std::nullopt;
             const auto major = partOf(text.substr(0, separator));
             const auto minor = major ? partOf(text.substr(separator + 1)) : std::nullopt;
