@@ -221,10 +221,20 @@ class PatternReader {
         pieces_.erase(seconds - literal, seconds + 1);
     }
 
+    // The same without a year in front and its unit, for this year's days: "3月7日". False for a pattern that
+    // begins otherwise.
+    bool dropYear(int thisYear) {
+        if (pieces_.size() < 2 || pieces_[0].letter != u'y' || pieces_[1].letter != u'\'')
+            return false;
+        pieces_.erase(pieces_.begin(), pieces_.begin() + 2);
+        year_ = Number{thisYear, 4};
+        return true;
+    }
+
     // Reads the beginning of the text; `text` is then what follows.
     std::optional<Moment> read(std::u16string_view& text) {
         auto rest = text;
-        std::optional<Number> year, month, day, hour, minute, second;
+        std::optional<Number> year = year_, month, day, hour, minute, second;
         int name = 0;
         Half half = std::ranges::find(pieces_, u'm', &Piece::letter) == pieces_.end()
                         ? Half::None
@@ -326,6 +336,7 @@ class PatternReader {
 
     const Locale& locale_;
     std::vector<Piece> pieces_;
+    std::optional<Number> year_; // of days without one
 };
 
 // ---- Everything else
@@ -631,6 +642,10 @@ class Parser {
                 if (addTime(*moment, rest))
                     return moment;
         }
+        PatternReader days(locale_.text(LocaleItem::LongDatePattern), locale_);
+        if (auto rest = text; days.dropYear(thisYear_))
+            if (auto moment = days.read(rest); moment && moment->day && addTime(*moment, rest))
+                return moment;
         auto rest = text;
         if (auto moment = ownTime(rest))
             if (addDay(*moment, rest))

@@ -169,6 +169,10 @@ TEST(DateText, SuppliesThisYear) {
     EXPECT_EQ(parseDate(u"3/7"), dateOf({year, 3, 7, 0, 0, 0}));
     EXPECT_EQ(parseDate(u"7 March"), dateOf({year, 3, 7, 0, 0, 0}));
     EXPECT_EQ(parseDate(u"13/2"), dateOf({year, 2, 13, 0, 0, 0}));
+    if (!test::canChooseLocale)
+        return;
+    const UserLocale japanese("ja-JP");
+    EXPECT_EQ(parseDate(u"3\u67087\u65E5 14:05"), dateOf({year, 3, 7, 14, 5, 0}));
 }
 
 TEST(DateText, ReadsTheUsersOwnForms) {
