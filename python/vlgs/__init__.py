@@ -17,6 +17,7 @@ An object is used on the thread that made it.
 
 from ._constants import constants
 from ._errors import Error
+from ._events import WithEvents
 from ._library import library as _library
 from ._objects import Dispatch, Object
 from ._values import Array, ByRef, Empty, Missing, Null, Record, Variant
@@ -33,5 +34,6 @@ __all__ = [
     "Object",
     "Record",
     "Variant",
+    "WithEvents",
     "constants",
 ]

@@ -121,6 +121,17 @@ class Constant(Structure):
     _fields_ = [("enumeration", c_char_p), ("name", c_char_p), ("value", c_int32)]
 
 
+class Client(Structure):
+    _fields_ = [
+        ("id_of", CFUNCTYPE(c_int, c_void_p, c_char_p, POINTER(c_int32))),
+        (
+            "invoke",
+            CFUNCTYPE(c_int, c_void_p, c_int32, c_uint32, POINTER(Value), c_size_t, POINTER(Value)),
+        ),
+        ("release", CFUNCTYPE(None, c_void_p)),
+    ]
+
+
 _FUNCTIONS = {
     "vlgs_version": (c_char_p,),
     "vlgs_last_error": (POINTER(RaisedError),),
@@ -155,6 +166,9 @@ _FUNCTIONS = {
     ),
     "vlgs_enumerate": (c_int, c_void_p, POINTER(c_void_p)),
     "vlgs_next": (c_int, c_void_p, POINTER(Value), POINTER(c_int)),
+    "vlgs_object_new": (c_int, POINTER(Client), c_void_p, POINTER(c_void_p)),
+    "vlgs_connect": (c_int, c_void_p, c_void_p, POINTER(c_int32)),
+    "vlgs_disconnect": (c_int, c_void_p, c_int32),
     "vlgs_class_at": (c_void_p, c_size_t),
     "vlgs_class_of": (c_void_p, c_void_p),
     "vlgs_class_describe": (None, c_void_p, POINTER(ClassFacts)),

@@ -215,6 +215,12 @@ def moment_of(days):
     try:
         whole = math.trunc(days)
         time = round(abs(days - whole) * _MICROSECONDS)
+        # Far from day 0 a day count is coarser than a microsecond: the roundest time that it stands for.
+        for unit in (1_000_000, 1_000):
+            rounded = (time + unit // 2) // unit * unit
+            if math.copysign(abs(whole) + rounded / _MICROSECONDS, days) == days:
+                time = rounded
+                break
         return _DAY_ZERO + datetime.timedelta(days=whole, microseconds=time)
     except (OverflowError, ValueError):
         return Variant(DATE, days)

@@ -37,6 +37,7 @@ constexpr Text texts[] = {
     {RunTimeError::WrongNumberOfArguments, u"Wrong number of arguments or invalid property assignment"},
     {RunTimeError::NotACollection, u"Object not a collection"},
     {RunTimeError::KeyAlreadyPresent, u"This key is already associated with an element of this collection"},
+    {RunTimeError::NoSuchEvents, u"Object or class does not support the set of events"},
 };
 
 } // namespace

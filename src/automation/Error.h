@@ -35,6 +35,7 @@ enum class RunTimeError : std::int32_t {
     WrongNumberOfArguments = 450,
     NotACollection = 451,
     KeyAlreadyPresent = 457,
+    NoSuchEvents = 459,
 };
 
 /// First number of the object-defined errors, 0x80040000.

@@ -175,6 +175,26 @@ int vlgs_invoke(vlgs_object* object, int32_t member, uint32_t kind, vlgs_value* 
 int vlgs_enumerate(vlgs_object* object, vlgs_object** enumerator);
 int vlgs_next(vlgs_object* enumerator, vlgs_value* item, int* more);
 
+/* An object of the caller's own. Each function gets `context`; those that return a status return VLGS_RAISED
+ * after vlgs_set_error. */
+typedef struct vlgs_client {
+    /* Writes the number of a member, VLGS_UNKNOWN_MEMBER for none. */
+    int (*id_of)(void* context, const char* name, int32_t* member);
+    /* Calls a member with positional arguments, which it may change in place; `result` is Empty before. */
+    int (*invoke)(void* context, int32_t member, uint32_t kind, vlgs_value* arguments, size_t count,
+                  vlgs_value* result);
+    /* Tells that nobody holds the object any more. */
+    void (*release)(void* context);
+} vlgs_client;
+
+/* A new object that forwards to `client`, which outlives it. */
+int vlgs_object_new(const vlgs_client* client, void* context, vlgs_object** out);
+
+/* Lets the members of `sink` be called, by the numbers of the events, when `source` raises events; 459 when
+ * its class raises none. The source holds the sink until vlgs_disconnect with the number that this gives. */
+int vlgs_connect(vlgs_object* source, vlgs_object* sink, int32_t* connection);
+int vlgs_disconnect(vlgs_object* source, int32_t connection);
+
 /* ---- Descriptions --------------------------------------------------------------------------------------*/
 
 typedef struct vlgs_class vlgs_class;

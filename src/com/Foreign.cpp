@@ -107,7 +107,7 @@ DispatchId ForeignObject::idOf(std::u16string_view name) const {
     return result;
 }
 
-Variant ForeignObject::invoke(DispatchId member, InvokeKind kind, Arguments arguments) {
+Variant ForeignObject::invoke(DispatchId member, InvokeKind kind, const Arguments& arguments) {
     if (!dispatch_)
         raise(RunTimeError::NoSuchMember);
     OutgoingArguments outgoing(dispatch_.get(), member, kind, arguments);

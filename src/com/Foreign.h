@@ -17,7 +17,7 @@ class ForeignObject final : public Object {
     static Ref<ForeignObject> of(IUnknown* pointer);
 
     DispatchId idOf(std::u16string_view name) const override;
-    Variant invoke(DispatchId member, InvokeKind kind, Arguments arguments) override;
+    Variant invoke(DispatchId member, InvokeKind kind, const Arguments& arguments) override;
 
     /// Not counted; null when the object has no dispatch interface.
     IDispatch* dispatch() const noexcept { return dispatch_.get(); }

@@ -131,17 +131,25 @@ struct CallArguments {
   private:
     static bool isParameter(const std::vector<const MemberInfo*>& rows, std::string_view name) {
         const std::string wanted = toLower(String::fromUtf8(name)).toUtf8();
+        std::string_view nearly;
+        std::size_t nearest = 3;
         for (const auto* row : rows) {
             for (const auto& parameter : row->parameters) {
                 const std::string known = toLower(String::fromUtf8(parameter.name)).toUtf8();
                 if (known == wanted)
                     return true;
-                if (wanted.size() > 3 && wanted.size() < 64 && distance(known, wanted) <= 2)
-                    throw Misuse("no parameter " + std::string(name) + ", but " +
-                                 std::string(parameter.name) +
-                                 "; a text that looks like NAME=VALUE stands behind --");
+                if (wanted.size() < 5 || wanted.size() > 64 || known.front() != wanted.front())
+                    continue;
+                const std::size_t slips = distance(known, wanted);
+                if (slips < nearest) {
+                    nearest = slips;
+                    nearly = parameter.name;
+                }
             }
         }
+        if (!nearly.empty())
+            throw Misuse("no parameter " + std::string(name) + ", but " + std::string(nearly) +
+                         "; a text that looks like NAME=VALUE stands behind --");
         return false;
     }
 };

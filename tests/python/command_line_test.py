@@ -1,0 +1,76 @@
+"""The command line: what it prints and how it ends."""
+
+import json
+import os
+import subprocess
+import unittest
+
+
+def vlgs(*words):
+    done = subprocess.run([os.environ["VLGS_TOOL"], *words], capture_output=True, timeout=60)
+    return done.returncode, done.stdout.decode(), done.stderr.decode()
+
+
+class CommandLineTest(unittest.TestCase):
+    def test_calls(self):
+        for words, output in (
+            (("Restricted.ClassName",), "VlGeneralServices.Restricted\n"),
+            (("vlgeneralservices.restricted.CLASSID",), "162\n"),
+            (("GUID.IsEqualGUID", "{00000000-0000-0000-0000-000000000001}",
+              "sGUID2={00000000-0000-0000-0000-000000000001}"), "True\n"),
+            (("Collection.Add", "--", "a=b"), "0\n"),
+        ):
+            with self.subTest(words=words):
+                self.assertEqual(vlgs("call", *words), (0, output, ""))
+
+    def test_json(self):
+        for words, type_, value in ((("Restricted.ClassName",), 8, "VlGeneralServices.Restricted"),
+                                    (("Restricted.ClassID",), 3, 162), (("Collection.Count",), 3, 0)):
+            with self.subTest(words=words):
+                status, output, _ = vlgs("call", *words, "--json")
+                self.assertEqual(status, 0)
+                result = json.loads(output)
+                self.assertEqual((result["type"], result["value"]), (type_, value))
+
+    def test_errors(self):
+        for words, report in (
+            (("Nothing.X",), "error 429: ActiveX component can't create object\n"),
+            (("Property.Value",), "error 429: ActiveX component can't create object\n"),
+            (("Restricted.Nothing",), "error 438: Object doesn't support this property or method\n"),
+            (("Restricted.ClassName=x",), "error 438: Object doesn't support this property or method\n"),
+            (("GUID.IsEqualGUID",), "error 449: Argument not optional\n"),
+        ):
+            with self.subTest(words=words):
+                self.assertEqual(vlgs("call", *words), (1, "", report))
+
+    def test_misuse(self):
+        for words, hint in (
+            ((), "usage"), (("frob",), "frob"), (("call",), "CLASS.MEMBER"), (("call", "Files"), "CLASS.MEMBER"),
+            (("call", "--frob"), "--json"), (("call", "GUID.IsEqualGUID", "sGUDI1=x"), "sGUID1"),
+            (("call", "GUID.IsEqualGUID", "sGUID1=x", "y"), "last"), (("classes", "x"), "no arguments"),
+            (("describe",), "CLASS[.MEMBER]"), (("describe", "Nothing"), "Restricted"),
+            (("describe", "GUID.Nothing"), "describe GUID"),
+        ):
+            with self.subTest(words=words):
+                status, output, report = vlgs(*words)
+                self.assertEqual((status, output), (2, ""))
+                self.assertIn(hint, report)
+
+    def test_descriptions(self):
+        self.assertIn("Restricted", vlgs("classes")[1])
+        self.assertIn("IsEqualGUID(sGUID1 As String, sGUID2 As String) As Boolean", vlgs("describe", "guid")[1])
+        self.assertIn("ClassID As Long", vlgs("describe", "GUID.classid")[1])
+        self.assertIn("# GUID", vlgs("describe", "--markdown", "GUID")[1])
+        self.assertIn("eInterfaceID_Files", vlgs("describe", "--markdown")[1])
+        self.assertIn("interface", vlgs("idl")[1])
+        self.assertRegex(vlgs("--version")[1], r"^vlgs 9\.1002\.0\.23$")
+        self.assertIn("usage", vlgs("--help")[1])
+
+    def test_a_full_disk_is_reported(self):
+        with open("/dev/full", "w") as full:
+            done = subprocess.run([os.environ["VLGS_TOOL"], "classes"], stdout=full, stderr=subprocess.PIPE)
+        self.assertEqual((done.returncode, done.stderr.decode()), (1, "error 57: Device I/O error\n"))
+
+
+if __name__ == "__main__":
+    unittest.main()
