@@ -12,6 +12,9 @@
 #include <string>
 #include <string_view>
 #include <utility>
+#if __has_include(<ext/atomicity.h>)
+#include <ext/atomicity.h>
+#endif
 
 namespace vlgs {
 
@@ -83,13 +86,35 @@ class String {
         std::uint32_t length;
     };
     Header& header() const noexcept { return reinterpret_cast<Header*>(text_)[-1]; }
+    // A process that never had a second thread counts without locked instructions.
+    static bool oneThread() noexcept {
+#if __has_include(<ext/atomicity.h>)
+        return __gnu_cxx::__is_single_threaded();
+#else
+        return false;
+#endif
+    }
     void retain() const noexcept {
-        if (text_)
-            header().references.fetch_add(1, std::memory_order_relaxed);
+        if (!text_)
+            return;
+        auto& count = header().references;
+        if (oneThread())
+            count.store(count.load(std::memory_order_relaxed) + 1, std::memory_order_relaxed);
+        else
+            count.fetch_add(1, std::memory_order_relaxed);
     }
     void release() noexcept {
-        if (text_ && header().references.fetch_sub(1, std::memory_order_acq_rel) == 1)
+        if (!text_)
+            return;
+        auto& count = header().references;
+        if (oneThread()) {
+            const auto left = count.load(std::memory_order_relaxed) - 1;
+            count.store(left, std::memory_order_relaxed);
+            if (left == 0)
+                deallocate(text_);
+        } else if (count.fetch_sub(1, std::memory_order_acq_rel) == 1) {
             deallocate(text_);
+        }
     }
     static char16_t* allocate(std::size_t length);
     static void deallocate(char16_t* text) noexcept;

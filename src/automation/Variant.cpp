@@ -41,14 +41,6 @@ Variant::Variant(const Variant& other)
     }
 }
 
-// Every kind of value is moved by moving its bytes.
-void Variant::swap(Variant& other) noexcept {
-    unsigned char bytes[sizeof(Variant)];
-    std::memcpy(bytes, static_cast<void*>(this), sizeof(Variant));
-    std::memcpy(static_cast<void*>(this), static_cast<void*>(&other), sizeof(Variant));
-    std::memcpy(static_cast<void*>(&other), bytes, sizeof(Variant));
-}
-
 void Variant::clear() noexcept {
     if (isArray()) {
         array().~Array();

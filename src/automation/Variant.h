@@ -9,6 +9,7 @@
 #include "automation/String.h"
 
 #include <cstdint>
+#include <cstring>
 #include <type_traits>
 #include <utility>
 
@@ -127,7 +128,13 @@ class Variant {
         Variant(std::move(other)).swap(*this);
         return *this;
     }
-    void swap(Variant& other) noexcept;
+    /// Every kind of value is moved by moving its bytes.
+    void swap(Variant& other) noexcept {
+        unsigned char bytes[sizeof(Variant)];
+        std::memcpy(bytes, static_cast<void*>(this), sizeof(Variant));
+        std::memcpy(static_cast<void*>(this), static_cast<void*>(&other), sizeof(Variant));
+        std::memcpy(static_cast<void*>(&other), bytes, sizeof(Variant));
+    }
 
     VarType type() const noexcept { return type_; }
     bool is(VarType type) const noexcept { return type_ == type; }
