@@ -1,0 +1,102 @@
+// A growing store of bytes in which texts are gathered, each followed by a delimiter, and from which the
+// whole is taken as bytes, as an array of texts or as one text.
+#pragma once
+
+#include "frame/Component.h"
+#include "ini/StreamTypes.h"
+
+#include <string>
+
+namespace vlgs {
+
+class Buffer final : public Component {
+  public:
+    /// The least number of bytes by which the store grows, 200 at first; a number below 1 sets 200.
+    void SetChunkSize(std::int32_t lChunkSize);
+    std::int32_t ChunkSize() const { return chunkSize_; }
+
+    /// Whether texts are stored as bytes of the system's code page (a character that the page does not hold
+    /// becomes "?") or, as at first, as 16-bit characters, low byte first. A change converts nothing: what is
+    /// stored is read in the other form from then on.
+    void SetCompact(bool bCompact);
+    bool Compact() const { return compact_; }
+
+    /// Empties the store and sets everything back, delimiter, chunk size and form too.
+    void Clear();
+
+    /// What follows every stored text, and what the stored text is split at; "" at first.
+    void SetDelimiter(const String& sDelimiter);
+    const String& Delimiter() const { return delimiter_; }
+
+    /// Stores the text of `vData` ("" when left out) and the delimiter: `sDelimiter` when it is not empty,
+    /// else the property. Of an array, every element is stored so, in order; but elements whose type code has
+    /// a bit in common with 17 (Byte, Long, Double, Date, Boolean) are stored as their bytes, without
+    /// delimiter. Raises 13 for objects in an array and 9 for an array without or with several dimensions,
+    /// besides what the conversion to text raises, and 6 when the store would exceed 2,147,483,647 bytes;
+    /// what was stored until then stays.
+    void PutData(const Variant& vData, const String& sDelimiter);
+
+    /// What is stored, as an array of bytes (a single 0 when nothing is stored), as the array of the texts
+    /// between the delimiters (without regard to case; since a delimiter follows every text, the last one is
+    /// empty), or as one text. Empty for any other type. A last odd byte is no 16-bit character and left out.
+    Variant GetData(enumStreamTypes eStreamType, const String& sDelimiter) const;
+
+    static constexpr auto describe() {
+        return describeClass<Buffer>(
+            {.name = "Buffer",
+             .help = "Gathers texts, each followed by a delimiter",
+             .number = _eInterfaceID_Buffer,
+             .classId = guid("D30BBFC8-25EE-4016-8212-6B81F8098A84"),
+             .interfaceId = guid("2831711F-FB7C-4CC2-A404-DE14CA3C59A3"),
+             .creatable = true},
+            identity(),
+            put<&Buffer::SetChunkSize>(1, "ChunkSize", "Least number of bytes by which the store grows",
+                                       "lChunkSize"),
+            get<&Buffer::ChunkSize>(1, "ChunkSize", "Least number of bytes by which the store grows"),
+            put<&Buffer::SetCompact>(2, "Compact", "Whether texts are stored in the system's code page",
+                                     "bCompact"),
+            get<&Buffer::Compact>(2, "Compact", "Whether texts are stored in the system's code page"),
+            method<&Buffer::Clear>(3, "Clear", "Empties the store and sets all properties back"),
+            put<&Buffer::SetDelimiter>(4, "Delimiter", "What follows every stored text", "sDelimiter"),
+            get<&Buffer::Delimiter>(4, "Delimiter", "What follows every stored text"),
+            method<&Buffer::PutData>(5, "PutData", "Stores a text or the elements of an array",
+                                     optional("vData"), optional("sDelimiter")),
+            method<&Buffer::GetData>(6, "GetData", "Gives what is stored, in one of three forms",
+                                     "eStreamType", optional("sDelimiter")));
+    }
+    static const ClassInfo& description();
+    const ClassInfo* classInfo() const noexcept override { return &description(); }
+
+    // ---- Within the library ----
+
+    /// Stores the text made of these pieces, without a delimiter.
+    template <class... Pieces>
+    void putText(const Pieces&... pieces) {
+        (append(std::u16string_view(pieces)), ...);
+    }
+    /// What is stored, as one text.
+    String text() const;
+
+  private:
+    static constexpr std::int32_t standardChunkSize = 200;
+
+    const String& inForce(const String& sDelimiter) const {
+        return sDelimiter.empty() ? delimiter_ : sDelimiter;
+    }
+    void append(std::u16string_view text);
+    void appendBytes(const void* from, std::size_t count);
+    void makeRoomFor(std::size_t count);
+    void putElements(const Array& array, const String& delimiter);
+
+    String delimiter_;
+    std::int32_t chunkSize_ = standardChunkSize;
+    bool compact_ = false;
+    std::string bytes_;
+};
+
+/// The pieces of `text` between the occurrences of `delimiter`, found from left to right without regard to
+/// case; an empty delimiter gives one piece, the whole text. The pieces point into `text`. Linear in both
+/// texts.
+std::vector<std::u16string_view> splitIgnoringCase(std::u16string_view text, std::u16string_view delimiter);
+
+} // namespace vlgs
