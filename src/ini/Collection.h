@@ -57,6 +57,8 @@ class Collection final : public CountedComponent {
 
     /// The store behind the members, made now if there was none.
     const Ref<OrderedStore>& Store();
+    /// The store as it is, null when there was none yet.
+    const OrderedStore* store() const noexcept { return store_.get(); }
     void SetStore(Ref<OrderedStore> store) noexcept { store_ = std::move(store); }
 
   private:

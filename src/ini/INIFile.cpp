@@ -1,0 +1,262 @@
+#include "ini/INIFile.h"
+
+#include "automation/Convert.h"
+#include "frame/Errors.h"
+#include "frame/SharedState.h"
+#include "ini/Buffer.h"
+#include "ini/INIText.h"
+#include "ini/PathParts.h"
+#include "platform/Files.h"
+
+#include <limits>
+
+namespace vlgs {
+
+namespace {
+
+const OrderedStore* storeOf(const Collection* members) {
+    return members ? members->store() : nullptr;
+}
+Property* propertyIn(const Collection* members, const Variant& index) {
+    const auto* store = storeOf(members);
+    return store ? objectIn<Property>(store->read(index).member) : nullptr;
+}
+Property* propertyIn(const Collection* members, std::u16string_view name) {
+    const auto* store = storeOf(members);
+    return store ? objectIn<Property>(store->withKey(name)) : nullptr;
+}
+Collection* keysOf(const Property* section) {
+    return section ? objectIn<Collection>(&section->value()) : nullptr;
+}
+
+void requireKeyName(const String& name) {
+    if (name.empty())
+        raiseMessage(u"VlGeneralServices.INIFile.CreateKey", eMsg_KeyNameCannotBeBlank);
+}
+
+} // namespace
+
+const ClassInfo& INIFile::description() {
+    return classInfoOf<INIFile>();
+}
+
+INIFile::INIFile() {
+    AddInstance();
+}
+
+INIFile::~INIFile() {
+    ReleaseInstance();
+    Unlock();
+    if (delayedDelete_)
+        Delete();
+    Clear();
+}
+
+String INIFile::FileTypeName() const {
+    switch (fileType_) {
+    case eINI_VLS:
+        return u"Corvane Project Information File (VLS)";
+    case eINI_INI:
+        return u"Standard INI File";
+    case eINI_VLL:
+        return u"Corvane Database Link File (VLL)";
+    default:
+        return u"Unknown";
+    }
+}
+
+String INIFile::FullPath() const {
+    return concat(directory_, separatorAfter(directory_), filename_);
+}
+
+void INIFile::SetFullPath(const String& sPath) {
+    directory_ = directoryPart(sPath);
+    filename_ = filePart(sPath);
+}
+
+Ref<Collection> INIFile::Sections() {
+    if (!sections_)
+        sections_ = make<Collection>();
+    return sections_;
+}
+
+Ref<Property> INIFile::Section(const Variant& vSection) const {
+    return Ref<Property>(propertyIn(sections_.get(), vSection));
+}
+
+Ref<Property> INIFile::Key(const Variant& vSection, const Variant& vKey) const {
+    return Ref<Property>(propertyIn(keysOf(propertyIn(sections_.get(), vSection)), vKey));
+}
+
+String INIFile::KeyValue(const String& sSection, const String& sKey) const {
+    const Property* key = propertyIn(keysOf(propertyIn(sections_.get(), sSection.view())), sKey.view());
+    if (!key)
+        return {};
+    if (key->value().isString())
+        return key->value().text();
+    try {
+        return toText(key->value());
+    } catch (const Error&) {
+        return {};
+    }
+}
+
+Ref<Collection> INIFile::SectionKeys(const Variant& vSection) const {
+    return Ref<Collection>(keysOf(propertyIn(sections_.get(), vSection)));
+}
+
+Ref<Property> INIFile::CreateSection(const String& sSectionName, const Variant& Before,
+                                     const Variant& After) {
+    if (sSectionName.empty())
+        raiseMessage(u"VlGeneralServices.INIFile.CreateSection", eMsg_SectionNameCannotBeBlank);
+    if (auto* found = propertyIn(sections_.get(), sSectionName.view()))
+        return Ref<Property>(found);
+    auto section = make<Property>();
+    section->SetName(sSectionName);
+    section->SetValue(make<Collection>());
+    const auto failure = Sections()->Add(section, sSectionName, Before, After);
+    if (failure > 0)
+        throw Error(failure, String(), Error::descriptionOf(failure));
+    return section;
+}
+
+Ref<Property> INIFile::CreateKey(const Variant& vSection, const String& sKeyName, const String& sKeyValue,
+                                 const Variant& Before, const Variant& After) {
+    requireKeyName(sKeyName);
+    auto section = Section(vSection);
+    if (!section)
+        section = CreateSection(toText(vSection), missing, missing);
+    return createKeyIn(keyPlaceOf(*section), sKeyName, sKeyValue, Before, After);
+}
+
+INIFile::KeyPlace INIFile::keyPlaceOf(const Property& section) const {
+    return {Ref<Collection>(keysOf(propertyIn(sections_.get(), section.name().view()))),
+            Ref<Collection>(keysOf(&section))};
+}
+
+Ref<Property> INIFile::createKeyIn(const KeyPlace& place, String name, String value, const Variant& before,
+                                   const Variant& after) {
+    requireKeyName(name);
+    // Most keys of a text are new, so adding comes first where a key that is there would refuse it.
+    const bool refusesKnown = place.lookUp == place.add && before.isMissing() && after.isMissing();
+    if (!refusesKnown) {
+        if (auto* found = propertyIn(place.lookUp.get(), name.view())) {
+            found->LetValue(std::move(value));
+            return Ref<Property>(found);
+        }
+    }
+    if (!place.add) // a caller's own text stands in the place of a section's keys
+        raise(RunTimeError::TypeMismatch);
+    auto key = make<Property>();
+    key->SetName(name);
+    key->LetValue(value);
+    const auto failure = place.add->Store()->add(key, std::move(name), before, after);
+    if (!refusesKnown || failure == 0)
+        return key;
+    auto* found = propertyIn(place.add.get(), key->name().view());
+    if (!found)
+        return key;
+    found->LetValue(std::move(value));
+    return Ref<Property>(found);
+}
+
+Ref<INIFile> INIFile::Clone(const String& sNewFilename) const {
+    auto clone = make<INIFile>();
+    clone->SetSections(sections_);
+    clone->SetFileType(fileType_);
+    clone->SetFullPath(sNewFilename);
+    clone->SetDelayedDelete(delayedDelete_);
+    return clone;
+}
+
+void INIFile::Clear() {
+    sections_ = nullptr;
+}
+
+bool INIFile::Save(const String& sSaveAs) {
+    const bool wasLocked = Locked();
+    SetLocked(false);
+    g_SaveINIFile(*this, sSaveAs);
+    SetLocked(wasLocked);
+    return true;
+}
+
+Variant INIFile::GetStream(bool bUseCRLF) const {
+    return GetStream2(eStream_String, bUseCRLF ? u"\r\n" : u"");
+}
+
+Variant INIFile::GetStream2(enumStreamTypes eStreamType, const String& sDelimiter) const {
+    return g_GetStreamFromINI(*this, eStreamType, sDelimiter);
+}
+
+void INIFile::PutStream(const Variant& vData) {
+    PutStream2(vData, eStream_String, u"\r\n", false);
+}
+
+void INIFile::PutStream2(const Variant& vData, enumStreamTypes, const String& sDelimiter, bool bCompact) {
+    const auto buffer = make<Buffer>();
+    buffer->SetDelimiter(sDelimiter);
+    buffer->SetCompact(bCompact);
+    buffer->PutData(vData, String());
+    const String whole = buffer->text();
+    buffer->Clear();
+    readLines(*this, splitIgnoringCase(whole, sDelimiter));
+}
+
+bool INIFile::Delete() {
+    try {
+        SetLocked(false);
+        deleteFile(FullPath());
+        return true;
+    } catch (...) {
+        return false;
+    }
+}
+
+bool INIFile::DeleteSection(const Variant& vSection) {
+    return sections_ && sections_->Remove(vSection) == 0;
+}
+
+bool INIFile::DeleteKey(const String& vSection, const Variant& vKey) {
+    auto* keys = keysOf(propertyIn(sections_.get(), vSection.view()));
+    return keys && keys->Remove(vKey) == 0;
+}
+
+std::int32_t INIFile::KeyCount(const Variant& vSection) const {
+    const auto* keys = keysOf(propertyIn(sections_.get(), vSection));
+    return keys ? keys->Count() : 0;
+}
+
+std::int32_t INIFile::Count() const {
+    if (!sections_)
+        raise(RunTimeError::ObjectVariableNotSet);
+    return sections_->Count();
+}
+
+std::int32_t INIFile::TotalKeyCount() {
+    const auto& store = *Sections()->Store();
+    std::int64_t total = 0;
+    for (std::int32_t position = 1; position <= store.count(); ++position) {
+        const auto* section = objectIn<Property>(store.at(position));
+        if (!section)
+            raise(RunTimeError::TypeMismatch);
+        if (const auto* keys = keysOf(section))
+            total += keys->Count();
+    }
+    if (total > std::numeric_limits<std::int32_t>::max())
+        raise(RunTimeError::Overflow);
+    return static_cast<std::int32_t>(total);
+}
+
+void INIFile::SetLocked(bool bLocked) {
+    if (!bLocked)
+        return Unlock();
+    hold_.abandon();
+    try {
+        hold_ = FileHold::denyingWriters(FullPath());
+    } catch (...) {
+        hold_.release(); // the property reads False, which is all that a caller is told
+    }
+}
+
+} // namespace vlgs

@@ -1,0 +1,249 @@
+#include "ini/INIText.h"
+#include "platform/Files.h"
+#include "platform/Scratch.h"
+#include "support/Raised.h"
+
+#include <gtest/gtest.h>
+
+#include <chrono>
+#include <csignal>
+
+namespace vlgs {
+namespace {
+
+using test::finish;
+using test::raised;
+using test::Scratch;
+using test::Setting;
+using test::start;
+
+constexpr std::int32_t message(std::int32_t code) {
+    return code + objectErrorBase;
+}
+
+std::string stream(const INIFile& document) {
+    return document.GetStream2(eStream_String, u"|").text().toUtf8();
+}
+
+String joined(std::initializer_list<const char16_t*> lines) {
+    String text;
+    for (const auto* line : lines)
+        text = text.empty() ? String(line) : concat(text, u"\r\n", String(line));
+    return text;
+}
+
+TEST(INIText, IsParsedLineByLine) {
+    struct Case {
+        String text;
+        std::string document;
+    };
+    const Case cases[] = {
+        {joined({u"[A]", u"x = 1 ", u"junk", u"y=a=b"}), "|[A]|x= 1 |y=a=b||"},
+        {joined({u"k=v", u"[A]"}), "|[A]||"},
+        {joined({u"[A]", u"[a]", u"k=1", u"K=2"}), "|[A]|k=2||"},
+        {joined({u"  [ Sec ] trailing"}), "|[Sec]||"},
+        {joined({u"[A]", u"a=[b]", u"[B", u"]C[", u"][D]", u"; note=x", u"\tt\t=\t"}),
+         "|[A]|a=[b]||[D]|; note=x|\tt\t=\t||"},
+        {joined({u"x=[A]", u"k=1", u"[B]", u"[A]", u"j=2"}), "|[A]|k=1|j=2||[B]||"},
+        {joined({u"[[A]]", u"]=1"}), "|[[A]|]=1||"},
+        {joined({u"[A]", u"k=", u"", u"  "}), "|[A]|k=||"},
+        {String(), "|"},
+    };
+    for (const auto& [text, expected] : cases) {
+        const auto document = make<INIFile>();
+        document->PutStream(text);
+        EXPECT_EQ(stream(*document), expected);
+    }
+}
+
+TEST(INIText, ReadsIntoWhatTheDocumentHolds) {
+    const auto document = make<INIFile>();
+    document->PutStream(u"[A]\r\nk=1");
+    document->PutStream2(Array::ofStrings({u"x=lost", u"[B]", u"b=2xb=3", u"[a]", u"K=4"}), eStream_String,
+                         u"X", true);
+    EXPECT_EQ(stream(*document), "|[A]|k=4||[B]|b=3||"); // split at the delimiter in any case
+}
+
+TEST(INIText, StopsAtANamelessKeyOrSection) {
+    for (const auto* line : {u"=x", u"  =x", u"[]", u"[ ]"}) {
+        const auto document = make<INIFile>();
+        document->SetFullPath(u"C:\\p\\a.ini");
+        const auto error = raised([&] { document->PutStream(joined({u"[A]", u"k=1", line, u"l=2"})); });
+        EXPECT_EQ(error.number, message(11513));
+        EXPECT_EQ(error.source, "VlGeneralServices.modFiles.g_RetrieveINIFile");
+        EXPECT_NE(error.description.find("\r\nC:\\p\\a.ini\r\n"), std::string::npos);
+        EXPECT_EQ(stream(*document), "|[A]|k=1||");
+    }
+}
+
+TEST(INIText, IsStreamedInEveryForm) {
+    const auto document = make<INIFile>();
+    EXPECT_EQ(document->GetStream(true), Variant(u"\r\n"));
+    EXPECT_EQ(document->GetStream(false), Variant(u""));
+    document->PutStream(u"[A]\r\nx=1");
+    const auto lines = document->GetStream2(eStream_StringArray, u"\r\n");
+    EXPECT_EQ(lines, Variant(Array::ofStrings({u"", u"[A]", u"x=1", u"", u""})));
+    EXPECT_EQ(document->GetStream2(_eStream_ByteArray, u"").array().size(), 12u);
+    EXPECT_TRUE(document->GetStream2(enumStreamTypes(0), u"").isEmpty());
+    document->PutStream(u"[B]\r\ny=2");
+    EXPECT_EQ(document->GetStream(false), Variant(u"[A]x=1[B]y=2"));
+
+    document->Sections()->Add(u"a caller's text", u"C");
+    const auto error = raised([&] { document->GetStream(true); });
+    EXPECT_EQ(error.number, message(11517));
+    EXPECT_EQ(error.source, "VlGeneralServices.modFiles.g_GetStreamFromINI");
+}
+
+TEST(INIText, IsReadInTheCodePageOrAsItsMarkSays) {
+    struct Case {
+        const char* page;
+        std::string content;
+        std::string document;
+    };
+    using namespace std::string_literals;
+    const Case cases[] = {
+        {"1252", "[\xC4]\r\nk=\x80", "|[Ä]|k=€||"},
+        {"1252", "[A]\nk=1\r\r\nl\r=2\n\nm=3", "|[A]|k=1\r|l\r=2|m=3||"},
+        {"1252", "[A]\nn=a\0b\n"s, "|[A]|n=a\0b||"s},
+        {"932", "[\x83\x5B]\nk=\x83\x5D\n", "|[ゼ]|k=ゾ||"}, // trail bytes that look like brackets
+        {"1252", "\xEF\xBB\xBF[\xC3\x84]\nk=\xE2\x82\xAC", "|[Ä]|k=€||"},
+        {"1252", "\xFF\xFE[\0\xC4\0]\0\n\0k\0=\0\xAC\x20\r\0\n\0"s, "|[Ä]|k=€||"},
+        {"1252", "\xFE\xFF\0[\0\xC4\0]\0\n\0k\0=\x20\xAC\0"s, "|[Ä]|k=€||"},
+        {"1252", "\xFF\xFE", "|"},
+        {"1252", "", "|"},
+    };
+    const Scratch scratch;
+    for (const auto& [page, content, expected] : cases) {
+        const Setting setting("VLGS_CODEPAGE", page);
+        scratch.write("a.ini", content);
+        const auto document = make<INIFile>();
+        readFileInto(*document, scratch.path("a.ini"));
+        EXPECT_EQ(stream(*document), expected);
+    }
+    const auto error = raised([&] { readFileInto(*make<INIFile>(), scratch.path("none.ini")); });
+    EXPECT_EQ(error.number, message(11513));
+    EXPECT_EQ(error.source, "VlGeneralServices.modFiles.g_RetrieveINIFile");
+}
+
+TEST(INIText, LinesMayCrossEveryChunk) {
+    const Scratch scratch;
+    const std::string value(3'000'000, 'v');
+    for (const std::size_t shift : {0u, 1u, 2u}) {
+        const std::string junk(65530 + shift, '#');
+        scratch.write("a.ini", junk + "\r\n[A]\r\nk=" + value + "\r\nl=2\r\n");
+        const auto document = make<INIFile>();
+        readFileInto(*document, scratch.path("a.ini"));
+        EXPECT_EQ(document->KeyValue(u"A", u"k").toUtf8(), value);
+        EXPECT_EQ(document->KeyValue(u"A", u"l"), u"2");
+    }
+}
+
+TEST(INIText, SavedIsWhatIsRead) {
+    const Scratch scratch;
+    const Setting setting("VLGS_CODEPAGE", "1252");
+    const auto document = make<INIFile>();
+    document->SetFullPath(scratch.path("a.ini"));
+    document->PutStream(u"[Ä]\r\nx= 1 \r\ny=€\r\n[B]\r\nz=3");
+    EXPECT_TRUE(document->Save(u""));
+    EXPECT_EQ(scratch.read("a.ini"), "\r\n[\xC4]\r\nx= 1 \r\ny=\x80\r\n\r\n[B]\r\nz=3\r\n\r\n");
+    EXPECT_TRUE(document->Save(scratch.path("b.ini")));
+    EXPECT_EQ(document->Filename(), u"b.ini");
+    document->Clear();
+    EXPECT_TRUE(document->Save(u""));
+    EXPECT_EQ(scratch.read("b.ini"), "\r\n");
+    const auto again = make<INIFile>();
+    readFileInto(*again, scratch.path("a.ini"));
+    EXPECT_EQ(stream(*again), "|[Ä]|x= 1 |y=€||[B]|z=3||");
+}
+
+TEST(INIText, AFailedSaveTouchesNothing) {
+    const Scratch scratch;
+    const Setting setting("VLGS_CODEPAGE", "1252");
+    scratch.write("a.ini", "old");
+    scratch.write("readonly.ini", "old");
+    setAttributes(scratch.path("readonly.ini"), FileAttributes::ReadOnly);
+    const auto document = make<INIFile>();
+    document->SetFullPath(scratch.path("a.ini"));
+    const auto refused = [&](const String& path) {
+        document->SetLocked(true);
+        const auto error = raised([&] { document->Save(path); });
+        EXPECT_EQ(error.number, message(11512));
+        EXPECT_EQ(error.source, "VlGeneralServices.modFiles.g_SaveINIFile");
+        EXPECT_NE(error.description.find("\r\n"), std::string::npos);
+        EXPECT_FALSE(document->Locked());
+        EXPECT_EQ(document->Filename(), u"a.ini");
+    };
+    refused(scratch.path("readonly.ini"));
+    refused(scratch.path("none/a.ini"));
+    refused(scratch.path(""));
+    document->CreateKey(u"S", u"k", u"日", missing, missing); // not in the code page
+    refused(u"");
+    EXPECT_EQ(scratch.read("a.ini"), "old");
+    EXPECT_EQ(scratch.read("readonly.ini"), "old");
+    EXPECT_EQ(scratch.entries(), 2u);
+}
+
+TEST(INIText, AHiddenFileStaysHiddenAndNothingElse) {
+    const Scratch scratch;
+    for (const auto others : {FileAttributes::Normal, FileAttributes::ReadOnly | FileAttributes::Archive}) {
+        scratch.write("a.ini", "old");
+        const String path = scratch.path("a.ini");
+        setAttributes(path, FileAttributes::Hidden | others);
+        if (!has(attributes(path), FileAttributes::Hidden))
+            GTEST_SKIP() << "the file system keeps no such attributes";
+        const auto document = make<INIFile>();
+        document->SetFullPath(path);
+        EXPECT_TRUE(document->Save(u""));
+        EXPECT_EQ(attributes(path), FileAttributes::Hidden);
+        EXPECT_EQ(scratch.read("a.ini"), "\r\n");
+        deleteFile(path);
+    }
+}
+
+TEST(INIText, AKilledSaveLeavesTheOldOrTheNewDocument) {
+    const Scratch scratch;
+    const auto documentOf = [&](char16_t letter) {
+        auto document = make<INIFile>();
+        document->SetFullPath(scratch.path("a.ini"));
+        for (int i = 0; i < 20000; ++i)
+            document->CreateKey(u"S", String::fromUtf8(std::to_string(i)), String(20, letter), missing,
+                                missing);
+        return document;
+    };
+    const Ref<INIFile> documents[] = {documentOf(u'a'), documentOf(u'b')};
+    documents[0]->Save(u"");
+    const std::string contents[] = {scratch.read("a.ini"), (documents[1]->Save(u""), scratch.read("a.ini"))};
+    for (int round = 0; round < 40; ++round) {
+        const pid_t child = start([&] {
+            for (int i = 0;; ++i)
+                documents[i % 2]->Save(u"");
+            return 0;
+        });
+        ::usleep(static_cast<useconds_t>(1000 + round * 731));
+        ::kill(child, SIGKILL);
+        finish(child);
+        const std::string now = scratch.read("a.ini");
+        ASSERT_TRUE(now == contents[0] || now == contents[1]) << "round " << round;
+    }
+}
+
+// Each of these would take minutes if anything were done again for every line, chunk or character.
+TEST(INIText, HostileInputIsReadInLinearTime) {
+    std::string manySections, sameName, brackets(4'000'000, '[');
+    for (int i = 0; i < 200'000; ++i) {
+        manySections += "[s" + std::to_string(i) + "]\n";
+        sameName += "[S]\nk=" + std::to_string(i) + "\n";
+    }
+    const Scratch scratch;
+    const auto begin = std::chrono::steady_clock::now();
+    for (const std::string& content :
+         {manySections, sameName, brackets, std::string(8'000'000, '\n'), std::string(4'000'000, '\0'),
+          "[A]\n" + std::string(4'000'000, ' ') + "k=1"}) {
+        scratch.write("a.ini", content);
+        readFileInto(*make<INIFile>(), scratch.path("a.ini"));
+    }
+    EXPECT_LT(std::chrono::steady_clock::now() - begin, std::chrono::seconds(30));
+}
+
+} // namespace
+} // namespace vlgs
