@@ -14,3 +14,4 @@ endforeach()
 # Peers of single benchmarks.
 pkg_check_modules(CRYPTOPP REQUIRED IMPORTED_TARGET libcrypto++)
 target_link_libraries(CipherBench PRIVATE PkgConfig::CRYPTOPP)
+target_link_libraries(INIBench PRIVATE PkgConfig::GLIB INIReader)
