@@ -6,18 +6,31 @@
 #include <benchmark/benchmark.h>
 
 #include <algorithm>
+#include <numeric>
 #include <random>
 #include <vector>
 
 namespace vlgs {
 namespace {
 
-// A store and the keys of its members; keys to be added are made beforehand.
+std::vector<std::int32_t> shuffled(std::int64_t count, std::mt19937& random) {
+    std::vector<std::int32_t> numbers(static_cast<std::size_t>(count));
+    std::iota(numbers.begin(), numbers.end(), 0);
+    std::shuffle(numbers.begin(), numbers.end(), random);
+    return numbers;
+}
+
+String keyOf(std::int32_t number) {
+    return concat(u"Setting number ", decimal(number));
+}
+
+// A store with texts for its keys, and the same keys once more in random order.
 struct Subject {
     explicit Subject(std::int64_t members) : random(4711) {
-        keys.reserve(static_cast<std::size_t>(members));
-        for (std::int64_t i = 0; i < members; ++i)
-            keys.push_back(concat(u"Setting number ", decimal(i)));
+        for (std::int32_t i = 0; i < members; ++i)
+            keys.push_back(keyOf(i));
+        for (const auto number : shuffled(members, random))
+            drawn.push_back(keyOf(number));
         fill();
     }
     void fill() {
@@ -27,19 +40,24 @@ struct Subject {
     }
     // Puts the order into the shape that it has after many changes.
     void scatter() {
-        for (std::size_t i = 0; i < keys.size() / 2; ++i) {
-            const String& key = anyKey();
-            store->remove(key);
-            store->add(1, key, position());
+        for (std::size_t i = 0; i < drawn.size() / 2; ++i) {
+            store->remove(drawn[i]);
+            store->add(1, drawn[i].text(), position());
         }
     }
     std::int32_t position() {
         return static_cast<std::int32_t>(random() % static_cast<std::uint32_t>(store->count())) + 1;
     }
-    const String& anyKey() { return keys[random() % keys.size()]; }
+    const Variant& nextKey() {
+        if (next == drawn.size())
+            next = 0;
+        return drawn[next++];
+    }
 
     std::mt19937 random;
     std::vector<String> keys;
+    std::vector<Variant> drawn;
+    std::size_t next = 0;
     Ref<OrderedStore> store;
 };
 
@@ -74,7 +92,7 @@ void InsertBeforePosition(benchmark::State& state) {
 
 void InsertBeforeKey(benchmark::State& state) {
     insertEach(state,
-               [](Subject& subject, const String& key) { subject.store->add(1, key, subject.anyKey()); });
+               [](Subject& subject, const String& key) { subject.store->add(1, key, subject.nextKey()); });
 }
 
 void ReadPosition(benchmark::State& state) {
@@ -88,7 +106,7 @@ void ReadPosition(benchmark::State& state) {
 void ReadKey(benchmark::State& state) {
     Subject subject(state.range(0));
     for (auto _ : state)
-        benchmark::DoNotOptimize(subject.store->withKey(subject.anyKey())->number());
+        benchmark::DoNotOptimize(subject.store->read(subject.nextKey()).member->number());
 }
 
 void Enumerate(benchmark::State& state) {
@@ -104,24 +122,22 @@ void Enumerate(benchmark::State& state) {
 template <class Remove>
 void removeEach(benchmark::State& state, Remove remove) {
     Subject subject(state.range(0));
-    auto order = subject.keys;
-    std::shuffle(order.begin(), order.end(), subject.random);
     for (auto _ : state) {
         state.PauseTiming();
         subject.fill();
         state.ResumeTiming();
-        for (const String& key : order)
+        for (const Variant& key : subject.drawn)
             remove(subject, key);
     }
     state.SetItemsProcessed(state.iterations() * state.range(0));
 }
 
 void RemovePosition(benchmark::State& state) {
-    removeEach(state, [](Subject& subject, const String&) { subject.store->remove(subject.position()); });
+    removeEach(state, [](Subject& subject, const Variant&) { subject.store->remove(subject.position()); });
 }
 
 void RemoveKey(benchmark::State& state) {
-    removeEach(state, [](Subject& subject, const String& key) { subject.store->remove(key); });
+    removeEach(state, [](Subject& subject, const Variant& key) { subject.store->remove(key); });
 }
 
 void sizes(benchmark::internal::Benchmark* run) {

@@ -33,6 +33,12 @@ class HashIndex {
         return none;
     }
 
+    /// Begins to fetch what a search for that hash will read.
+    void prefetch(std::uint64_t hash) const noexcept {
+        if (capacity_ > 0)
+            __builtin_prefetch(&slots_[static_cast<std::uint32_t>(hash) & mask()]);
+    }
+
     /// Makes sure that the next `more` insertions need no memory.
     void reserve(std::uint32_t more) {
         const std::uint64_t wanted = std::uint64_t{used_} + more;

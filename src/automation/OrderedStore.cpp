@@ -59,11 +59,12 @@ OrderedStore::Reading OrderedStore::read(const Variant& index) const noexcept {
 
 std::int32_t OrderedStore::add(Variant item, std::optional<String> key, const Variant& before,
                                const Variant& after) {
+    const bool indexed = key && !key->empty();
+    const std::uint64_t hash = indexed ? hashIgnoringCase(*key) : 0;
+    index_.prefetch(hash); // comes while the reference is looked up
     const Target target = targetOf(before, after);
     if (target.failure != 0)
         return target.failure;
-    const bool indexed = key && !key->empty();
-    const std::uint64_t hash = indexed ? hashIgnoringCase(*key) : 0;
     if (key && findKey(*key, hash) != none)
         return keyAlreadyPresent;
     if (entries_.size() >= std::numeric_limits<std::int32_t>::max())
@@ -74,9 +75,13 @@ std::int32_t OrderedStore::add(Variant item, std::optional<String> key, const Va
     if (entries_.capacity() == entries_.size())
         entries_.reserve(std::max<std::size_t>(4, entries_.size() * 2));
     reserveIndex(indexed);
+    if (index_.exists())
+        hashes_.reserve(entries_.capacity());
     if (order_ || !target.atEnd)
         insertIntoOrder(target, entry);
 
+    if (index_.exists())
+        hashes_.push_back(static_cast<std::uint32_t>(hash));
     if (indexed && index_.exists())
         index_.insert(hash, entry);
     else if (key && key->empty())
@@ -99,14 +104,21 @@ std::int32_t OrderedStore::remove(const Variant& index) {
 
     // The item ends when all is done: its end may run code that comes back to this store.
     const Entry gone = std::move(entries_[entry]);
-    if (entry == emptyKeyEntry_)
-        emptyKeyEntry_ = none;
-    else if (index_.exists() && !gone.key.empty())
-        index_.erase(hashIgnoringCase(gone.key), entry);
-    if (last)
+    const bool indexed = index_.exists() && !gone.key.empty();
+    const std::uint64_t hash = indexed ? hashes_[entry] : 0;
+    index_.prefetch(hash); // comes while the order is changed, as does the key that ends below
+    __builtin_prefetch(gone.key.data());
+    if (last) {
         entries_.pop_back();
-    else
+        if (index_.exists())
+            hashes_.pop_back();
+    } else {
         order_->erase(placeOf(selection));
+    }
+    if (indexed)
+        index_.erase(hash, entry);
+    else if (entry == emptyKeyEntry_)
+        emptyKeyEntry_ = none;
     if (--count_ == 0)
         clear();
     return 0;
@@ -116,6 +128,7 @@ void OrderedStore::clear() noexcept {
     const std::vector<Entry> gone = std::move(entries_);
     entries_.clear();
     index_.clear();
+    hashes_ = {};
     order_.reset();
     count_ = 0;
     emptyKeyEntry_ = none;
@@ -184,7 +197,11 @@ OrderedStore::Target OrderedStore::targetOf(const Variant& before, const Variant
 std::uint32_t OrderedStore::findKey(std::u16string_view key, std::uint64_t hash) const noexcept {
     if (key.empty())
         return emptyKeyEntry_;
-    const auto same = [&](std::uint32_t entry) { return equalIgnoringCase(entries_[entry].key, key); };
+    const auto same = [&](std::uint32_t entry) {
+        if (order_)
+            order_->prefetch(entry);
+        return equalIgnoringCase(entries_[entry].key, key);
+    };
     if (!scans())
         return index_.find(hash, same);
     for (std::uint32_t entry = 0; entry < entries_.size(); ++entry)
@@ -206,10 +223,16 @@ void OrderedStore::reserveIndex(bool keyed) {
     const auto keys = static_cast<std::uint32_t>(std::count_if(entries_.begin(), entries_.end(), hasKey));
     if (keys == 0 && !keyed)
         return;
+    std::vector<std::uint32_t> hashes;
+    hashes.reserve(entries_.capacity());
     index_.reserve(keys + keyed);
-    for (std::uint32_t entry = 0; entry < entries_.size(); ++entry)
+    for (std::uint32_t entry = 0; entry < entries_.size(); ++entry) {
+        const std::uint64_t hash = hashIgnoringCase(entries_[entry].key);
+        hashes.push_back(static_cast<std::uint32_t>(hash));
         if (hasKey(entries_[entry]))
-            index_.insert(hashIgnoringCase(entries_[entry].key), entry);
+            index_.insert(hash, entry);
+    }
+    hashes_ = std::move(hashes);
 }
 
 void OrderedStore::insertIntoOrder(const Target& target, std::uint32_t entry) {
@@ -223,18 +246,23 @@ void OrderedStore::insertIntoOrder(const Target& target, std::uint32_t entry) {
 
 // Lays the members out in their order and drops the entries of removed ones.
 void OrderedStore::compact() {
-    std::vector<Entry> compacted;
-    compacted.reserve(count_);
+    std::vector<Entry> entries;
+    std::vector<std::uint32_t> hashes;
+    entries.reserve(count_);
+    hashes.reserve(index_.exists() ? count_ : 0);
     std::vector<std::uint32_t> numbers(entries_.size(), none);
     for (std::uint32_t position = 0; position < count_; ++position) {
         const std::uint32_t entry = entryOf({Selection::Kind::Position, position});
         numbers[entry] = position;
-        compacted.push_back(std::move(entries_[entry]));
+        entries.push_back(std::move(entries_[entry]));
+        if (index_.exists())
+            hashes.push_back(hashes_[entry]);
     }
     index_.renumber(numbers);
     if (emptyKeyEntry_ != none)
         emptyKeyEntry_ = numbers[emptyKeyEntry_];
-    entries_ = std::move(compacted);
+    entries_ = std::move(entries);
+    hashes_ = std::move(hashes);
     order_.reset();
 }
 

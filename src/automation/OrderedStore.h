@@ -91,7 +91,10 @@ class OrderedStore final : public Object {
     void compact();
 
     std::vector<Entry> entries_;
-    HashIndex index_; // of the keys but the empty one
+    // Of the keys but the empty one. The hashes, one for each entry, are there while the index is: an entry
+    // is taken out of it without a look at the key's text.
+    HashIndex index_;
+    std::vector<std::uint32_t> hashes_;
     std::unique_ptr<PositionTree> order_;
     std::uint32_t count_ = 0;
     std::uint32_t emptyKeyEntry_ = none;

@@ -29,6 +29,13 @@ class PositionTree {
     Place placeAt(std::uint32_t position) const noexcept;
     /// REQUIRES: the number is in the sequence.
     Place placeOf(std::uint32_t number) const noexcept;
+    /// Begins to fetch what `placeOf` will read.
+    void prefetch(std::uint32_t number) const noexcept {
+        const Leaf& leaf = leaves_[leafOf_[number]];
+        constexpr std::uint32_t numbersInCacheLine = 16;
+        for (std::uint32_t i = 0; i < leafCapacity; i += numbersInCacheLine)
+            __builtin_prefetch(&leaf.numbers[i]);
+    }
     /// REQUIRES: the place is not behind the end.
     std::uint32_t numberAt(Place place) const noexcept { return leaves_[place.leaf].numbers[place.offset]; }
 
