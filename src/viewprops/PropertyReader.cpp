@@ -5,6 +5,9 @@
 #include "viewprops/QuotedText.h"
 #include "viewprops/ViewProperty.h"
 
+#include <algorithm>
+#include <array>
+
 namespace vlgs {
 
 namespace {
@@ -42,10 +45,16 @@ View withoutParentheses(View text) {
     return text;
 }
 
-/// A type letter in lower case and the text behind it; no letter when there is nothing at all.
+/// The first character of a text in lower case, "" of an empty one. Type letters share their texts.
+String letterOf(View text) {
+    static const std::array<String, 7> letters{u"i", u"s", u"b", u"y", u"p", u"c", u"d"};
+    const auto found = std::ranges::find(letters, text.substr(0, 1), &String::view);
+    return found != letters.end() ? *found : toLower(text.substr(0, 1));
+}
+
+/// A type letter and the text behind it.
 struct Typed {
-    explicit Typed(View text)
-        : letter(text.empty() ? String() : toLower(text.substr(0, 1))), value(text.substr(letter.length())) {}
+    explicit Typed(View text) : letter(letterOf(text)), value(text.substr(letter.length())) {}
     bool is(View wanted) const { return letter == wanted; }
     String letter;
     View value;
