@@ -31,6 +31,18 @@ add_library(VlGeneralServices SHARED ${VLGS_OBJECTS} ${PROJECT_SOURCE_DIR}/src/c
 set_target_properties(VlGeneralServices PROPERTIES PREFIX "" LINKER_LANGUAGE CXX
   RUNTIME_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR}/bin)
 target_link_libraries(VlGeneralServices PRIVATE oleaut32 ole32 uuid advapi32 mpr bcrypt)
+# The message texts: nothing but resources.
+find_package(Python3 REQUIRED COMPONENTS Interpreter)
+file(GLOB VLGS_TEXTS CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/resources/VlComRes.*.txt)
+set(VLGS_TEXTS_RC ${PROJECT_BINARY_DIR}/typelib/VlComRes.rc)
+set(VLGS_TEXTS_DLL ${PROJECT_BINARY_DIR}/bin/VlComRes.dll)
+add_custom_command(OUTPUT ${VLGS_TEXTS_DLL} DEPENDS ${VLGS_TEXTS} ${PROJECT_SOURCE_DIR}/scripts/string_tables.py
+  COMMAND ${Python3_EXECUTABLE} ${PROJECT_SOURCE_DIR}/scripts/string_tables.py
+          ${PROJECT_SOURCE_DIR}/resources/VlComRes.en.txt > ${VLGS_TEXTS_RC}
+  COMMAND ${CMAKE_RC_COMPILER} -c 65001 ${VLGS_TEXTS_RC} ${VLGS_TEXTS_RC}.obj
+  COMMAND ${CMAKE_CXX_COMPILER} -shared -nostdlib -Wl,--entry=0 -o ${VLGS_TEXTS_DLL} ${VLGS_TEXTS_RC}.obj VERBATIM)
+add_custom_target(VlComRes ALL DEPENDS ${VLGS_TEXTS_DLL})
+
 configure_file(${PROJECT_SOURCE_DIR}/typelib/VlGeneralServices.manifest
                ${PROJECT_BINARY_DIR}/bin/VlGeneralServices.manifest COPYONLY)
 

@@ -255,6 +255,9 @@ HRESULT invokeMember(const Face& self, DISPID id, WORD flags, DISPPARAMS* parame
     if (!info)
         return invokeUndescribed(self, id, flags, *parameters, result, failure);
     const MemberInfo* member = info->find(id, InvokeKind(static_cast<std::uint8_t>(flags & 15)));
+    // Some script engines call whatever has parentheses as a method.
+    if (!member && flags == DISPATCH_METHOD)
+        member = info->find(id, InvokeKind::PropertyGet);
     if (!member)
         return DISP_E_MEMBERNOTFOUND;
     if (isForValue(*member, *parameters))

@@ -26,7 +26,7 @@ ULONG STDMETHODCALLTYPE release(Face* self) noexcept {
 HRESULT STDMETHODCALLTYPE getTypeInfoCount(Face* self, UINT* count) noexcept {
     if (!count)
         return E_POINTER;
-    *count = self->owner->classFace().info ? 1 : 0;
+    *count = self->owner->hasTypeInfo() ? 1 : 0;
     return S_OK;
 }
 
@@ -34,11 +34,10 @@ HRESULT STDMETHODCALLTYPE getTypeInfo(Face* self, UINT index, LCID, ITypeInfo** 
     if (!info)
         return E_POINTER;
     *info = nullptr;
-    const ClassInfo* classInfo = self->owner->classFace().info;
-    if (index != 0 || !classInfo)
+    if (index != 0 || !self->owner->hasTypeInfo())
         return DISP_E_BADINDEX;
     try {
-        *info = typeInfoOf(classInfo->header().interfaceId).detach();
+        *info = typeInfoOf(self->owner->classFace().info->header().interfaceId).detach();
         return S_OK;
     } catch (...) {
         return reportFailure(self->owner->classFace().iid);
@@ -76,6 +75,7 @@ DualObject::~DualObject() {
     // Other objects may go with this one and ask for the state, so this one leaves it first.
     if (ThreadState* state = ThreadState::find())
         state->outgoing.erase(object_.get());
+    events_.reset();
     object_ = nullptr;
     ThreadState::dropUnused();
 }
@@ -101,14 +101,27 @@ HRESULT DualObject::QueryInterface(REFIID iid, void** result) noexcept {
         *result = &face_;
     else if (iid == IID_ISupportErrorInfo)
         *result = static_cast<ISupportErrorInfo*>(this);
-    else if (class_.info && (iid == IID_IProvideClassInfo || iid == IID_IProvideClassInfo2))
+    else if (hasTypeInfo() && (iid == IID_IProvideClassInfo || iid == IID_IProvideClassInfo2))
         *result = static_cast<IProvideClassInfo2*>(this);
+    else if (iid == IID_IConnectionPointContainer && events())
+        *result = events();
     else {
         *result = nullptr;
         return E_NOINTERFACE;
     }
     AddRef();
     return S_OK;
+}
+
+IConnectionPointContainer* DualObject::events() noexcept {
+    if (!events_)
+        if (auto* source = dynamic_cast<EventSource*>(object_.get()))
+            events_.emplace(static_cast<ISupportErrorInfo*>(this), *source, *object_->classInfo());
+    return events_ ? &*events_ : nullptr;
+}
+
+bool DualObject::hasTypeInfo() const noexcept {
+    return class_.info && class_.info->header().library == ClassHeader().library;
 }
 
 ULONG DualObject::Release() noexcept {

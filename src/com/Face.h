@@ -1,11 +1,14 @@
 // A library object as COM sees it: one dual interface of its class, and what every object offers besides.
 #pragma once
 
+#include "com/Events.h"
 #include "com/Module.h"
 #include "com/Ole.h"
 
 #include "automation/ClassInfo.h"
 #include "automation/Object.h"
+
+#include <optional>
 
 namespace vlgs::com {
 
@@ -40,6 +43,8 @@ class DualObject final : public ISupportErrorInfo, public IProvideClassInfo2 {
     static Object* unwrap(IUnknown* pointer) noexcept;
 
     const ClassFace& classFace() const noexcept { return class_; }
+    /// Whether the type library describes the object's class.
+    bool hasTypeInfo() const noexcept;
 
     HRESULT STDMETHODCALLTYPE QueryInterface(REFIID iid, void** result) noexcept override;
     ULONG STDMETHODCALLTYPE AddRef() noexcept override { return ++references_; }
@@ -49,12 +54,15 @@ class DualObject final : public ISupportErrorInfo, public IProvideClassInfo2 {
     HRESULT STDMETHODCALLTYPE GetGUID(DWORD kind, ::GUID* id) noexcept override;
 
   private:
+    IConnectionPointContainer* events() noexcept;
+
     explicit DualObject(Object* object);
     ~DualObject();
 
     Face face_;
     Ref<Object> object_;
     const ClassFace& class_;
+    std::optional<EventPort> events_; // made when somebody asks
     ULONG references_ = 1;
     ModuleLock lock_;
 };

@@ -2,6 +2,7 @@
 
 #include "automation/Error.h"
 #include "com/Failure.h"
+#include "com/References.h"
 #include "com/ThreadState.h"
 #include "com/Values.h"
 
@@ -94,6 +95,24 @@ ForeignObject::~ForeignObject() {
     if (ThreadState* state = ThreadState::find())
         state->incoming.erase(identity_.get());
     ThreadState::dropUnused();
+}
+
+const OutsideObject::Access& ForeignObject::access() const noexcept {
+    static constexpr auto pointerAt = [](const void* address) {
+        return static_cast<IUnknown*>(const_cast<void*>(address));
+    };
+    static constexpr Access access{
+        [](const void* address) { return fromInterface(pointerAt(address)); },
+        [](const void* address) {
+            pointerAt(address)->AddRef();
+            return static_cast<std::int32_t>(pointerAt(address)->Release());
+        },
+    };
+    return access;
+}
+
+const void* ForeignObject::address() const noexcept {
+    return dispatch_ ? static_cast<IUnknown*>(dispatch_.get()) : identity_.get();
 }
 
 DispatchId ForeignObject::idOf(std::u16string_view name) const {

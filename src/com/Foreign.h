@@ -4,20 +4,23 @@
 #include "com/Module.h"
 #include "com/Ole.h"
 
-#include "automation/Object.h"
+#include "automation/OutsideObject.h"
 #include "automation/Variant.h"
 
 namespace vlgs::com {
 
 /// Stands for a caller's object. Calls go through its dispatch interface, arguments by value; a failure is
 /// raised with the number, source and description that the object tells.
-class ForeignObject final : public Object {
+class ForeignObject final : public OutsideObject {
   public:
     /// The one that stands for an object; `pointer` is any of its interfaces, and comes back as it is.
     static Ref<ForeignObject> of(IUnknown* pointer);
 
     DispatchId idOf(std::u16string_view name) const override;
     Variant invoke(DispatchId member, InvokeKind kind, const Arguments& arguments) override;
+
+    const Access& access() const noexcept override;
+    const void* address() const noexcept override;
 
     /// Not counted; null when the object has no dispatch interface.
     IDispatch* dispatch() const noexcept { return dispatch_.get(); }

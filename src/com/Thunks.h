@@ -203,14 +203,18 @@ requires(!std::is_const_v<T>) class WireArgument<T&> { // goes in and out
     T before_{};
     T value_{};
 };
-template <class T>
-class WireArgument<T*> { // goes in and out, may be left out
+template <class Given>
+class WireArgument<Given*> { // goes in and out, or only in, and may be left out
   public:
+    using T = std::remove_const_t<Given>;
     using Type = typename Wire<T>::Type*;
     WireArgument(Type variable, const ParameterInfo& parameter)
         : given_(variable && !isMissing(*variable)), holder_(given_ ? variable : nullptr, parameter) {}
     T* get() { return given_ ? &holder_.get() : nullptr; }
-    void writeBack() { holder_.writeBack(); }
+    void writeBack() {
+        if constexpr (!std::is_const_v<Given>)
+            holder_.writeBack();
+    }
 
   private:
     static bool isMissing(const typename Wire<T>::Type& variable) {

@@ -409,8 +409,12 @@ SAFEARRAY* toSafeArray(const Array& array) {
 void assign(SAFEARRAY*& to, const Array& value) {
     std::unique_ptr<SAFEARRAY, DestroyArray> fresh(toSafeArray(value));
     // An array of fixed size stays where it is and takes over what fits it.
-    if (to && fresh && (to->fFeatures & (FADF_FIXEDSIZE | FADF_STATIC | FADF_AUTO)))
+    if (to && (to->fFeatures & (FADF_FIXEDSIZE | FADF_STATIC | FADF_AUTO))) {
+        if (!fresh || elementTypeOf(to) != elementTypeOf(fresh.get()) ||
+            dimensionsOf(to) != dimensionsOf(fresh.get()))
+            raise(RunTimeError::TypeMismatch);
         return check(SafeArrayCopyData(fresh.get(), to));
+    }
     if (to)
         check(SafeArrayDestroy(to));
     to = fresh.release();

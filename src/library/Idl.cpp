@@ -20,6 +20,8 @@ constexpr std::string_view heading =
 
 #ifdef VLGS_HEADER
 import "oaidl.idl";
+#define GUID GUIDServices // The system's headers have these names already.
+#define _GUID _GUIDServices
 #else // The names of the system's types, without their definitions, among which is a type named GUID.
 typedef wchar_t* BSTR;
 typedef double DATE;
@@ -146,6 +148,8 @@ std::string optionality(const ParameterInfo& parameter) {
     const bool text = parameter.type.type == VarType::String;
     if (parameter.type.type == VarType::Variant && standard.kind == DefaultValue::Kind::None)
         return ", optional";
+    if (text && parameter.type.byReference)
+        return ", optional"; // interface compilers know no default for a reference to a text
     if (text || standard.kind == DefaultValue::Kind::Text)
         return ", optional, defaultvalue(" + quoted(String(standard.text).toUtf8()) + ")";
     return ", optional, defaultvalue(" + number(standard.number) + ")";
@@ -213,8 +217,7 @@ std::string eventsText(const ClassInfo& info) {
     if (info.header().eventInterface.empty())
         return "";
     std::string result = "    [uuid(" + bare(info.header().eventInterfaceId) +
-                         "), hidden, nonextensible]\n    dispinterface " +
-                         std::string(info.header().eventInterface) +
+                         "), hidden]\n    dispinterface " + std::string(info.header().eventInterface) +
                          " {\n        properties:\n        "
                          "methods:\n";
     for (const auto& event : info.events())
@@ -232,9 +235,6 @@ std::string classText(const ClassInfo& info) {
         result +=
             "        [default, source] dispinterface " + std::string(info.header().eventInterface) + ";\n";
     result += "    };\n\n";
-    // The operating system's headers use this name for a type.
-    if (info.name() == "GUID")
-        result = "#ifndef VLGS_HEADER\n" + result + "#endif\n\n";
     return result;
 }
 

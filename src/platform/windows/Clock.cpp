@@ -4,7 +4,7 @@
 
 namespace vlgs {
 
-LocalTime localNow() {
+DateParts localNow() {
     SYSTEMTIME now;
     GetLocalTime(&now);
     return {now.wYear, now.wMonth, now.wDay, now.wHour, now.wMinute, now.wSecond};

@@ -1,13 +1,13 @@
 #include "platform/Memory.h"
 
-#include <windows.h>
+#include "platform/windows/Host.h"
 
 namespace vlgs {
 
 bool readMemory(const void* address, std::span<std::byte> to) noexcept {
-    SIZE_T copied = 0;
-    return ReadProcessMemory(GetCurrentProcess(), address, to.data(), to.size(), &copied) != 0 &&
-           copied == to.size();
+    SIZE_T count = 0;
+    return ReadProcessMemory(GetCurrentProcess(), address, to.data(), to.size(), &count) &&
+           count == to.size();
 }
 
 } // namespace vlgs

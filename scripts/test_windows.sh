@@ -1,0 +1,113 @@
+#!/usr/bin/env bash
+# Builds the COM server for Windows, 64 and 32 bit, and proves it under Wine with a fresh prefix.
+#
+#   scripts/test_windows.sh            everything
+#   scripts/test_windows.sh x64        one of the builds
+set -euo pipefail
+cd "$(dirname "$0")/.."
+source scripts/packages.sh
+
+work=$(mktemp -d)
+trap 'WINEPREFIX=$work/prefix wineserver -k 2>/dev/null || true; rm -rf "$work"' EXIT
+export WINEDEBUG=-all WINEDLLOVERRIDES="mscoree,mshtml=;winemenubuilder.exe=d"
+failed=0
+
+fail() {
+    echo "FAILED: $*"
+    failed=1
+}
+
+# The 32-bit Wine comes from another architecture's packages, which not every mirror and image can give.
+has_wine32() {
+    [ -x /usr/lib/wine/wine ] || [ -d /usr/lib/i386-linux-gnu/wine ] && return
+    [ "$(id -u)" -eq 0 ] || return 1
+    dpkg --print-foreign-architectures | grep -qx i386 && return 1
+    { dpkg --add-architecture i386 && apt-get update -qq &&
+        DEBIAN_FRONTEND=noninteractive apt-get install -y -qq --no-install-recommends wine32:i386; } >/dev/null 2>&1 &&
+        return
+    dpkg --remove-architecture i386
+    apt-get update -qq >/dev/null 2>&1 || true
+    return 1
+}
+
+registry() {
+    wineserver -w
+    # Times of change are no content.
+    sed -E 's/^(\[.*\]) [0-9]+$/\1/; /^#time=/d' "$WINEPREFIX/system.reg" "$WINEPREFIX/user.reg"
+}
+
+# Registers with the given arguments of regsvr32, uses, unregisters, and compares the registry.
+round_trip() {
+    local title=$1 before=$work/before after=$work/after
+    shift
+    registry >"$before"
+    wine regsvr32 /s "$@" "$dll" || fail "$title: register"
+    run_scripts "$title"
+    wine regsvr32 /s /u "$@" "$dll" || fail "$title: unregister"
+    registry >"$after"
+    cmp -s "$before" "$after" || { diff "$before" "$after" | head -20; fail "$title: something stays in the registry"; }
+}
+
+run_scripts() {
+    local script
+    for script in tests/com/LateBound.vbs tests/com/LateBound.js; do
+        echo "-- $1: $(basename "$script")"
+        # An error that the script does not catch ends it without a word.
+        wine cscript //nologo "$(winepath -w "$script")" | tee "$work/output"
+        grep -q 'checks, 0 failed' "$work/output" || fail "$1: $script"
+    done
+    echo "-- $1: samples"
+    (cd "$work" && VLGS_SAMPLES=1 wine cscript //nologo connection.vbs demo.VLS 2009-12-31 &&
+        wine cscript //nologo connection.js demo.VLS 2009-12-31) || fail "$1: samples"
+    wine "$bin/VlgsEarlyBound.exe" || fail "$1: early bound"
+}
+
+native_tests() {
+    local program
+    for program in "$1"/*_tests.exe; do
+        echo "-- $(basename "$program" .exe)"
+        wine "$program" --gtest_brief=1 || fail "$program"
+    done
+}
+
+prove() {
+    local preset=$1
+    bin=$PWD/build/$preset/bin
+    dll=$(basename "$bin")/VlGeneralServices.dll
+    dll=$bin/VlGeneralServices.dll
+    export WINEPREFIX=$work/prefix-$preset
+    wine wineboot -i >/dev/null 2>&1
+    wineserver -w
+    cp samples/*.vbs samples/*.js samples/*.VLS samples/*.VLL "$work" 2>/dev/null || true
+    export VLGS_SOURCE_DIR=$PWD VLGS_BINARY_DIR=$PWD/build/$preset
+    round_trip "$preset, machine"
+    round_trip "$preset, user" /n /i:user
+    echo "-- $preset, manifest without registration"
+    wine "$bin/VlgsManifestClient.exe" || fail "$preset: manifest"
+    native_tests "$PWD/build/$preset"
+    wine "$bin/ComBench.exe" || fail "$preset: speed"
+}
+
+check_imports() {
+    local extra
+    extra=$("$2-w64-mingw32-objdump" -p "build/$1/bin/VlGeneralServices.dll" | sed -n 's/.*DLL Name: //p' |
+        grep -viE '^(advapi32|kernel32|mpr|msvcrt|ole32|oleaut32|user32|bcrypt)\.dll$' || true)
+    [ -z "$extra" ] || fail "$1 needs $extra"
+}
+
+need_build
+need g++-mingw-w64-x86-64-posix g++-mingw-w64-i686-posix mingw-w64-tools libwine-dev wine wine64 libgtest-dev googletest
+for kind in ${1:-x64 x86}; do
+    echo "== windows-$kind: build"
+    build "windows-$kind"
+done
+for kind in ${1:-x64 x86}; do
+    [ "$kind" = x64 ] && check_imports windows-x64 x86_64 || check_imports windows-x86 i686
+    if [ "$kind" = x86 ] && ! has_wine32; then
+        echo "== windows-x86: built, not run: no 32-bit Wine (package wine32) can be installed here"
+        continue
+    fi
+    echo "== windows-$kind: Wine"
+    prove "windows-$kind"
+done
+exit $failed

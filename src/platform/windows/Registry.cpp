@@ -1,0 +1,171 @@
+#include "platform/Registry.h"
+
+#include "platform/windows/Host.h"
+
+namespace vlgs {
+
+using namespace windows;
+
+namespace {
+
+HKEY rootOf(RegistryHive hive) {
+    constexpr ULONG_PTR firstRoot = 0x80000000u;
+    constexpr ULONG_PTR places[] = {0, 1, 2, 3, 5, 6};
+    return reinterpret_cast<HKEY>(
+        static_cast<LONG_PTR>(static_cast<LONG>(firstRoot + places[static_cast<std::size_t>(hive)])));
+}
+
+RegistryStatus statusOf(LSTATUS status) {
+    return static_cast<RegistryStatus>(status);
+}
+
+/// A name, which ends before its first NUL.
+class Name {
+  public:
+    explicit Name(std::u16string_view text) : text_(text.substr(0, text.find(u'\0'))) {}
+    const wchar_t* get() const noexcept { return wide(text_.data()); }
+
+  private:
+    String text_;
+};
+
+constexpr std::size_t longestKeyName = 256;
+constexpr std::size_t longestValueName = 16384;
+
+} // namespace
+
+struct RegistryKey::Handle {
+    HKEY key = nullptr;
+    bool isRoot = false;
+    Handle(HKEY opened, bool root) : key(opened), isRoot(root) {}
+    Handle(const Handle&) = delete;
+    Handle& operator=(const Handle&) = delete;
+    ~Handle() {
+        if (!isRoot)
+            RegCloseKey(key);
+    }
+};
+
+RegistryKey::RegistryKey() noexcept = default;
+RegistryKey::RegistryKey(RegistryHive hive) : handle_(std::make_unique<Handle>(rootOf(hive), true)) {}
+RegistryKey::RegistryKey(RegistryKey&& other) noexcept = default;
+RegistryKey& RegistryKey::operator=(RegistryKey&& other) noexcept = default;
+RegistryKey::~RegistryKey() = default;
+
+void RegistryKey::close() noexcept {
+    handle_.reset();
+}
+
+RegistryStatus RegistryKey::open(std::u16string_view path, std::uint32_t access, RegistryKey& key) const {
+    if (!handle_)
+        return RegistryStatus::InvalidHandle;
+    if (access == 0)
+        return RegistryStatus::AccessDenied;
+    HKEY opened = nullptr;
+    const auto status = RegOpenKeyExW(handle_->key, Name(path).get(), 0, access, &opened);
+    if (status == ERROR_SUCCESS)
+        key.handle_ = std::make_unique<Handle>(opened, false);
+    return statusOf(status);
+}
+
+RegistryStatus RegistryKey::create(std::u16string_view path, std::uint32_t access, RegistryKey& key) const {
+    if (!handle_)
+        return RegistryStatus::InvalidHandle;
+    if (access == 0)
+        return RegistryStatus::AccessDenied;
+    HKEY opened = nullptr;
+    const auto status = RegCreateKeyExW(handle_->key, Name(path).get(), 0, nullptr, REG_OPTION_NON_VOLATILE,
+                                        access, nullptr, &opened, nullptr);
+    if (status == ERROR_SUCCESS)
+        key.handle_ = std::make_unique<Handle>(opened, false);
+    return statusOf(status);
+}
+
+RegistryStatus RegistryKey::deleteKey(std::u16string_view path) const {
+    if (!handle_)
+        return RegistryStatus::InvalidHandle;
+    return statusOf(RegDeleteKeyW(handle_->key, Name(path).get()));
+}
+
+RegistryStatus RegistryKey::query(std::u16string_view name, RegistryData& data) const {
+    if (!handle_)
+        return RegistryStatus::InvalidHandle;
+    const Name text(name);
+    RegistryData found;
+    DWORD type = 0;
+    auto status = static_cast<LSTATUS>(ERROR_MORE_DATA);
+    for (DWORD size = 1024; status == ERROR_MORE_DATA;) {
+        found.bytes.resize(size);
+        status = RegQueryValueExW(handle_->key, text.get(), nullptr, &type,
+                                  reinterpret_cast<BYTE*>(found.bytes.data()), &size);
+        if (status == ERROR_SUCCESS)
+            found.bytes.resize(size);
+    }
+    if (status == ERROR_SUCCESS) {
+        found.type = type;
+        data = std::move(found);
+    }
+    return statusOf(status);
+}
+
+RegistryStatus RegistryKey::set(std::u16string_view name, const RegistryData& data) const {
+    if (!handle_)
+        return RegistryStatus::InvalidHandle;
+    return statusOf(RegSetValueExW(handle_->key, Name(name).get(), 0, data.type,
+                                   reinterpret_cast<const BYTE*>(data.bytes.data()),
+                                   static_cast<DWORD>(data.bytes.size())));
+}
+
+RegistryStatus RegistryKey::deleteValue(std::u16string_view name) const {
+    if (!handle_)
+        return RegistryStatus::InvalidHandle;
+    return statusOf(RegDeleteValueW(handle_->key, Name(name).get()));
+}
+
+RegistryStatus RegistryKey::renameValue(std::u16string_view from, std::u16string_view to) const {
+    RegistryData data;
+    if (const auto status = query(from, data); status != RegistryStatus::Success)
+        return status;
+    const Name before(from);
+    const Name after(to);
+    if (lstrcmpW(before.get(), after.get()) == 0)
+        return RegistryStatus::Success;
+    // A name that differs in case alone is the same value, which keeps its spelling unless it goes first.
+    if (lstrcmpiW(before.get(), after.get()) == 0) {
+        if (const auto status = deleteValue(from); status != RegistryStatus::Success)
+            return status;
+        return set(to, data);
+    }
+    if (const auto status = set(to, data); status != RegistryStatus::Success)
+        return status;
+    return deleteValue(from);
+}
+
+RegistryStatus RegistryKey::enumerateValue(std::uint32_t index, String& name, RegistryData& data) const {
+    if (!handle_)
+        return RegistryStatus::InvalidHandle;
+    std::vector<wchar_t> text(longestValueName);
+    auto length = static_cast<DWORD>(text.size());
+    const auto status =
+        RegEnumValueW(handle_->key, index, text.data(), &length, nullptr, nullptr, nullptr, nullptr);
+    if (status != ERROR_SUCCESS)
+        return statusOf(status);
+    const std::u16string_view found(reinterpret_cast<const char16_t*>(text.data()), length);
+    if (const auto read = query(found, data); read != RegistryStatus::Success)
+        return read;
+    name = found;
+    return RegistryStatus::Success;
+}
+
+RegistryStatus RegistryKey::enumerateKey(std::uint32_t index, String& name) const {
+    if (!handle_)
+        return RegistryStatus::InvalidHandle;
+    wchar_t text[longestKeyName];
+    DWORD length = longestKeyName;
+    const auto status = RegEnumKeyExW(handle_->key, index, text, &length, nullptr, nullptr, nullptr, nullptr);
+    if (status == ERROR_SUCCESS)
+        name = std::u16string_view(reinterpret_cast<const char16_t*>(text), length);
+    return statusOf(status);
+}
+
+} // namespace vlgs

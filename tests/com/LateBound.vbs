@@ -1,0 +1,160 @@
+' Late-bound use by a script engine: what a call gives, what it writes, how it fails.
+Option Explicit
+Dim failures, checks: failures = 0: checks = 0
+
+Sub Check(what, found, wanted)
+    checks = checks + 1
+    If VarType(found) = VarType(wanted) Then
+        If found = wanted Then Exit Sub
+    End If
+    failures = failures + 1
+    WScript.Echo "FAILED " & what & ": found " & TypeName(found) & " " & found & ", wanted " & TypeName(wanted) & " " & wanted
+End Sub
+
+Sub CheckError(what, number, source, description)
+    Dim n, s, d: n = Err.Number: s = Err.Source: d = Err.Description: Err.Clear
+    Check what & " number", n, number
+    If source <> "" Then Check what & " source", s, source
+    If description <> "" Then Check what & " description", d, description
+End Sub
+
+Function Make(name)
+    Set Make = CreateObject("VlGeneralServices." & name)
+End Function
+
+Dim name, o
+For Each name In Array("Collection", "Files", "General", "GUID", "RegUtil", "RegValue", "CorvaTools", "Buffer", _
+                       "Restricted", "ViewProperty", "ObjectPackager", "Conversion", "Cipher", "Resource")
+    Set o = Make(name)
+    Check name, o.ClassName, "VlGeneralServices." & name
+    Check name & " version", o.ClassVersion, "9.1002.23"
+Next
+For Each name In Array("INIFile", "Property", "ViewProperties", "Nothing")
+    On Error Resume Next
+    Set o = Make(name)
+    CheckError name & " is refused", 429, "", ""
+    On Error Goto 0
+Next
+On Error Resume Next
+Set o = Make("DDE")
+Check "DDE is refused", Err.Number <> 0, True
+Err.Clear
+
+' Arguments: how many, of what type
+Dim list: Set list = Make("Collection")
+list.Remove
+CheckError "argument left out", 449, "", ""
+list.Remove 1, 2
+CheckError "one argument too many", 450, "", ""
+list.Unknown
+CheckError "unknown member", 438, "", ""
+Dim resource: Set resource = Make("Resource")
+Dim text: text = resource.ResourceString("no number")
+CheckError "type mismatch", 13, "", ""
+text = resource.ResourceString(3000000000)
+CheckError "overflow", 6, "", ""
+On Error Goto 0
+
+' A collection: failures are numbers, the enumerator keeps the order
+Check "Add", list.Add("one", "a"), CLng(0)
+Check "Add the same key", list.Add("two", "A"), CLng(457)
+Check "Add before", list.Add("zero", "z", 1), CLng(0)
+Check "Count", list.Count, CLng(2)
+Check "default member", list("A"), "one"
+Check "by position", list.Item(1), "zero"
+Check "missing key", list.Item("none"), Empty
+Dim all, value: all = ""
+For Each value In list
+    all = all & value & ";"
+Next
+Check "enumeration", all, "zero;one;"
+Check "IsPresent", list.IsPresent("z"), True
+
+' Objects keep their identity, the library's and the caller's
+Class Local
+    Public Number
+End Class
+Dim mine: Set mine = New Local: mine.Number = 42
+list.Add mine, "mine"
+Check "a caller's object", list("mine") Is mine, True
+Check "its member", list("mine").Number, 42
+list.Add list, "self"
+Check "an own object", list("self") Is list, True
+list.Remove "self"
+
+' By-reference results
+Dim general: Set general = Make("General")
+Dim grid(2, 4), lower: lower = 77
+Check "GetArrayUpperDimension", general.GetArrayUpperDimension(grid, lower), CLng(2)
+Check "its lower bound", CLng(lower), CLng(0)
+Check "GetArrayElemCount", general.GetArrayElemCount(grid, CByte(2)), CLng(5)
+
+' Lists, arrays and dictionaries, the platform's included
+Check "VariantToCSV", general.VariantToCSV(Array(1, "b", 3)), "1,b,3"
+Dim numbers: numbers = general.CSVToVariant("1,2,3")
+Check "CSVToVariant", numbers(0) & "," & numbers(2), "3,1"
+Dim dictionary: Set dictionary = CreateObject("Scripting.Dictionary")
+dictionary.Add "k", "v"
+Dim result: result = general.CopyDictionaryToVariantArray(dictionary)
+Check "the platform's dictionary", result(UBound(result)), "v"
+Dim filled: Set filled = general.CopyVariantArrayToDictionary(Array("x", "y"), dictionary)
+Check "the same dictionary", filled Is dictionary, True
+Check "its new members", dictionary.Count, CLng(3)
+Dim items: Set items = general.ParseDelimitedString("a,b,,c", ",")
+Check "ParseDelimitedString", items.Count, CLng(3)
+Check "CollectionToCSV", general.CollectionToCSV(items), "A,B,C"
+Dim keyed: Set keyed = general.CopyVariantArrayToDictionary(Array("x", "y"))
+Check "a dictionary of the library", keyed.Count & keyed.Exists("nothing"), "2False"
+
+' Named errors
+On Error Resume Next
+Dim guid: Set guid = Make("GUID")
+value = guid.IsEqualGUID("a", "b")
+CheckError "GUID", -2147217504, "VlGeneralServices.GUID.IsEqualGUID", "Error Converting sGUID1 from String"
+value = guid.GUIDFromProgID("No.Such.Name")
+CheckError "ProgID", -2147217503, "VlGeneralServices.GUID.GUIDFromProgID", "Error Converting ProgID to GUID"
+On Error Goto 0
+Check "ProgIDFromGUID", guid.ProgIDFromGUID(guid.GUIDFromProgID("VlGeneralServices.Files")), "VlGeneralServices.Files"
+
+' Texts of every kind
+Dim packager, packed: Set packager = Make("ObjectPackager")
+packed = packager.PackObject(mine)
+Check "PackObject", packager.IsDescriptorFormat(packed), True
+Check "UnpackObject", packager.UnpackObject(packed) Is mine, True
+packed = packager.PackObject(list)
+Check "UnpackObject of an own object", packager.UnpackObject(packed) Is list, True
+Dim buffer: Set buffer = Make("Buffer")
+buffer.Delimiter = "|"
+buffer.PutData "a" & Chr(0) & "b"
+buffer.PutData String(100000, "x")
+Check "embedded NUL and long text", Len(buffer.GetData(3)), CLng(100005)
+Dim bytes: bytes = buffer.GetData(1)
+Check "bytes", VarType(bytes), CInt(vbArray + vbByte)
+buffer.ChunkSize = -5
+Check "ChunkSize", buffer.ChunkSize, CLng(200)
+Check "HTML", Len(general.ClassDescription) > 0, True
+
+Dim cipher, key: Set cipher = Make("Cipher")
+Dim conversion: Set conversion = Make("Conversion")
+Check "UniversalDateFormat", conversion.UniversalDateFormat, "yyyy\-mm\-dd"
+Check "Timestamp", Len(conversion.Timestamp), CLng(19)
+Check "a record", IsEmpty(conversion.GetLocaleSettings), False
+
+Dim values, registry: Set values = Make("RegValue")
+Set registry = Make("RegUtil")
+Check "SetCurrHive", registry.SetCurrHive(-2147483647), True
+Check "SetCurrPath", registry.SetCurrPath("Software"), True
+Check "AddKey", registry.AddKey("VlgsScriptTest", True), True
+values.ValueName = "n": values.DataType = 1: values.Value = "text"
+Check "AddOrUpdateValue", registry.AddOrUpdateValue(values), True
+values.Value = ""
+Check "GetValue", registry.GetValue(values), True
+Check "the value", values.Value, "text"
+Check "RiseToParentKey", registry.RiseToParentKey, True
+Check "DeleteKey", registry.DeleteKey("VlgsScriptTest"), True
+Dim keys: Set keys = Make("Collection")
+Check "EnumKeys", registry.EnumKeys(keys), True
+Check "some keys", keys.Count > 0, True
+
+WScript.Echo checks & " checks, " & failures & " failed"
+WScript.Quit failures

@@ -1,0 +1,277 @@
+// Calls in both directions: late bound, through a generated table, of a caller's objects, and events.
+#include "support/TestBed.h"
+
+#include "com/Face.h"
+#include "com/Failure.h"
+#include "com/Foreign.h"
+#include "com/References.h"
+#include "com/Thunks.h"
+#include "com/Values.h"
+
+#include <gtest/gtest.h>
+
+#include <functional>
+#include <olectl.h>
+
+namespace vlgs::com {
+namespace {
+
+using test::TestBed;
+
+/// A caller's object whose every call goes to a function.
+class Caller final : public IDispatch {
+  public:
+    using Action = std::function<HRESULT(DISPID, WORD, DISPPARAMS&, VARIANT*, EXCEPINFO*)>;
+    explicit Caller(Action action) : action_(std::move(action)) {}
+    HRESULT STDMETHODCALLTYPE QueryInterface(REFIID iid, void** result) override {
+        const bool known = iid == IID_IUnknown || iid == IID_IDispatch;
+        *result = known ? this : nullptr;
+        if (known)
+            AddRef();
+        return known ? S_OK : E_NOINTERFACE;
+    }
+    ULONG STDMETHODCALLTYPE AddRef() override { return ++references; }
+    ULONG STDMETHODCALLTYPE Release() override { return --references; }
+    HRESULT STDMETHODCALLTYPE GetTypeInfoCount(UINT*) override { return E_NOTIMPL; }
+    HRESULT STDMETHODCALLTYPE GetTypeInfo(UINT, LCID, ITypeInfo**) override { return E_NOTIMPL; }
+    HRESULT STDMETHODCALLTYPE GetIDsOfNames(REFIID, OLECHAR** names, UINT, LCID, DISPID* ids) override {
+        *ids = std::wstring_view(names[0]) == L"Known" ? 5 : DISPID_UNKNOWN;
+        return *ids == 5 ? S_OK : DISP_E_UNKNOWNNAME;
+    }
+    HRESULT STDMETHODCALLTYPE Invoke(DISPID id, REFIID, LCID, WORD flags, DISPPARAMS* given, VARIANT* result,
+                                     EXCEPINFO* failure, UINT*) override {
+        return action_(id, flags, *given, result, failure);
+    }
+    ULONG references = 1;
+
+  private:
+    Action action_;
+};
+
+/// What a late-bound call gives.
+struct Outcome {
+    HRESULT status = S_OK;
+    Variant value;
+    std::int32_t number = 0;
+    String source;
+    String description;
+    UINT argument = 99;
+};
+
+class Calls : public ::testing::Test {
+  protected:
+    Calls() : bed(ComPtr<IDispatch>::attach(DualObject::wrap(make<TestBed>().get()))) {}
+    ~Calls() override {
+        bed.reset();
+        EXPECT_FALSE(ModuleLock::any()) << "something still lives";
+    }
+
+    DISPID idOf(const char16_t* name) {
+        auto* text = const_cast<wchar_t*>(wide(name));
+        DISPID id = DISPID_UNKNOWN;
+        EXPECT_EQ(bed->GetIDsOfNames(IID_NULL, &text, 1, 0, &id), S_OK) << String(name).toUtf8();
+        return id;
+    }
+    /// `arguments` in their usual order.
+    Outcome call(const char16_t* name, std::vector<VARIANT> arguments, WORD flags = DISPATCH_METHOD,
+                 std::vector<DISPID> named = {}) {
+        std::reverse(arguments.begin(), arguments.end());
+        DISPPARAMS given{arguments.data(), named.data(), static_cast<UINT>(arguments.size()),
+                         static_cast<UINT>(named.size())};
+        Outcome outcome;
+        OleVariant result;
+        EXCEPINFO failure{};
+        outcome.status =
+            bed->Invoke(idOf(name), IID_NULL, 0, flags, &given, result.put(), &failure, &outcome.argument);
+        outcome.value = fromVariant(result.get());
+        outcome.number = toNumber(failure.scode);
+        outcome.source = toString(failure.bstrSource);
+        outcome.description = toString(failure.bstrDescription);
+        SysFreeString(failure.bstrSource);
+        SysFreeString(failure.bstrDescription);
+        return outcome;
+    }
+    static VARIANT number(LONG value) {
+        VARIANT result;
+        result.vt = VT_I4;
+        result.lVal = value;
+        return result;
+    }
+    static VARIANT left() {
+        VARIANT result;
+        result.vt = VT_ERROR;
+        result.scode = DISP_E_PARAMNOTFOUND;
+        return result;
+    }
+    static VARIANT text(const OleVariant& holder) { return const_cast<OleVariant&>(holder).get(); }
+
+    ComPtr<IDispatch> bed;
+};
+
+TEST_F(Calls, LeftOutArgumentsAreTheirDefaults) {
+    EXPECT_EQ(call(u"optionals", {}).value, Variant(u"a=7;b=,;c=missing;d=none"));
+    EXPECT_EQ(call(u"Optionals", {left(), left(), number(3)}).value, Variant(u"a=7;b=,;c=3;d=none"));
+    EXPECT_EQ(call(u"Optionals", {number(4), number(5)}, DISPATCH_METHOD, {3, 0}).value,
+              Variant(u"a=4;b=,;c=missing;d=5"));
+}
+
+TEST_F(Calls, StatusesTellWhatIsWrongWithTheArguments) {
+    OleVariant word;
+    toVariant(u"word", word.get());
+    EXPECT_EQ(call(u"Echo", {}).status, DISP_E_PARAMNOTOPTIONAL);
+    EXPECT_EQ(call(u"Echo", {number(1), number(2)}).status, DISP_E_BADPARAMCOUNT);
+    EXPECT_EQ(call(u"Echo", {number(1)}, DISPATCH_METHOD, {9}).status, DISP_E_PARAMNOTFOUND);
+    EXPECT_EQ(call(u"Fail", {text(word), left(), left()}).status, DISP_E_PARAMNOTOPTIONAL);
+    const auto mismatch = call(u"Fail", {text(word), number(1), number(2)});
+    EXPECT_EQ(mismatch.status, DISP_E_TYPEMISMATCH);
+    EXPECT_EQ(mismatch.argument, 2u);
+    EXPECT_EQ(call(u"Typed", {number(100000), number(1), number(1), number(1), number(1)}).status,
+              DISP_E_OVERFLOW);
+    DISPPARAMS none{};
+    EXPECT_EQ(bed->Invoke(4711, IID_NULL, 0, DISPATCH_METHOD, &none, nullptr, nullptr, nullptr),
+              DISP_E_MEMBERNOTFOUND);
+    EXPECT_EQ(bed->Invoke(1, IID_NULL, 0, DISPATCH_METHOD, nullptr, nullptr, nullptr, nullptr), E_INVALIDARG);
+    EXPECT_EQ(bed->Invoke(1, IID_IUnknown, 0, DISPATCH_METHOD, &none, nullptr, nullptr, nullptr),
+              DISP_E_UNKNOWNINTERFACE);
+}
+
+TEST_F(Calls, ErrorsCarryNumberSourceAndDescription) {
+    OleVariant source;
+    OleVariant description;
+    toVariant(u"Here", source.get());
+    toVariant(u"What\r\nhappened", description.get());
+    for (const std::int32_t raised : {5, 457, 10000, -2147209996}) {
+        const auto outcome = call(u"Fail", {number(raised), text(source), text(description)});
+        EXPECT_EQ(outcome.status, DISP_E_EXCEPTION);
+        EXPECT_EQ(outcome.number, raised);
+        EXPECT_EQ(outcome.source, u"Here");
+        EXPECT_EQ(outcome.description, u"What\r\nhappened");
+    }
+    EXPECT_EQ(call(u"FailOutOfMemory", {}).number, 7);
+}
+
+TEST_F(Calls, ReferencesAreWrittenBack) {
+    LONG changed = 21;
+    VARIANT byNumber;
+    byNumber.vt = VT_BYREF | VT_I4;
+    byNumber.plVal = &changed;
+    OleVariant word;
+    toVariant(u"hey", word.get());
+    VARIANT byWord;
+    byWord.vt = VT_BYREF | VT_VARIANT;
+    byWord.pvarVal = &word.get();
+    OleVariant any;
+    VARIANT byAny;
+    byAny.vt = VT_BYREF | VT_VARIANT;
+    byAny.pvarVal = &any.get();
+    EXPECT_EQ(call(u"Change", {byNumber, byWord, byAny}).status, S_OK);
+    EXPECT_EQ(changed, 42);
+    EXPECT_EQ(fromVariant(word.get()), Variant(u"hey!"));
+    EXPECT_EQ(fromVariant(any.get()), Variant(Array::ofStrings({u"hey!"})));
+}
+
+TEST_F(Calls, PropertiesArePutAndGot) {
+    EXPECT_EQ(call(u"Number", {number(9)}, DISPATCH_PROPERTYPUT, {DISPID_PROPERTYPUT}).status, S_OK);
+    EXPECT_EQ(call(u"Number", {}, DISPATCH_PROPERTYGET).value, Variant(9));
+    EXPECT_EQ(call(u"Number", {}).value, Variant(9)) << "a property called as a method";
+    VARIANT self;
+    self.vt = VT_DISPATCH;
+    self.pdispVal = bed.get();
+    EXPECT_EQ(call(u"Other", {self}, DISPATCH_PROPERTYPUTREF, {DISPID_PROPERTYPUT}).status, S_OK);
+    const auto other = call(u"Other", {}, DISPATCH_PROPERTYGET).value;
+    EXPECT_EQ(ComPtr<IDispatch>::attach(toDispatch(other.object())).get(), bed.get()) << "one identity";
+    VARIANT nothing = self;
+    nothing.pdispVal = nullptr;
+    call(u"Other", {nothing}, DISPATCH_PROPERTYPUTREF, {DISPID_PROPERTYPUT});
+}
+
+TEST_F(Calls, CallersObjectsKeepTheirIdentity) {
+    Caller caller([](DISPID, WORD, DISPPARAMS&, VARIANT*, EXCEPINFO*) { return S_OK; });
+    {
+        VARIANT argument;
+        argument.vt = VT_DISPATCH;
+        argument.pdispVal = &caller;
+        const auto back = call(u"Echo", {argument}).value;
+        EXPECT_EQ(ComPtr<IDispatch>::attach(toDispatch(back.object())).get(), &caller);
+        EXPECT_EQ(fromInterface(&caller).get(), back.object()) << "one stands for it";
+    }
+    EXPECT_EQ(caller.references, 1u);
+}
+
+TEST_F(Calls, CallersFailuresAreRaised) {
+    Caller caller([](DISPID, WORD, DISPPARAMS&, VARIANT*, EXCEPINFO* failure) {
+        failure->scode = static_cast<SCODE>(0x800A0009);
+        failure->bstrSource = SysAllocString(L"Caller");
+        failure->bstrDescription = SysAllocString(L"No room");
+        return DISP_E_EXCEPTION;
+    });
+    const auto object = fromInterface(&caller);
+    try {
+        vlgs::call(object, u"Known", 1);
+        FAIL();
+    } catch (const Error& error) {
+        EXPECT_EQ(error.number(), 9);
+        EXPECT_EQ(error.source(), u"Caller");
+        EXPECT_EQ(error.description(), u"No room");
+    }
+    EXPECT_THROW(vlgs::call(object, u"Unknown"), Error);
+}
+
+TEST_F(Calls, EventsReachTheSinkAndBringBackWhatItWrites) {
+    Caller sink([](DISPID, WORD, DISPPARAMS& given, VARIANT*, EXCEPINFO*) {
+        EXPECT_EQ(given.rgvarg[0].vt, VT_BYREF | VT_BSTR);
+        SysReAllocString(given.rgvarg[0].pbstrVal, L"answer");
+        return S_OK;
+    });
+    const auto container = queryFor<IConnectionPointContainer>(bed.get());
+    ASSERT_TRUE(container);
+    ComPtr<IConnectionPoint> point;
+    ASSERT_EQ(
+        container->FindConnectionPoint(toGuid(TestBed::description().header().eventInterfaceId), point.put()),
+        S_OK);
+    DWORD cookie = 0;
+    ASSERT_EQ(point->Advise(&sink, &cookie), S_OK);
+    OleVariant word;
+    toVariant(u"question", word.get());
+    EXPECT_EQ(call(u"Tell", {text(word)}).value, Variant(u"answer"));
+    EXPECT_EQ(point->Unadvise(cookie), S_OK);
+    EXPECT_EQ(point->Unadvise(cookie), CONNECT_E_NOCONNECTION);
+    EXPECT_EQ(call(u"Tell", {text(word)}).value, Variant(u"question"));
+    EXPECT_EQ(sink.references, 1u);
+}
+
+template <class Function>
+Function entry(std::size_t row) {
+    return reinterpret_cast<Function>(const_cast<void*>(VtableOf<TestBed>::entries[dispatchEntries + row]));
+}
+
+TEST_F(Calls, TablesTakeWireTypes) {
+    const auto object = make<TestBed>();
+    Face face{VtableOf<TestBed>::entries.data(), object.get(), nullptr};
+    const auto change = entry<HRESULT(STDMETHODCALLTYPE*)(Face*, LONG*, BSTR*, VARIANT*)>(2);
+    LONG changed = 4;
+    BSTR word = SysAllocString(L"go");
+    OleVariant any;
+    EXPECT_EQ(change(&face, &changed, &word, &any.get()), S_OK);
+    EXPECT_EQ(changed, 8);
+    EXPECT_EQ(toString(word), u"go!");
+    EXPECT_EQ(change(&face, nullptr, &word, &any.get()), E_POINTER);
+    SysFreeString(word);
+
+    const auto optionals = entry<HRESULT(STDMETHODCALLTYPE*)(Face*, LONG, BSTR, VARIANT, LONG*, BSTR*)>(3);
+    BSTR result = nullptr;
+    EXPECT_EQ(optionals(&face, 1, nullptr, left(), nullptr, &result), S_OK);
+    EXPECT_EQ(toString(result), u"a=1;b=;c=missing;d=none");
+    SysFreeString(result);
+    EXPECT_EQ(optionals(&face, 1, nullptr, left(), nullptr, nullptr), E_POINTER);
+
+    const auto fail = entry<HRESULT(STDMETHODCALLTYPE*)(Face*, LONG, BSTR, BSTR)>(4);
+    EXPECT_EQ(fail(&face, 5, nullptr, nullptr), static_cast<HRESULT>(0x800A0005));
+    EXPECT_EQ(fail(&face, 0, nullptr, nullptr), E_FAIL);
+    EXPECT_EQ(fail(&face, -2147209996, nullptr, nullptr), -2147209996);
+    const auto exhaust = entry<HRESULT(STDMETHODCALLTYPE*)(Face*)>(5);
+    EXPECT_EQ(exhaust(&face), static_cast<HRESULT>(0x800A0007));
+}
+
+} // namespace
+} // namespace vlgs::com
