@@ -11,13 +11,16 @@
 #include "cipher/Cipher.h"
 #include "conversion/Conversion.h"
 #include "dde/DDE.h"
+#include "files/Files.h"
 #include "frame/InterfaceIdentifiers.h"
 #include "frame/Messages.h"
 #include "frame/Resource.h"
 #include "frame/Restricted.h"
 #include "general/GUID.h"
 #include "general/General.h"
+#include "ini/Buffer.h"
 #include "ini/Collection.h"
+#include "ini/INIFile.h"
 #include "ini/Property.h"
 #include "locking/CorvaTools.h"
 #include "packager/ObjectPackager.h"
@@ -35,15 +38,10 @@ struct TypeList {};
 /// The classes of the component, in the order of the type library.
 using Classes = TypeList<
     // in this order:
-    Collection, DDE,
-    // still to come before it: Files
-    General, GUID,
-    // still to come before it: INIFile
-    Property,
+    Collection, DDE, Files, General, GUID, INIFile, Property,
     // still to come before it: RegUtil, RegValue
-    CorvaTools,
-    // still to come before it: Buffer
-    Restricted, ViewProperties, ViewProperty, ObjectPackager, Conversion, Cipher, Resource>;
+    CorvaTools, Buffer, Restricted, ViewProperties, ViewProperty, ObjectPackager, Conversion, Cipher,
+    Resource>;
 
 /// Classes of the run time that hosts without it offer under its names.
 using RunTimeClasses = TypeList<OrderedCollection, Dictionary>;
