@@ -18,11 +18,15 @@ namespace vlgs {
 namespace {
 
 // The value that an object stands for in a conversion: that of its default member, followed to its end.
+// Objects that lead to one another without an end stand for none.
 Variant valueOf(const Ref<Object>& object) {
+    constexpr int longestChain = 100;
     Variant value = object;
-    while (value.isObject()) {
+    for (int i = 0; value.isObject(); ++i) {
         if (!value.object())
             raise(RunTimeError::ObjectVariableNotSet);
+        if (i == longestChain)
+            raise(RunTimeError::TypeMismatch);
         value = value.reference()->invoke(defaultMember, InvokeKind::MethodOrGet, {});
     }
     return value;

@@ -102,5 +102,12 @@ TEST(ViewProperty, ClearingDependsOnWhatItHolds) {
     EXPECT_EQ(property->Value(), Variant(nullptr));
 }
 
+TEST(ViewProperty, ThatHoldsItselfHasNoText) {
+    const auto property = make<ViewProperty>();
+    property->SetValue(property);
+    EXPECT_EQ(raised([&] { toText(Variant(property)); }).number, 13);
+    property->Clear();
+}
+
 } // namespace
 } // namespace vlgs
