@@ -36,6 +36,7 @@ if(NOT WIN32)
   set_target_properties(VlGeneralServices PROPERTIES
     VERSION ${PROJECT_VERSION} SOVERSION ${PROJECT_VERSION_MAJOR}
     LIBRARY_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR}/lib)
+  target_compile_features(VlGeneralServices INTERFACE cxx_std_20)
   target_include_directories(VlGeneralServices INTERFACE
     $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}/src>
     $<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}/VlGeneralServices>)

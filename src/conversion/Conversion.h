@@ -42,12 +42,12 @@ class Conversion final : public CountedComponent {
                                 enumAttrValueConvTypes eConvType) const;
     /// "1" for a value that converts to True, else "0"; `bTypedReturn` receives the Boolean. Raises 13 for a
     /// value that is no Boolean.
-    String CBln(const Variant& vData, bool* bTypedReturn) const;
+    String CBln(const Variant& vData, bool* bTypedReturn = nullptr) const;
 
     /// "1.0000".
     String GenerateRevisionNumber() const;
     /// See `g_IncrementRevisionNumber`.
-    String IncrementRevisionNumber(const String& sRevisionNumber) const;
+    String IncrementRevisionNumber(const String& sRevisionNumber = {}) const;
     /// See `g_IsValidRevisionNumber`.
     bool IsValidCorvaRevisionNumber(String& sRevisionNumber) const;
     /// See `g_CompareRevisionNumber`.
@@ -57,31 +57,34 @@ class Conversion final : public CountedComponent {
 
     // Timestamps in the universal pattern; see `g_CTimestamp` for what is accepted and raised. `CTimestamp`
     // drops what stands before and behind the moment, the other two when they are asked to.
-    String CTimestamp(const Variant& vLegalLocaleTimestamp, bool bUseDatePart, bool bUseTimePart,
-                      Date* dtTypedReturn) const;
-    String CTimestamp2(const Variant& vLegalLocaleTimestamp, bool bUseDatePart, bool bUseTimePart,
-                       Date* dtTypedReturn, bool bTruncGarbage) const;
-    String CTimestamp3(const Variant& vLegalLocaleTimestamp, bool bUseDatePart, bool bUseTimePart,
-                       Date* dtTypedReturn, bool bTruncGarbage, bool bUseLocaleFormat) const;
+    String CTimestamp(const Variant& vLegalLocaleTimestamp, bool bUseDatePart = false,
+                      bool bUseTimePart = false, Date* dtTypedReturn = nullptr) const;
+    String CTimestamp2(const Variant& vLegalLocaleTimestamp, bool bUseDatePart = false,
+                       bool bUseTimePart = false, Date* dtTypedReturn = nullptr,
+                       bool bTruncGarbage = false) const;
+    String CTimestamp3(const Variant& vLegalLocaleTimestamp, bool bUseDatePart = false,
+                       bool bUseTimePart = false, Date* dtTypedReturn = nullptr, bool bTruncGarbage = false,
+                       bool bUseLocaleFormat = false) const;
 
     // The date or the time of a value in one of the forms above. Raise what `g_CTimestamp` raises.
-    String CLongDate(const Variant& vLegalLocaleDate, Date* dtTypedReturn) const;
-    String CShortDate(const Variant& vLegalLocaleDate, Date* dtTypedReturn) const;
-    String CUniversalDate(const Variant& vLegalLocaleDate, Date* dtTypedReturn) const;
-    String CLocaleTime(const Variant& vLegalLocaleTime, Date* dtTypedReturn) const;
-    String CUniversalTime(const Variant& vLegalLocaleTime, Date* dtTypedReturn) const;
+    String CLongDate(const Variant& vLegalLocaleDate, Date* dtTypedReturn = nullptr) const;
+    String CShortDate(const Variant& vLegalLocaleDate, Date* dtTypedReturn = nullptr) const;
+    String CUniversalDate(const Variant& vLegalLocaleDate, Date* dtTypedReturn = nullptr) const;
+    String CLocaleTime(const Variant& vLegalLocaleTime, Date* dtTypedReturn = nullptr) const;
+    String CUniversalTime(const Variant& vLegalLocaleTime, Date* dtTypedReturn = nullptr) const;
     /// See `g_CUniversalTimestampToLocale`.
     String CUniversalTimestampToLocale(const Variant& vTimestamp) const;
 
     // Whether `g_CTimestamp` accepts a value. `sReturn` receives the converted text, with the user's
     // separators for dates and times and in the universal pattern for timestamps; it stays as it is when the
     // answer is False. Never raise.
-    bool IsValidDate(const Variant& vDate, String* sReturn) const;
-    bool IsValidTime(const Variant& vTime, String* sReturn) const;
-    bool IsValidTimestamp(const Variant& vTimestamp, String* sReturn) const;
-    bool IsValidCorvaDate(const Variant& vDate, bool bTruncGarbage, String* sReturn) const;
-    bool IsValidCorvaTime(const Variant& vTime, bool bTruncGarbage, String* sReturn) const;
-    bool IsValidCorvaTimestamp(const Variant& vTimestamp, bool bTruncGarbage, String* sReturn) const;
+    bool IsValidDate(const Variant& vDate, String* sReturn = nullptr) const;
+    bool IsValidTime(const Variant& vTime, String* sReturn = nullptr) const;
+    bool IsValidTimestamp(const Variant& vTimestamp, String* sReturn = nullptr) const;
+    bool IsValidCorvaDate(const Variant& vDate, bool bTruncGarbage = false, String* sReturn = nullptr) const;
+    bool IsValidCorvaTime(const Variant& vTime, bool bTruncGarbage = false, String* sReturn = nullptr) const;
+    bool IsValidCorvaTimestamp(const Variant& vTimestamp, bool bTruncGarbage = false,
+                               String* sReturn = nullptr) const;
 
     static constexpr auto describe() {
         using C = Conversion;

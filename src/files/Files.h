@@ -24,23 +24,24 @@ class Files final : public CountedComponent {
     /// The absolute path to which a relative one leads from a base folder; it must exist. Raises 11545,
     /// 11532, 11544 and what `TranslatePathToUNC` raises.
     String TranslateFromRelativePath(const String& sRelativePath, const String& sBasePath,
-                                     bool bUseUNCFormat) const;
+                                     bool bUseUNCFormat = true) const;
     /// The same, but only the folder of the target must exist.
     String TranslateFromRelativePathNoFileCheck(const String& sRelativePath, const String& sBasePath,
-                                                bool bUseUNCFormat) const;
+                                                bool bUseUNCFormat = true) const;
     /// Whether `TranslateFromRelativePath` gives a path; raises what it raises.
     bool IsValidRelativePath(const String& sRelativePath, const String& sBasePath) const;
     bool IsValidPath(const String& sValue) const;
     /// Leading blanks aside: begins with "\\"; begins with a letter and ":"; neither of the two.
     bool IsUNCPathFormat(const String& sValue) const;
-    bool IsStandardPathFormat(const String& sValue, bool* bIsUNCFormat) const;
+    bool IsStandardPathFormat(const String& sValue, bool* bIsUNCFormat = nullptr) const;
     bool IsRelativePathFormat(const String& sValue) const;
     /// The relative path from an existing base folder to a path; "" when they are equal. Raises 11532, 11550
     /// for different volumes and what `TranslatePathToUNC` raises.
     String TranslateToRelativePath(const String& sInputPath, const String& sBasePath) const;
     /// "X:\" or "\\server\share\"; the rest goes to `sRemainder`. Raises 11549 for a path that does not
     /// exist, unless that is skipped.
-    String ExtractPathVolume(const String& sPath, String* sRemainder, bool bSkipPathValidation) const;
+    String ExtractPathVolume(const String& sPath, String* sRemainder = nullptr,
+                             bool bSkipPathValidation = false) const;
     /// Raises 11549 for a path that does not exist.
     bool IsSamePathVolume(const String& sPath1, const String& sPath2) const;
     /// Arrays of texts from index 0, never without an element.
@@ -48,16 +49,16 @@ class Files final : public CountedComponent {
     Array ExtractPathDirLevels(const String& sPath) const;
     String BuildDirBackupPrefix(std::int32_t lNumber) const;
     /// Raises 9 for bounds outside the array.
-    String BuildPath(const Variant& vArray, std::int32_t lStart, std::int32_t lStop) const;
+    String BuildPath(const Variant& vArray, std::int32_t lStart = -1, std::int32_t lStop = -1) const;
     /// Whether the last `GetReadWriteFile` could not open its file for writing.
     bool IsDirectoryReadOnly() const { return isDirectoryReadOnly_; }
 
     // ---- Files: see files/ProjectFiles.h ----
 
     /// The project file that a path means. Raises 11502.
-    String CheckVLSFilePath(const String& sPath, bool bNoErrorRaise) const;
+    String CheckVLSFilePath(const String& sPath, bool bNoErrorRaise = false) const;
     /// A document in memory, bound to a path that gets the type's extension.
-    Ref<INIFile> CreateINIFile(const String& sPath, enumINIFileTypes eINIFileType) const;
+    Ref<INIFile> CreateINIFile(const String& sPath, enumINIFileTypes eINIFileType = eINI_INI) const;
     /// The document that a file holds. Raise 11513, for a project file also 11502 and 11503.
     Ref<INIFile> RetrieveINIFile(const String& sPath) const;
     Ref<INIFile> RetrieveVLLFile(const String& sPath) const;
@@ -77,12 +78,13 @@ class Files final : public CountedComponent {
     // ---- Connection strings: see files/ConnectionString.h ----
 
     /// Raises 11504 for a document that is neither project nor link file, 11558 without a section "ODBC".
-    String BuildConnectionString(const Ref<INIFile>& oINIFile, const String& sSchemaToken, const String& sUID,
-                                 const String& sPwd, bool bEncrypted, std::int32_t lSequenceKey) const;
+    String BuildConnectionString(const Ref<INIFile>& oINIFile, const String& sSchemaToken = {},
+                                 const String& sUID = {}, const String& sPwd = {}, bool bEncrypted = false,
+                                 std::int32_t lSequenceKey = 0) const;
     /// "" when there is no such file.
-    String BuildConnectionStringFromPath(const String& sPath, const String& sSchemaToken, const String& sUID,
-                                         const String& sPwd, bool bEncrypted,
-                                         std::int32_t lSequenceKey) const;
+    String BuildConnectionStringFromPath(const String& sPath, const String& sSchemaToken = {},
+                                         const String& sUID = {}, const String& sPwd = {},
+                                         bool bEncrypted = false, std::int32_t lSequenceKey = 0) const;
 
     static constexpr auto describe();
     static const ClassInfo& description();

@@ -57,15 +57,16 @@ class Resource final : public Component {
     bool IsValidIndex(std::int32_t& lIndex) const { return texts_.isValidIndex(lIndex); }
 
     /// A message's text, see MessageTexts::text. Raises 326 for a valid index that has none.
-    String ResourceString(std::int32_t& lIndex, const String& sLanguageCode);
+    String ResourceString(std::int32_t& lIndex, const String& sLanguageCode = {});
     /// The same with `replaceParameters`.
     String ResourceReplaceableString(std::int32_t Index, const String& sLanguageCode,
                                      Array& vReplaceableParams);
     String ResourceReplaceableString2(std::int32_t lIndex, const String& sLanguageCode,
-                                      const Variant& vReplaceableParams);
+                                      const Variant& vReplaceableParams = missing);
 
     /// A resource of a kind; the file holds strings alone, so for a valid index all other kinds raise 326.
-    Variant ResourceOfFormat(std::int32_t lIndex, m_enumResourceFormat lFormat, const String& sLanguageCode);
+    Variant ResourceOfFormat(std::int32_t lIndex, m_enumResourceFormat lFormat,
+                             const String& sLanguageCode = {});
 
     static constexpr auto describe() {
         constexpr auto identityRows = identity();

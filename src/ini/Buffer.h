@@ -34,12 +34,12 @@ class Buffer final : public Component {
     /// delimiter. Raises 13 for objects in an array and 9 for an array without or with several dimensions,
     /// besides what the conversion to text raises, and 6 when the store would exceed 2,147,483,647 bytes;
     /// what was stored until then stays.
-    void PutData(const Variant& vData, const String& sDelimiter);
+    void PutData(const Variant& vData = missing, const String& sDelimiter = {});
 
     /// What is stored, as an array of bytes (a single 0 when nothing is stored), as the array of the texts
     /// between the delimiters (without regard to case; since a delimiter follows every text, the last one is
     /// empty), or as one text. Empty for any other type. A last odd byte is no 16-bit character and left out.
-    Variant GetData(enumStreamTypes eStreamType, const String& sDelimiter) const;
+    Variant GetData(enumStreamTypes eStreamType, const String& sDelimiter = {}) const;
 
     static constexpr auto describe() {
         return describeClass<Buffer>(

@@ -60,18 +60,19 @@ class INIFile final : public Component {
     /// The section of that name, created when there is none: before or after the section that one of the two
     /// references names, else at the end. Raises 11508 for an empty name, and 457, 5 or 13, without a source,
     /// where the collection of sections refuses the new one.
-    Ref<Property> CreateSection(const String& sSectionName, const Variant& Before, const Variant& After);
+    Ref<Property> CreateSection(const String& sSectionName, const Variant& Before = missing,
+                                const Variant& After = missing);
 
     /// The key of that name with that text. A missing section is created under the text of `vSection`; a key
     /// that is there gets the new text and keeps its position. Raises 11510 for an empty name, before
     /// anything is created. A new key whose `Before` or `After` names no key is returned but belongs to no
     /// section.
     Ref<Property> CreateKey(const Variant& vSection, const String& sKeyName, const String& sKeyValue,
-                            const Variant& Before, const Variant& After);
+                            const Variant& Before = missing, const Variant& After = missing);
 
     /// Writes the document to `sSaveAs`, to which it is then bound, or else to its own path; always True. A
     /// locked document is unlocked for the time. Raises 11512, and the document then stays unlocked.
-    bool Save(const String& sSaveAs);
+    bool Save(const String& sSaveAs = {});
 
     /// A document with the same content, bound to another path. The content is shared: each document sees
     /// what is changed through the other. The lock is not copied.
@@ -81,15 +82,15 @@ class INIFile final : public Component {
     void Clear();
 
     /// The document's text in one piece, each line followed by CR LF or, as the default, by nothing at all.
-    Variant GetStream(bool bUseCRLF) const;
+    Variant GetStream(bool bUseCRLF = false) const;
     /// The document's lines in one of the forms of `Buffer`. Raises 11517.
-    Variant GetStream2(enumStreamTypes eStreamType, const String& sDelimiter) const;
+    Variant GetStream2(enumStreamTypes eStreamType = {}, const String& sDelimiter = {}) const;
     /// Reads a text with the line delimiter CR LF into the document.
     void PutStream(const Variant& vData);
     /// Reads a text, or an array of texts, into the document, which keeps what it has. The stream type is not
     /// used. Raises 11513; what was read until then stays.
-    void PutStream2(const Variant& vData, enumStreamTypes eStreamType, const String& sDelimiter,
-                    bool bCompact);
+    void PutStream2(const Variant& vData, enumStreamTypes eStreamType = {}, const String& sDelimiter = {},
+                    bool bCompact = false);
 
     /// Whether the file is deleted as the document ends.
     bool DelayedDelete() const { return delayedDelete_; }
