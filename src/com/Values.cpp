@@ -413,7 +413,10 @@ void assign(SAFEARRAY*& to, const Array& value) {
         if (!fresh || elementTypeOf(to) != elementTypeOf(fresh.get()) ||
             dimensionsOf(to) != dimensionsOf(fresh.get()))
             raise(RunTimeError::TypeMismatch);
-        return check(SafeArrayCopyData(fresh.get(), to));
+        const USHORT features = to->fFeatures;
+        check(SafeArrayCopyData(fresh.get(), to));
+        to->fFeatures = features; // some versions of the system take over the other array's
+        return;
     }
     if (to)
         check(SafeArrayDestroy(to));

@@ -26,6 +26,8 @@ class Settings {
     explicit Settings(const Values& values) {
         set(LOCALE_SDECIMAL, values.decimal);
         set(LOCALE_STHOUSAND, values.thousands);
+        set(LOCALE_SMONDECIMALSEP, values.decimal); // read in numbers, too
+        set(LOCALE_SMONTHOUSANDSEP, values.thousands);
         set(LOCALE_SDATE, values.date);
         set(LOCALE_SSHORTDATE, values.shortDate);
         forget();
