@@ -19,6 +19,7 @@ foreach(room IN LISTS rooms)
     target_link_libraries(${room}_tests PRIVATE vlgs_static GTest::gtest GTest::gtest_main)
     if(WIN32) # scripts/test_windows.sh runs them under Wine
       target_include_directories(${room}_tests PRIVATE ${PROJECT_SOURCE_DIR}/tests/support/windows)
+      set_target_properties(${room}_tests PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR}/bin)
       target_compile_options(${room}_tests PRIVATE -include ${PROJECT_SOURCE_DIR}/tests/support/windows/Host.h)
     else()
       gtest_discover_tests(${room}_tests TEST_PREFIX "${room}." DISCOVERY_TIMEOUT 60

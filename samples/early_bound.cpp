@@ -48,7 +48,8 @@ int run(const wchar_t* path) {
         return 1;
     }
     Text connection;
-    status = files->BuildConnectionStringFromPath(Text(path).get(), connection.put());
+    status = files->BuildConnectionStringFromPath(Text(path).get(), nullptr, nullptr, nullptr, VARIANT_FALSE,
+                                                  0, connection.put());
     files->Release();
     if (FAILED(status)) {
         report(status);

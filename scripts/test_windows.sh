@@ -89,7 +89,7 @@ prove() {
     round_trip "$preset, user" /n /i:user
     echo "-- $preset, manifest without registration"
     wine "$bin/VlgsManifestClient.exe" || fail "$preset: manifest"
-    native_tests "$PWD/build/$preset"
+    native_tests "$bin"
     wine "$bin/ComBench.exe" || fail "$preset: speed"
 }
 

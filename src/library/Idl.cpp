@@ -22,7 +22,10 @@ constexpr std::string_view heading =
 import "oaidl.idl";
 #define GUID GUIDServices // The system's headers have these names already.
 #define _GUID _GUIDServices
-#else // The names of the system's types, without their definitions, among which is a type named GUID.
+#define VLGS_UNNAMED_DEFAULT(value)
+#else
+#define VLGS_UNNAMED_DEFAULT(value) , defaultvalue(value)
+// The names of the system's types, without their definitions, among which is a type named GUID.
 typedef wchar_t* BSTR;
 typedef double DATE;
 typedef short VARIANT_BOOL;
@@ -139,6 +142,13 @@ std::string typeName(const TypeInfo& type) {
     return plainType(type.type);
 }
 
+/// The default of an enumeration, by name where it has one: C++ takes no number for it.
+std::string enumerationDefault(const EnumInfo& type, std::int32_t value) {
+    const auto named = std::ranges::find(type.members, value, &EnumMember::value);
+    return named == type.members.end() ? " VLGS_UNNAMED_DEFAULT(" + number(value) + ")"
+                                       : ", defaultvalue(" + std::string(named->name) + ")";
+}
+
 /// The attributes for an argument that may be left out. Only a Variant can be missing; every other type has
 /// a value that stands for it.
 std::string optionality(const ParameterInfo& parameter) {
@@ -152,6 +162,8 @@ std::string optionality(const ParameterInfo& parameter) {
         return ", optional"; // interface compilers know no default for a reference to a text
     if (text || standard.kind == DefaultValue::Kind::Text)
         return ", optional, defaultvalue(" + quoted(String(standard.text).toUtf8()) + ")";
+    if (parameter.type.enumeration)
+        return ", optional" + enumerationDefault(*parameter.type.enumeration, standard.number);
     return ", optional, defaultvalue(" + number(standard.number) + ")";
 }
 

@@ -13,7 +13,7 @@ End Sub
 
 Sub CheckError(what, number, source, description)
     Dim n, s, d: n = Err.Number: s = Err.Source: d = Err.Description: Err.Clear
-    Check what & " number", n, number
+    Check what & " number", n, CLng(number)
     If source <> "" Then Check what & " source", s, source
     If description <> "" Then Check what & " description", d, description
 End Sub
@@ -92,7 +92,7 @@ Check "GetArrayElemCount", general.GetArrayElemCount(grid, CByte(2)), CLng(5)
 ' Lists, arrays and dictionaries, the platform's included
 Check "VariantToCSV", general.VariantToCSV(Array(1, "b", 3)), "1,b,3"
 Dim numbers: numbers = general.CSVToVariant("1,2,3")
-Check "CSVToVariant", numbers(0) & "," & numbers(2), "3,1"
+Check "CSVToVariant", general.VariantToCSV(numbers), "3,2,1"
 Dim dictionary: Set dictionary = CreateObject("Scripting.Dictionary")
 dictionary.Add "k", "v"
 Dim result: result = general.CopyDictionaryToVariantArray(dictionary)
