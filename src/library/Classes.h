@@ -24,6 +24,8 @@
 #include "ini/Property.h"
 #include "locking/CorvaTools.h"
 #include "packager/ObjectPackager.h"
+#include "registry/RegUtil.h"
+#include "registry/RegValue.h"
 #include "viewprops/ViewProperties.h"
 #include "viewprops/ViewProperty.h"
 
@@ -36,12 +38,9 @@ template <class... T>
 struct TypeList {};
 
 /// The classes of the component, in the order of the type library.
-using Classes = TypeList<
-    // in this order:
-    Collection, DDE, Files, General, GUID, INIFile, Property,
-    // still to come before it: RegUtil, RegValue
-    CorvaTools, Buffer, Restricted, ViewProperties, ViewProperty, ObjectPackager, Conversion, Cipher,
-    Resource>;
+using Classes =
+    TypeList<Collection, DDE, Files, General, GUID, INIFile, Property, RegUtil, RegValue, CorvaTools, Buffer,
+             Restricted, ViewProperties, ViewProperty, ObjectPackager, Conversion, Cipher, Resource>;
 
 /// Classes of the run time that hosts without it offer under its names.
 using RunTimeClasses = TypeList<OrderedCollection, Dictionary>;

@@ -1,21 +1,56 @@
 #include "platform/ComponentRegistration.h"
 
 #include "automation/CaseFold.h"
+#include "automation/Text.h"
+#include "platform/Guid.h"
+#include "platform/Registry.h"
 
 namespace vlgs {
+
+namespace {
+
+/// The text that is the default value of a key of the registered components.
+std::optional<String> registeredText(std::u16string_view path) {
+    constexpr auto access = registryAccess::readControl | registryAccess::queryValue;
+    RegistryKey key;
+    RegistryData data;
+    if (RegistryKey(RegistryHive::ClassesRoot).open(path, access, key) != RegistryStatus::Success ||
+        key.query(u"", data) != RegistryStatus::Success || data.type != registryType::text)
+        return std::nullopt;
+    return String(cutAtNul(registryText(data.bytes)));
+}
+
+/// A programmatic identifier is one key name.
+bool canBeProgId(std::u16string_view text) {
+    return !text.empty() && text.find_first_of(std::u16string_view(u"\\\0", 2)) == text.npos;
+}
+
+} // namespace
 
 std::optional<GuidValue> registeredClassId(std::u16string_view progId) {
     for (const ClassInfo* own : ownClasses())
         if (equalIgnoringCase(own->programmaticId(), progId))
             return own->header().classId;
-    return std::nullopt;
+    if (!canBeProgId(progId))
+        return std::nullopt;
+    auto id = registeredText(concat(progId, u"\\CLSID"));
+    if (!id)
+        // A name without a version may have its class by that of the current version alone.
+        if (const auto current = registeredText(concat(progId, u"\\CurVer"));
+            current && canBeProgId(*current))
+            id = registeredText(concat(*current, u"\\CLSID"));
+    return id ? parseGuid(*id) : std::nullopt;
 }
 
 std::optional<String> registeredProgId(const GuidValue& classId) {
     for (const ClassInfo* own : ownClasses())
         if (own->header().classId == classId)
             return own->programmaticId();
-    return std::nullopt;
+    const auto path = concat(u"CLSID\\", guidText(classId));
+    auto progId = registeredText(concat(path, u"\\ProgID"));
+    if (!progId)
+        progId = registeredText(concat(path, u"\\VersionIndependentProgID"));
+    return progId && !progId->empty() ? progId : std::nullopt;
 }
 
 } // namespace vlgs

@@ -1,5 +1,7 @@
 #include "platform/Registry.h"
 
+#include "automation/CaseFold.h"
+#include "platform/Guid.h"
 #include "platform/windows/Host.h"
 
 namespace vlgs {
@@ -124,21 +126,20 @@ RegistryStatus RegistryKey::deleteValue(std::u16string_view name) const {
 
 RegistryStatus RegistryKey::renameValue(std::u16string_view from, std::u16string_view to) const {
     RegistryData data;
-    if (const auto status = query(from, data); status != RegistryStatus::Success)
+    auto status = query(from, data);
+    if (status != RegistryStatus::Success)
         return status;
-    const Name before(from);
-    const Name after(to);
-    if (lstrcmpW(before.get(), after.get()) == 0)
-        return RegistryStatus::Success;
-    // A name that differs in case alone is the same value, which keeps its spelling unless it goes first.
-    if (lstrcmpiW(before.get(), after.get()) == 0) {
-        if (const auto status = deleteValue(from); status != RegistryStatus::Success)
-            return status;
-        return set(to, data);
-    }
-    if (const auto status = set(to, data); status != RegistryStatus::Success)
+    // A value keeps the spelling it was made with, so one that has the name goes first. Where that is the
+    // value itself, it lies under a name of its own meanwhile.
+    const bool sameName = equalIgnoringCase(from.substr(0, from.find(u'\0')), to.substr(0, to.find(u'\0')));
+    const String spare = sameName ? guidText(createGuid()) : String();
+    if (sameName && (status = set(spare, data)) != RegistryStatus::Success)
         return status;
-    return deleteValue(from);
+    if ((status = deleteValue(to)) != RegistryStatus::Success && status != RegistryStatus::NotFound)
+        return status;
+    if ((status = set(to, data)) != RegistryStatus::Success)
+        return status;
+    return deleteValue(sameName ? spare.view() : from);
 }
 
 RegistryStatus RegistryKey::enumerateValue(std::uint32_t index, String& name, RegistryData& data) const {

@@ -1,0 +1,374 @@
+#include "platform/posix/RegistryFile.h"
+
+#include "platform/posix/Attributes.h"
+#include "platform/posix/HostPath.h"
+#include "platform/posix/NewFile.h"
+#include "platform/posix/Sharing.h"
+#include "platform/posix/SignalShield.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <climits>
+#include <cstdlib>
+#include <fcntl.h>
+#include <memory>
+#include <sys/file.h>
+#include <unistd.h>
+
+namespace vlgs::posix {
+
+namespace {
+
+constexpr std::string_view byteOrderMark = "\xFF\xFE";
+constexpr std::size_t rememberedBytes = 128;
+/// Additions up to this size wait for a better time, longer ones until they are as long as the text.
+constexpr std::size_t shortAdditions = 64 * 1024;
+/// A file up to this size is left without additions.
+constexpr std::size_t largestTidied = 1024 * 1024;
+/// What is written goes to the disk at once, but not more often than this.
+constexpr std::chrono::seconds diskInterval{1};
+
+RegistryStatus statusOf(int error) noexcept {
+    switch (error) {
+    case 0:
+        return RegistryStatus::Success;
+    case EACCES:
+    case EPERM:
+    case EROFS:
+        return RegistryStatus::AccessDenied;
+    case ENOSPC:
+    case EDQUOT:
+    case EFBIG:
+        return RegistryStatus::DiskFull;
+    default:
+        return RegistryStatus::InputOutputFailed;
+    }
+}
+
+bool isSameVersion(const struct stat& a, const struct stat& b) noexcept {
+    return isSameFile(a, b) && a.st_size == b.st_size && a.st_mtim.tv_sec == b.st_mtim.tv_sec &&
+           a.st_mtim.tv_nsec == b.st_mtim.tv_nsec;
+}
+
+std::size_t sizeOf(const struct stat& status) noexcept {
+    return static_cast<std::size_t>(status.st_size);
+}
+
+/// The open file of a path, locked for as long as this lives. The lock belongs to this open file, hence it
+/// works between threads too, and ends with the process.
+class LockedFile {
+  public:
+    LockedFile(const std::string& path, int flags, int operation) {
+        do {
+            file_ = openFile(path, flags);
+            if (!file_) {
+                error_ = errno;
+                return;
+            }
+            // A file system without locks has one user.
+            while (::flock(file_.get(), operation) != 0 && errno == EINTR)
+                continue;
+        } while (!isStillAt(file_.get(), path));
+    }
+    ~LockedFile() {
+        // A child that another thread has just forked would keep it.
+        if (file_)
+            disclaim(file_.get());
+    }
+    LockedFile(const LockedFile&) = delete;
+    LockedFile& operator=(const LockedFile&) = delete;
+
+    explicit operator bool() const noexcept { return static_cast<bool>(file_); }
+    int get() const noexcept { return file_.get(); }
+    int error() const noexcept { return error_; }
+
+  private:
+    Descriptor file_;
+    int error_ = 0;
+};
+
+/// What a file holds from an offset on; 0, or the value of errno.
+int readFrom(int file, std::size_t offset, std::size_t size, std::string& bytes) {
+    bytes.resize(size);
+    std::size_t used = 0;
+    if (::lseek(file, static_cast<off_t>(offset), SEEK_SET) < 0)
+        return errno;
+    while (used < size) {
+        const auto count = readSome(file, bytes.data() + used, size - used);
+        if (count < 0)
+            return errno;
+        if (count == 0)
+            break;
+        used += static_cast<std::size_t>(count);
+    }
+    bytes.resize(used);
+    return 0;
+}
+
+int makeFolders(const std::string& folder) {
+    if (::mkdir(folder.c_str(), 0700) == 0 || errno == EEXIST)
+        return 0;
+    if (errno != ENOENT || folder == "/")
+        return errno;
+    if (const int error = makeFolders(parentFolder(folder)))
+        return error;
+    return ::mkdir(folder.c_str(), 0700) == 0 || errno == EEXIST ? 0 : errno;
+}
+
+/// Gives a new file the owner and the rights of the old one; 0, or the value of errno.
+int keepProperties(int from, int to) {
+    struct stat old;
+    struct stat made;
+    if (::fstat(from, &old) != 0 || ::fstat(to, &made) != 0)
+        return errno;
+    copyExtendedAttributes(from, to);
+    const bool sameOwner = old.st_uid == made.st_uid && old.st_gid == made.st_gid;
+    if (!sameOwner && ::fchown(to, old.st_uid, old.st_gid) != 0)
+        return errno;
+    return ::fchmod(to, old.st_mode & 07777) == 0 ? 0 : errno;
+}
+
+std::string targetOf(const std::string& path) {
+    const std::unique_ptr<char, decltype(&std::free)> real(::realpath(path.c_str(), nullptr), std::free);
+    return real ? real.get() : path;
+}
+
+} // namespace
+
+RegistryFile::RegistryFile(std::string path, std::u16string_view hive)
+    : path_(std::move(path)), hive_(hive), root_(make<RegistryKeyNode>(hive)) {}
+
+RegistryFile::~RegistryFile() {
+    try {
+        if (changed_)
+            tidy();
+    } catch (...) {
+        // The file is whole, if not tidy.
+    }
+}
+
+bool RegistryFile::isWritable() const noexcept {
+    return !seen_ || (!isReadOnly(seenStatus_) && ::access(path_.c_str(), W_OK) == 0);
+}
+
+RegistryStatus RegistryFile::refresh() {
+    struct stat now;
+    if (::stat(path_.c_str(), &now) == 0) {
+        if (seen_ && isSameVersion(now, seenStatus_)) {
+            seenStatus_.st_mode = now.st_mode;
+            return status_;
+        }
+        const LockedFile file(path_, O_RDONLY, LOCK_SH);
+        if (file)
+            return read(file.get());
+        errno = file.error();
+    }
+    const int error = errno;
+    forget();
+    return error == ENOENT || error == ENOTDIR ? RegistryStatus::Success : statusOf(error);
+}
+
+RegistryStatus RegistryFile::read(int file) {
+    struct stat status;
+    if (::fstat(file, &status) != 0)
+        return statusOf(errno);
+    if (seen_ && isSameVersion(status, seenStatus_))
+        return status_;
+    try {
+        return readOn(file, status) ? RegistryStatus::Success : readWhole(file, status);
+    } catch (...) {
+        forget();
+        throw;
+    }
+}
+
+/// Reads what was added since the last time; false when something else has happened to the file.
+bool RegistryFile::readOn(int file, const struct stat& status) {
+    if (!seen_ || !takesAdditions_ || !isSameFile(status, seenStatus_) || sizeOf(status) <= end_)
+        return false;
+    const auto from = end_ - lastBytes_.size();
+    std::string bytes;
+    if (readFrom(file, from, sizeOf(status) - from, bytes) != 0 || !bytes.starts_with(lastBytes_))
+        return false;
+    const String text = registryText(std::string_view(bytes).substr(lastBytes_.size()));
+    if (!isRegistryAddition(text))
+        return false;
+    const auto places = readRegistryText(text, false, hive_, *root_);
+    end_ += places.end * 2;
+    see(file, status, std::string_view(bytes).substr(0, end_ - from));
+    return true;
+}
+
+RegistryStatus RegistryFile::readWhole(int file, const struct stat& status) {
+    forget();
+    if (!S_ISREG(status.st_mode))
+        return RegistryStatus::BadDatabase;
+    std::string bytes;
+    if (const int error = readFrom(file, 0, sizeOf(status), bytes))
+        return statusOf(error);
+    if (!bytes.empty()) {
+        const auto content = decodeRegistryFile(bytes);
+        if (content) {
+            const auto text = content->text.view();
+            const auto places = readRegistryText(text, content->isOldForm, hive_, *root_);
+            end_ = byteOrderMark.size() + places.end * 2;
+            additions_ = byteOrderMark.size() + places.additions * 2;
+            takesAdditions_ =
+                content->isUtf16 && !content->isOldForm && text.substr(0, places.end).ends_with(u'\n');
+        }
+        status_ = content ? RegistryStatus::Success : RegistryStatus::BadDatabase;
+    }
+    see(file, status, takesAdditions_ ? std::string_view(bytes).substr(0, end_) : std::string_view());
+    return status_;
+}
+
+/// Remembers what was read; `bytes` end where the tree does.
+void RegistryFile::see(int file, const struct stat& status, std::string_view bytes) {
+    if (!seen_ || !isSameFile(status, seenStatus_))
+        seen_ = Descriptor(::fcntl(file, F_DUPFD_CLOEXEC, 0));
+    seenStatus_ = status;
+    lastBytes_ = bytes.substr(bytes.size() - std::min(bytes.size(), rememberedBytes));
+}
+
+void RegistryFile::forget() {
+    if (!seen_)
+        return;
+    root_ = make<RegistryKeyNode>(hive_);
+    seen_ = Descriptor();
+    seenStatus_ = {};
+    status_ = RegistryStatus::Success;
+    end_ = additions_ = 0;
+    lastBytes_.clear();
+    takesAdditions_ = false;
+}
+
+RegistryStatus RegistryFile::change(const Describe& describe) {
+    RegistryTextWriter preview(hive_);
+    auto status = refresh();
+    if (status == RegistryStatus::Success)
+        status = describe(*root_, preview);
+    if (status != RegistryStatus::Success || preview.lines().empty())
+        return status;
+    if (!seen_)
+        if (const int error = create())
+            return statusOf(error);
+    const SizeLimitShield shield;
+    const LockedFile file(path_, O_RDWR, LOCK_EX);
+    if (!file)
+        return statusOf(file.error());
+    status = read(file.get());
+    RegistryTextWriter writer(hive_);
+    if (status == RegistryStatus::Success)
+        status = describe(*root_, writer);
+    if (status != RegistryStatus::Success || writer.lines().empty())
+        return status;
+    return write(file.get(), writer.lines());
+}
+
+/// Makes the file and its folder; 0, or the value of errno. No failure when somebody else was faster.
+int RegistryFile::create() {
+    const auto folder = parentFolder(path_);
+    if (const int error = makeFolders(folder))
+        return error;
+    auto file = NewFile::create(folder, 0600);
+    if (!file)
+        return errno;
+    const auto text = registryTextOf(hive_, *make<RegistryKeyNode>(hive_));
+    int error = file->write(std::string(byteOrderMark) + registryBytes(text));
+    if (error == 0)
+        error = file->publish(path_);
+    file.reset();
+    flushFolder(folder);
+    return error == EEXIST ? 0 : error;
+}
+
+RegistryStatus RegistryFile::write(int file, const std::u16string& lines) {
+    int error = 0;
+    try {
+        changed_ = true;
+        if (takesAdditions_) {
+            error = add(file, lines);
+        } else {
+            readRegistryText(lines, false, hive_, *root_);
+            error = replace(file);
+        }
+    } catch (...) {
+        forget();
+        throw;
+    }
+    if (error != 0)
+        forget();
+    return statusOf(error);
+}
+
+int RegistryFile::add(int file, const std::u16string& lines) {
+    const auto text = registryAddition(lines);
+    const auto bytes = registryBytes(text);
+    const auto end = static_cast<off_t>(end_);
+    // What a killed process has left goes first.
+    if (seenStatus_.st_size > end && ::ftruncate(file, end) != 0)
+        return errno;
+    if (::lseek(file, end, SEEK_SET) < 0)
+        return errno;
+    int error = writeAll(file, bytes.data(), bytes.size());
+    if (error == 0)
+        error = putOnDisk(file);
+    struct stat status;
+    if (error == 0 && ::fstat(file, &status) != 0)
+        error = errno;
+    if (error != 0)
+        return ::ftruncate(file, end) == 0 ? error : errno;
+    readRegistryText(text, false, hive_, *root_);
+    end_ += bytes.size();
+    see(file, status, bytes);
+    if (end_ - additions_ > std::max(shortAdditions, additions_))
+        replace(file); // or later
+    return 0;
+}
+
+/// Puts a text without additions in the file's place; 0, or the value of errno.
+int RegistryFile::replace(int file) {
+    const auto target = targetOf(path_);
+    const auto bytes = std::string(byteOrderMark) + registryBytes(registryTextOf(hive_, *root_));
+    auto made = NewFile::createFor(target, 0600);
+    if (!made)
+        return errno;
+    int error = keepProperties(file, made->descriptor());
+    if (error == 0 && (error = made->write(bytes)) == 0 && (error = made->flush()) == 0)
+        error = made->publishOver(target);
+    if (error != 0)
+        return error;
+    flushFolder(parentFolder(target));
+    onDisk_ = std::chrono::steady_clock::now();
+    end_ = additions_ = bytes.size();
+    takesAdditions_ = true;
+    struct stat status;
+    if (::fstat(made->descriptor(), &status) == 0)
+        see(made->descriptor(), status, bytes);
+    else
+        forget();
+    // What is remembered of it shares the claim of a new file.
+    disclaim(made->descriptor());
+    return 0;
+}
+
+int RegistryFile::putOnDisk(int file) {
+    if (std::chrono::steady_clock::now() - onDisk_ < diskInterval)
+        return 0;
+    const int error = ::fsync(file) == 0 ? 0 : errno;
+    onDisk_ = std::chrono::steady_clock::now();
+    return error;
+}
+
+void RegistryFile::tidy() {
+    const SizeLimitShield shield;
+    const LockedFile file(path_, O_RDWR, LOCK_EX);
+    if (!file || read(file.get()) != RegistryStatus::Success)
+        return;
+    if (end_ > additions_ && end_ <= largestTidied)
+        replace(file.get());
+    else
+        ::fsync(file.get());
+}
+
+} // namespace vlgs::posix

@@ -1,0 +1,72 @@
+// A hive in its file.
+//
+// Invariants: The tree is what the file's text says up to `end_`, but for changes that others have made since
+// it was read last. The file is only ever added to, or replaced as a whole, both under a lock; so a process
+// that is killed leaves at most an addition without an end, which nobody reads. Additions are folded into the
+// text when they outgrow it, hence their cost is constant on average.
+#pragma once
+
+#include "platform/posix/Descriptor.h"
+#include "platform/posix/RegistryText.h"
+
+#include <chrono>
+#include <functional>
+#include <string>
+#include <string_view>
+
+namespace vlgs::posix {
+
+class RegistryFile {
+  public:
+    /// `hive` is the name of the root key and must live as long.
+    RegistryFile(std::string path, std::u16string_view hive);
+    /// Leaves the file on the disk and, unless it is large, without additions.
+    ~RegistryFile();
+    RegistryFile(const RegistryFile&) = delete;
+    RegistryFile& operator=(const RegistryFile&) = delete;
+
+    /// Reads what others have changed; one look at the file's state when that is nothing.
+    RegistryStatus refresh();
+
+    /// As it was at the last refresh.
+    RegistryKeyNode& root() noexcept { return *root_; }
+    bool isWritable() const noexcept;
+
+    /// Looks at the tree and either writes the lines of a change (none: there is nothing to change) or
+    /// answers why it cannot be. Called twice, the second time while nobody else can change the hive.
+    using Describe = std::function<RegistryStatus(RegistryKeyNode& root, RegistryTextWriter& writer)>;
+    RegistryStatus change(const Describe& describe);
+
+  private:
+    RegistryStatus read(int file);
+    bool readOn(int file, const struct stat& status);
+    RegistryStatus readWhole(int file, const struct stat& status);
+    void see(int file, const struct stat& status, std::string_view bytes);
+    void forget();
+
+    int create();
+    RegistryStatus write(int file, const std::u16string& lines);
+    int add(int file, const std::u16string& lines);
+    int replace(int file);
+    int putOnDisk(int file);
+    void tidy();
+
+    std::string path_;
+    std::u16string_view hive_;
+    Ref<RegistryKeyNode> root_;
+
+    /// The file that was read, which keeps its number from being used again; none when there is no file.
+    Descriptor seen_;
+    struct stat seenStatus_ {};
+    RegistryStatus status_ = RegistryStatus::Success;
+    std::size_t end_ = 0;
+    std::size_t additions_ = 0;
+    /// The last bytes before the end, by which a file is known that was only added to.
+    std::string lastBytes_;
+    bool takesAdditions_ = false;
+
+    bool changed_ = false;
+    std::chrono::steady_clock::time_point onDisk_{};
+};
+
+} // namespace vlgs::posix

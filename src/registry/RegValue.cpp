@@ -1,0 +1,9 @@
+#include "registry/RegValue.h"
+
+namespace vlgs {
+
+const ClassInfo& RegValue::description() {
+    return classInfoOf<RegValue>();
+}
+
+} // namespace vlgs
