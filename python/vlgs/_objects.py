@@ -167,7 +167,7 @@ class Object:
 
     def __len__(self):
         try:
-            return self.Count
+            return _invoke(self, _id_of(self, "Count"), _READ, ())
         except NoSuchMember as error:
             raise NotACollection(*error.args) from None
 

@@ -20,7 +20,7 @@ class OrderedCollection final : public Object {
                                              "Index"),
             method<&OrderedCollection::Add>(1, "Add", "Adds a member", "Item", optional("Key"),
                                             optional("Before"), optional("After")),
-            method<&OrderedCollection::Count>(2, "Count", "The number of members"),
+            get<&OrderedCollection::Count>(2, "Count", "The number of members"),
             method<&OrderedCollection::Remove>(3, "Remove", "Removes a member", "Index"),
             method<&OrderedCollection::NewEnum>(enumerationMember, "_NewEnum",
                                                 "An enumerator over the members in order")

@@ -181,6 +181,13 @@ class MemberTest(Case):
         self.assertIn("one", self.bed)
         self.assertRaisesNumber(9, self.bed, 5)
 
+    def test_collections_of_the_run_time(self):
+        items = vlgs.Dispatch("VlGeneralServices.General").ParseDelimitedString("a,b", ",")
+        self.assertEqual((list(items), len(items), items.Count, items[2]), (["A", "B"], 2, 2, "B"))
+        keyed = vlgs.Dispatch("scripting.dictionary")
+        keyed["x"] = 1
+        self.assertEqual((list(keyed), len(keyed), keyed.Count, keyed["x"]), (["x"], 1, 1, 1))
+
     def test_objects(self):
         other = self.bed.Create()
         self.assertIsNone(self.bed.Other)
