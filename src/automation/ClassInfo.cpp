@@ -69,14 +69,18 @@ void placeNamed(const MemberInfo& member, std::span<const NamedArgument> argumen
     return member.invoke(self, slots.data());
 }
 
-// `document.Sections("A")`: arguments of a property that takes none go to its value's default member.
+// `document.Sections("A")`, `section.Value("k")`: arguments of a property that takes none go to the default
+// member of the object that is its value.
 [[gnu::noinline]] Variant invokeResult(Object& self, const MemberInfo& member, InvokeKind kind,
                                        const Arguments& arguments) {
     if (arguments.positional.empty())
         raise(RunTimeError::NamedArgumentNotFound);
-    if (member.kind != MemberKind::PropertyGet || member.result.type != VarType::Object)
+    const bool mayGiveObject =
+        member.result.type == VarType::Object || member.result.type == VarType::Variant;
+    const Variant value =
+        member.kind == MemberKind::PropertyGet && mayGiveObject ? member.invoke(self, nullptr) : Variant();
+    if (!value.isObject())
         raise(RunTimeError::WrongNumberOfArguments);
-    const Variant value = member.invoke(self, nullptr);
     if (!value.object())
         raise(RunTimeError::ObjectVariableNotSet);
     return value.reference()->invoke(defaultMember, kind, arguments);

@@ -233,6 +233,10 @@ TEST(INIFile, WorksLateBound) {
     call(document, u"CREATEKEY", u"S", u"k", u"v");
     EXPECT_EQ(call(document, u"KeyValue", u"s", u"K"), Variant(u"v"));
     EXPECT_EQ(call(call(document, u"key", u"S", 1).reference(), u"Value"), Variant(u"v"));
+    // Arguments of a value go to the collection that it holds; a text takes none.
+    const Variant key = call(call(document, u"Section", u"S").reference(), u"Value", u"K");
+    EXPECT_EQ(key, call(document, u"key", u"S", u"k"));
+    EXPECT_EQ(raised([&] { call(key.reference(), u"Value", 1); }).number, 450);
     EXPECT_EQ(call(document, u"GetStream"), Variant(u"[S]k=v"));
     EXPECT_TRUE(call(document, u"GetStream2").isEmpty());
     call(document, u"PutStream2", u"[T]");
