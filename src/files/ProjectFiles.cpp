@@ -54,9 +54,17 @@ String createIn(std::u16string_view folder, std::u16string_view name, Create&& c
     return path;
 }
 
+// Copies a file into a folder, where it can be written.
 String copyInto(std::u16string_view folder, const String& path) {
-    return createIn(folder, filePart(path),
-                    [&](const String& to) { copyFile(path, to, Readable::ByUserOnly); });
+    const String copy =
+        createIn(folder, filePart(path), [&](const String& to) { copyFile(path, to, Readable::ByUserOnly); });
+    setAttributes(copy, attributes(copy) & ~FileAttributes::ReadOnly);
+    return copy;
+}
+
+// The length of a file's folder without its last separator; a host's own path has no drive letter to count.
+std::size_t folderLength(std::u16string_view path) {
+    return path.starts_with(u'/') ? path.rfind(u'/') : directoryPart(fullPath(path)).length();
 }
 
 String systemCopyFolder() {
@@ -142,7 +150,8 @@ String g_AdjustSystemDBPath(const String& sFullPath, String& temporary) {
         const String path = fullPath(sFullPath);
         const String folder = directoryPart(path);
         const bool isReadOnly = has(attributes(path), FileAttributes::ReadOnly);
-        if (folder.length() <= longestSystemFolder && !isReadOnly && g_TestDirectoryWrite(folder, temporary))
+        const bool isShort = folderLength(sFullPath) <= longestSystemFolder;
+        if (isShort && !isReadOnly && g_TestDirectoryWrite(folder, temporary))
             return sFullPath;
         try {
             return copyInto(systemCopyFolder(), path);

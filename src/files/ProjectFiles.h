@@ -34,8 +34,9 @@ bool g_TestDirectoryWrite(const String& folder, String& temporary) noexcept;
 /// The path itself, when its folder has at most 65 characters, takes new files, and the file is not
 /// read-only; else that of a copy in the folder that the environment variable TEMP names (the host's own
 /// temporary folder when there is none) or, failing that, in the Windows folder. The copy has the file's
-/// name, unless that is taken. It belongs to the caller. Raises under modFiles.g_AdjustSystemDBPath what
-/// reading the attributes and copying raise. For `temporary` see g_TestDirectoryWrite.
+/// name, unless that is taken, and can be written. It belongs to the caller. Raises under
+/// modFiles.g_AdjustSystemDBPath what reading the attributes and copying raise. For `temporary` see
+/// g_TestDirectoryWrite.
 String g_AdjustSystemDBPath(const String& sFullPath, String& temporary);
 
 /// The path itself when the file can be opened for reading and writing with nobody else using it; else that

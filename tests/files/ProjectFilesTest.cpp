@@ -117,9 +117,17 @@ TEST_F(SystemDatabase, IsCopiedFromALongOrReadOnlyPlace) {
     EXPECT_EQ(files_->AdjustSystemDBPath(scratch_.path(exact + "f/sys.mdw")), home_.path("sys.mdw"));
     EXPECT_EQ(home_.read("sys.mdw"), "66");
 
+    // A host's own path is as long as it is written, although its form with a drive letter is longer.
+    const std::string hostExact(65 - scratch_.folder().size() - 1, 'h');
+    std::filesystem::create_directories(scratch_.host(hostExact));
+    scratch_.write(hostExact + "/sys.mdw", "");
+    const String hostPath = String::fromUtf8(scratch_.host(hostExact + "/sys.mdw"));
+    EXPECT_EQ(files_->AdjustSystemDBPath(hostPath), hostPath);
+
     scratch_.write("sys.mdw", "read-only");
     setAttributes(scratch_.path("sys.mdw"), FileAttributes::ReadOnly);
     const String second = files_->AdjustSystemDBPath(scratch_.path("sys.mdw"));
+    EXPECT_FALSE(has(attributes(second), FileAttributes::ReadOnly));
     EXPECT_EQ(readFile(second), "read-only"); // under another name: the first copy is still somebody's
     EXPECT_EQ(home_.read("sys.mdw"), "66");
 
