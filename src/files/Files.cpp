@@ -22,9 +22,8 @@ Files::~Files() {
     }
 }
 
-String Files::TranslatePathToUNC(const String& sPath) const {
-    String path = sPath;
-    return g_TranslatePathToUNC(path);
+String Files::TranslatePathToUNC(String& sPath) const {
+    return g_TranslatePathToUNC(sPath);
 }
 
 String Files::CurPath() const {

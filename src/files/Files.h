@@ -13,9 +13,9 @@ class Files final : public CountedComponent {
 
     // ---- Paths: see files/PathForms.h and files/PathTranslation.h ----
 
-    /// The UNC form of a path on a mapped network drive, another path as it is; "C" and "C:" give "C:\".
-    /// Raises 11529, 11526 and 11525.
-    String TranslatePathToUNC(const String& sPath) const;
+    /// The UNC form of a path on a mapped network drive, another path as it is; "C" and "C:" are completed to
+    /// "C:\", in the caller's variable too. Raises 11529, 11526 and 11525.
+    String TranslatePathToUNC(String& sPath) const;
     /// The process's current folder. Setting it to what is no folder changes nothing and raises nothing.
     String CurPath() const;
     void SetCurPath(const String& sPath);
@@ -48,7 +48,7 @@ class Files final : public CountedComponent {
     Array ExtractPathAllLevels(const String& sPath) const;
     Array ExtractPathDirLevels(const String& sPath) const;
     String BuildDirBackupPrefix(std::int32_t lNumber) const;
-    /// Raises 9 for bounds outside the array.
+    /// Joins elements with backslashes: see files/PathForms.h. Raises 9 for bounds outside the array.
     String BuildPath(const Variant& vArray, std::int32_t lStart = -1, std::int32_t lStop = -1) const;
     /// Whether the last `GetReadWriteFile` could not open its file for writing.
     bool IsDirectoryReadOnly() const { return isDirectoryReadOnly_; }

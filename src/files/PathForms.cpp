@@ -3,6 +3,7 @@
 #include "automation/Convert.h"
 #include "automation/Error.h"
 #include "automation/Text.h"
+#include "frame/Errors.h"
 
 #include <string>
 #include <vector>
@@ -53,7 +54,7 @@ String g_PathVolume(std::u16string_view path, String* remainder) {
     else if (g_IsUNCPathFormat(trimmed))
         take(uncStart, 2);
     else
-        rest = trimmed;
+        rest = trimmed.starts_with(u'\\') ? trimmed.substr(1) : trimmed;
     if (remainder)
         *remainder = std::move(rest);
     return volume;
@@ -87,19 +88,21 @@ String g_BuildDirBackupPrefix(std::int32_t lNumber) {
 String g_BuildPath(const Variant& vArray, std::int32_t lStart, std::int32_t lStop) {
     if (!vArray.isArray())
         return {};
-    const Array& levels = vArray.array();
-    if (levels.rank() != 1)
-        raise(RunTimeError::SubscriptOutOfRange);
-    const std::int64_t first = lStart == -1 ? levels.lower() : lStart;
-    const std::int64_t last = lStop == -1 ? levels.upper() : lStop;
-    std::u16string path;
-    for (std::int64_t i = first; i <= last; ++i) {
-        const String level = toText(levels.get(static_cast<std::int32_t>(i)));
-        path += level;
-        if (!level.empty() && i != levels.upper())
-            path += u'\\';
-    }
-    return path;
+    return underSource(u"VlGeneralServices.modFiles.g_BuildPath", [&]() -> String {
+        const Array& levels = vArray.array();
+        if (levels.rank() != 1)
+            raise(RunTimeError::SubscriptOutOfRange);
+        const std::int64_t first = lStart == -1 ? levels.lower() : lStart;
+        const std::int64_t last = lStop == -1 ? levels.upper() : lStop;
+        std::u16string path;
+        for (std::int64_t i = first; i <= last; ++i) {
+            const String level = toText(levels.get(static_cast<std::int32_t>(i)));
+            path += level;
+            if (!level.empty() && i != levels.upper())
+                path += u'\\';
+        }
+        return path;
+    });
 }
 
 } // namespace vlgs

@@ -58,13 +58,20 @@ TEST_F(Paths, HaveOneOfThreeForms) {
 }
 
 TEST_F(Paths, OnMappedDrivesHaveAUncForm) {
-    for (const auto& [path, result] : {std::pair{u"M:\\Proj\\a.vls", u"\\\\srv\\data\\Proj\\a.vls"},
-                                       {u"m:", u"\\\\srv\\data\\"},
-                                       {u"C", u"C:\\"},
-                                       {u"C:", u"C:\\"},
-                                       {u"C:\\x", u"C:\\x"},
-                                       {u"\\\\any\\thing", u"\\\\any\\thing"}})
+    struct Case {
+        String path, completed, result;
+    };
+    for (auto [path, completed, result] : {
+             Case{u"M:\\Proj\\a.vls", u"M:\\Proj\\a.vls", u"\\\\srv\\data\\Proj\\a.vls"},
+             {u"m:", u"m:\\", u"\\\\srv\\data\\"},
+             {u"C", u"C:\\", u"C:\\"},
+             {u"C:", u"C:\\", u"C:\\"},
+             {u"C:\\x", u"C:\\x", u"C:\\x"},
+             {u"\\\\any\\thing", u"\\\\any\\thing", u"\\\\any\\thing"},
+         }) {
         EXPECT_EQ(files_->TranslatePathToUNC(path), result);
+        EXPECT_EQ(path, completed);
+    }
     for (const auto& [path, code] : {std::pair{u"", 11529},
                                      {u"C:x", 11529},
                                      {u"C:/x", 11529},
@@ -72,7 +79,8 @@ TEST_F(Paths, OnMappedDrivesHaveAUncForm) {
                                      {u" C:\\", 11529},
                                      {u"Q:\\x", 11526},
                                      {u"1", 11526}}) {
-        const auto error = raised([&] { files_->TranslatePathToUNC(path); });
+        String given = path;
+        const auto error = raised([&] { files_->TranslatePathToUNC(given); });
         EXPECT_EQ(error.number, message(code)) << String(path).toUtf8();
         EXPECT_EQ(error.source, "VlGeneralServices.modFiles.g_TranslatePathToUNC");
     }
@@ -180,6 +188,7 @@ TEST_F(Paths, ConsistOfVolumeAndLevels) {
              {u"C:\\", u"C:\\", u""},
              {u" C: \\ Data \\\\ x\\ ", u"C:\\", u"Data\\x"},
              {u" ..\\x ", u"", u"..\\x"},
+             {u"\\Data\\x", u"", u"Data\\x"},
          }) {
         String told = u"?";
         EXPECT_EQ(files_->ExtractPathVolume(path, &told, true), volume) << path.toUtf8();
@@ -215,7 +224,9 @@ TEST_F(Paths, AreBuiltFromLevels) {
          })
         EXPECT_EQ(files_->BuildPath(levels, start, stop), path);
     EXPECT_EQ(files_->BuildPath(u"no array", -1, -1), u"");
-    EXPECT_EQ(raised([&] { files_->BuildPath(texts({u"a"}), 0, 1); }).number, 9);
+    const auto outside = raised([&] { files_->BuildPath(texts({u"a"}), 0, 1); });
+    EXPECT_EQ(outside.number, 9);
+    EXPECT_EQ(outside.source, "VlGeneralServices.modFiles.g_BuildPath");
     EXPECT_EQ(raised([&] { files_->BuildPath(texts({u"a"}), -2, -1); }).number, 9);
     EXPECT_EQ(files_->BuildDirBackupPrefix(2), u"..\\..\\");
     EXPECT_EQ(files_->BuildDirBackupPrefix(0), u"");
@@ -227,6 +238,9 @@ TEST_F(Paths, WorkLateBound) {
     Variant arguments[] = {u"\\\\srv\\data", Variant(false)};
     EXPECT_EQ(callMember(files, u"isstandardpathformat", InvokeKind::MethodOrGet, arguments), Variant(false));
     EXPECT_EQ(arguments[1], Variant(true));
+    Variant completed[] = {u"C"};
+    callMember(files, u"TranslatePathToUNC", InvokeKind::MethodOrGet, completed);
+    EXPECT_EQ(completed[0], Variant(u"C:\\"));
     EXPECT_EQ(call(files, u"BuildPath", call(files, u"ExtractPathAllLevels", u"C:\\a")), Variant(u"C:\\a"));
     EXPECT_EQ(call(files, u"TranslateFromRelativePath", u"Proj", u"M:\\"), Variant(u"\\\\srv\\data\\Proj"));
 }
