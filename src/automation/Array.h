@@ -16,7 +16,7 @@ namespace vlgs {
 struct Dimension {
     std::int32_t lower = 0;
     std::int32_t count = 0;
-    std::int32_t upper() const noexcept { return lower + count - 1; }
+    std::int32_t upper() const noexcept { return static_cast<std::int32_t>(std::int64_t{lower} + count - 1); }
     friend bool operator==(const Dimension&, const Dimension&) = default;
 };
 
