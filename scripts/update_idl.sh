@@ -6,5 +6,5 @@ source scripts/packages.sh
 need_build
 need_tests
 build dev library_tests
-VLGS_SOURCE_DIR=$PWD VLGS_UPDATE_TYPELIB=1 build/dev/library_tests --gtest_brief=1 --gtest_also_run_disabled_tests --gtest_filter='InterfaceDefinition.*'
+VLGS_SOURCE_DIR=$PWD VLGS_UPDATE_TYPELIB=1 build/dev/library_tests --gtest_brief=1 --gtest_filter='InterfaceDefinition.*'
 git status --short typelib

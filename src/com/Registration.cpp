@@ -105,7 +105,8 @@ void removeTypeLibrary(Scope scope) {
     constexpr SYSKIND system = sizeof(void*) == 8 ? SYS_WIN64 : SYS_WIN32;
     const auto remove = scope == Scope::Machine ? &UnRegisterTypeLib : &UnRegisterTypeLibForUser;
     const HRESULT status = remove(toGuid(libraryId), libraryMajor, libraryMinor, 0, system);
-    if (status != TYPE_E_REGISTRYACCESS && status != TYPE_E_LIBNOTREGISTERED)
+    // A library that is not registered is no failure; Wine calls that an invalid argument.
+    if (status != TYPE_E_REGISTRYACCESS && status != TYPE_E_LIBNOTREGISTERED && status != E_INVALIDARG)
         check(status);
 }
 

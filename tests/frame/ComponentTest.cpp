@@ -18,6 +18,7 @@ bool holdsCatalogue() {
 }
 
 TEST(InstanceCount, TheLastObjectTakesTheCatalogueWithIt) {
+    SharedState::ofThread().catalogue = nullptr; // an earlier test may have left one
     auto first = make<Restricted>();
     auto second = make<Restricted>();
     EXPECT_EQ(SharedState::ofThread().instances, 2);

@@ -115,6 +115,8 @@ void checkClasses() {
     checkClass<_Files>(L"Files", 153);
     checkClass<_General>(L"General", 154);
     checkClass<_GUIDServices>(L"GUID", 155);
+    checkClass<_RegUtil>(L"RegUtil", 158);
+    checkClass<_RegValue>(L"RegValue", 159);
     checkClass<_CorvaTools>(L"CorvaTools", 160);
     checkClass<_Buffer>(L"Buffer", 161);
     checkClass<_Restricted>(L"Restricted", 162);
