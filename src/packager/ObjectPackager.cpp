@@ -39,9 +39,9 @@ bool readDescriptor(const Variant& value, Descriptor& descriptor) noexcept {
 
 /// The first four bytes of an object; false where there is none any more.
 bool readSignature(const PackedObjects::Entry& object, std::uint32_t& signature) noexcept {
-    if (object.own) { // known to live
+    if (object.own) {
         std::memcpy(&signature, object.address, sizeof signature);
-        return true;
+        return object.own->referenceCount() > 0; // none while it ends, which may run a caller's code
     }
     return readMemory(object.address, std::as_writable_bytes(std::span(&signature, 1)));
 }

@@ -110,6 +110,28 @@ TEST(ObjectPackager, OtherValuesGiveNothing) {
     }
 }
 
+TEST(ObjectPackager, AnObjectThatIsEndingGivesNothing) {
+    class Unpacking final : public Object {
+      public:
+        explicit Unpacking(bool& found) : found_(found) {}
+        ~Unpacking() override {
+            const auto packager = make<ObjectPackager>();
+            found_ = packager->UnpackObject(descriptor) || packager->RefCount(descriptor) != 0;
+        }
+        const ClassInfo* classInfo() const noexcept override { return nullptr; }
+        Variant descriptor;
+
+      private:
+        bool& found_;
+    };
+    bool found = true;
+    {
+        const auto object = make<Unpacking>(found);
+        object->descriptor = make<ObjectPackager>()->PackObject(object);
+    }
+    EXPECT_FALSE(found);
+}
+
 TEST(ObjectPackager, AnObjectThatHasEndedGivesNothing) {
     const auto packager = make<ObjectPackager>();
     std::vector<Variant> descriptors;
