@@ -5,11 +5,34 @@
 #include "automation/Variant.h"
 
 #include <atomic>
+#include <new>
+#include <vector>
 
 namespace vlgs {
 
 namespace {
+
 std::atomic<void (*)(const Object*) noexcept> endWatcher = nullptr;
+
+/// Objects that hold one another end inside one another, which takes stack. Those that would end inside
+/// `deepest` others wait for their turn instead, so that a chain may have any length.
+struct Endings {
+    static constexpr int deepest = 64;
+    int depth;
+    std::vector<const Object*>* waiting; // of the one at `deepest`
+
+    /// False when there is no memory to wait in.
+    bool wait(const Object* object) const noexcept {
+        try {
+            waiting->push_back(object);
+            return true;
+        } catch (const std::bad_alloc&) {
+            return false;
+        }
+    }
+};
+constinit thread_local Endings endings{};
+
 } // namespace
 
 Object::~Object() {
@@ -18,8 +41,21 @@ Object::~Object() {
 }
 
 void Object::release() const noexcept {
-    if (--references_ == 0)
-        delete this;
+    if (--references_ != 0)
+        return;
+    Endings& here = endings;
+    if (here.depth >= Endings::deepest && here.wait(this))
+        return;
+    std::vector<const Object*> waiting;
+    if (++here.depth == Endings::deepest)
+        here.waiting = &waiting;
+    delete this;
+    while (!waiting.empty()) {
+        const Object* next = waiting.back();
+        waiting.pop_back();
+        delete next;
+    }
+    --here.depth;
 }
 
 void Object::watchEnd(void (*watcher)(const Object*) noexcept) const noexcept {

@@ -144,6 +144,29 @@ TEST(Dictionary, EnumerationSurvivesChanges) {
     EXPECT_EQ(joined(dictionary->Keys()), u"last ");
 }
 
+TEST(OrderedCollection, EndsHoweverDeepItsItemsHoldOneAnother) {
+    class Last final : public Object {
+      public:
+        explicit Last(bool& ended) : ended_(ended) {}
+        ~Last() override { ended_ = true; }
+
+      private:
+        bool& ended_;
+    };
+    for (const int depth : {1, 63, 64, 65, 300'000}) {
+        bool ended = false;
+        Ref<Object> chain = make<Last>(ended);
+        for (int i = 0; i < depth; ++i) {
+            const auto collection = make<OrderedCollection>();
+            collection->Add(std::move(chain));
+            collection->Add(make<OrderedCollection>());
+            chain = collection;
+        }
+        chain = nullptr;
+        EXPECT_TRUE(ended) << depth;
+    }
+}
+
 TEST(Dictionary, LateBoundPropertiesReadAndWrite) {
     const Ref<Object> dictionary = make<Dictionary>();
     Variant write[] = {u"k", 7};
