@@ -41,7 +41,7 @@ if grep -rnE '^#include "platform/' src/automation | grep -vE '"platform/(Locale
 fi
 # and only the host's folders, com and the public C interface know the operating system
 if grep -rnE '^#include <([a-z0-9_]+/)*[a-z0-9_]+\.h>' src --include='*.h' --include='*.cpp' |
-        grep -vE '^src/(platform/(posix|windows)|com)/|<std(def|int).h>'; then
+        grep -vE '^src/(platform/(posix|windows)|com)/|<std(def|int).h>|<ext/'; then
     echo "operating-system headers belong into src/platform/posix, src/platform/windows and src/com" && bad=1
 fi
 exit $bad

@@ -20,7 +20,7 @@ using test::Setting;
 
 constexpr const char16_t* key = u"00998877665544332211";
 
-// The test vector of the published specification.
+// The test vector published with the algorithm.
 TEST(Skipjack, GivesThePublishedResult) {
     const Skipjack cipher({0x00, 0x99, 0x88, 0x77, 0x66, 0x55, 0x44, 0x33, 0x22, 0x11});
     const Skipjack::Block plain = {0x33, 0x22, 0x11, 0x00, 0xDD, 0xCC, 0xBB, 0xAA};
