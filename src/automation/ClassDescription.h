@@ -349,7 +349,7 @@ requires(!std::is_const_v<T>) class ArgumentHolder<T&> { // goes in and out
     ArgumentHolder(Variant* slot, const ParameterInfo& parameter)
         : slot_(slot), inside_(slot ? valueInside<T>(*slot) : nullptr) {
         if (!inside_)
-            value_ = slot ? T(TypeTraits<T>::from(*slot)) : standardValue<T>(parameter.standard);
+            value_ = slot ? valueOf(*slot) : standardValue<T>(parameter.standard);
     }
     T& get() { return inside_ ? *inside_ : value_; }
     void writeBack() {
@@ -358,6 +358,14 @@ requires(!std::is_const_v<T>) class ArgumentHolder<T&> { // goes in and out
     }
 
   private:
+    /// A variable that was never given a value holds no object, as it holds 0 and "".
+    static T valueOf(const Variant& variable) {
+        if constexpr (TypeTraits<T>::info.type == VarType::Object)
+            if (variable.isEmpty())
+                return {};
+        return TypeTraits<T>::from(variable);
+    }
+
     Variant* slot_;
     T* inside_;
     T value_{};
