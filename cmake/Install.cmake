@@ -13,6 +13,8 @@ if(NOT WIN32)
   install(FILES ${PROJECT_BINARY_DIR}/VlGeneralServicesConfig.cmake
                 ${PROJECT_BINARY_DIR}/VlGeneralServicesConfigVersion.cmake
     DESTINATION ${CMAKE_INSTALL_LIBDIR}/cmake/VlGeneralServices)
+  file(RELATIVE_PATH VLGS_PREFIX_OF_PKGCONFIG
+    ${CMAKE_INSTALL_PREFIX}/${CMAKE_INSTALL_LIBDIR}/pkgconfig ${CMAKE_INSTALL_PREFIX})
   configure_file(cmake/VlGeneralServices.pc.in VlGeneralServices.pc @ONLY)
   install(FILES ${PROJECT_BINARY_DIR}/VlGeneralServices.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
   # Headers that only the rooms themselves need stay behind.
