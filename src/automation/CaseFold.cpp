@@ -75,17 +75,30 @@ std::uint64_t loadWord(const char16_t* units) noexcept {
     return word;
 }
 
-std::uint64_t foldWord(std::u16string_view text, std::size_t at) noexcept {
-    const std::uint64_t word = loadWord(text.data() + at);
-    if ((word & everyUnit * 0xFF80) == 0) {
-        const std::uint64_t fromA = word + everyUnit * (0x80 - u'A');
-        const std::uint64_t behindZ = word + everyUnit * (0x80 - u'Z' - 1);
-        return word | (fromA & ~behindZ & everyUnit * 0x80) >> 2;
-    }
+std::uint64_t foldOtherWord(std::u16string_view text, std::size_t at) noexcept {
     char16_t units[unitsPerWord];
     for (std::size_t i = 0; i < unitsPerWord; ++i)
         units[i] = foldAt(text, at + i);
     return loadWord(units);
+}
+
+inline std::uint64_t foldWord(std::u16string_view text, std::size_t at) noexcept {
+    const std::uint64_t word = loadWord(text.data() + at);
+    if ((word & everyUnit * 0xFF80) != 0) [[unlikely]]
+        return foldOtherWord(text, at);
+    const std::uint64_t fromA = word + everyUnit * (0x80 - u'A');
+    const std::uint64_t behindZ = word + everyUnit * (0x80 - u'Z' - 1);
+    return word | (fromA & ~behindZ & everyUnit * 0x80) >> 2;
+}
+
+// The units from `at` on, fewer than a word, in the low bits of one.
+std::uint64_t foldTail(std::u16string_view text, std::size_t at) noexcept {
+    if (text.size() >= unitsPerWord)
+        return foldWord(text, text.size() - unitsPerWord) >> 16 * (unitsPerWord - (text.size() - at));
+    std::uint64_t word = 0;
+    for (int shift = 0; at < text.size(); ++at, shift += 16)
+        word |= static_cast<std::uint64_t>(foldAt(text, at)) << shift;
+    return word;
 }
 
 // Finds one folded text again and again, by the method of Knuth, Morris and Pratt.
@@ -131,14 +144,17 @@ String foldCase(std::u16string_view text) {
 bool equalIgnoringCase(std::u16string_view a, std::u16string_view b) noexcept {
     if (a.size() != b.size())
         return false;
+    // Units that are the same fold to the same, since what stands before them does.
+    const auto differ = [&](std::size_t at) {
+        return loadWord(a.data() + at) != loadWord(b.data() + at) && foldWord(a, at) != foldWord(b, at);
+    };
     std::size_t at = 0;
     for (; at + unitsPerWord <= a.size(); at += unitsPerWord)
-        if (foldWord(a, at) != foldWord(b, at))
+        if (differ(at))
             return false;
-    for (; at < a.size(); ++at)
-        if (foldAt(a, at) != foldAt(b, at))
-            return false;
-    return true;
+    if (a.size() >= unitsPerWord)
+        return !differ(a.size() - unitsPerWord);
+    return foldTail(a, 0) == foldTail(b, 0);
 }
 
 int compareIgnoringCase(std::u16string_view a, std::u16string_view b) noexcept {
@@ -160,8 +176,8 @@ std::uint64_t hashIgnoringCase(std::u16string_view text) noexcept {
     // The last word holds the up to three units left and the length, so that no two texts give the same
     // words.
     std::uint64_t last = static_cast<std::uint64_t>(text.size()) << 48;
-    for (int shift = 0; at < text.size(); ++at, shift += 16)
-        last |= static_cast<std::uint64_t>(foldAt(text, at)) << shift;
+    if (at < text.size())
+        last |= foldTail(text, at);
     hash.add(last);
     return hash.finish();
 }

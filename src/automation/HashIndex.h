@@ -1,7 +1,7 @@
 // Finds numbered things by a hash of them: open addressing with linear probing, 8 bytes a slot. The things
 // themselves, and their comparison, stay with the owner.
 //
-// Invariant: a slot in use is reached from its home slot without passing a free one, and at most four of five
+// Invariant: a slot in use is reached from its home slot without passing a free one, and at most half of the
 // slots are in use.
 #pragma once
 
@@ -43,7 +43,7 @@ class HashIndex {
     void reserve(std::uint32_t more) {
         const std::uint64_t wanted = std::uint64_t{used_} + more;
         std::uint64_t capacity = capacity_ == 0 ? smallest : capacity_;
-        while (wanted * 5 > capacity * 4)
+        while (wanted * 2 > capacity)
             capacity *= 2;
         if (capacity > largest)
             throw std::bad_alloc();

@@ -116,13 +116,14 @@ CodePage::Data::Data(const Source& page) : source(page) {
 
 namespace {
 
-// Both loops below run over whole blocks without a branch inside, so that the compiler makes vector code.
+// The loops below run over whole blocks without a branch inside, so that the compiler makes vector code.
 constexpr std::size_t blockLength = 32;
+constexpr std::size_t shortBlockLength = 8; // for what long blocks leave, and for texts of a few words
 
-template <class Unit>
+template <std::size_t length = blockLength, class Unit>
 bool isAsciiBlock(const Unit* block) noexcept {
     unsigned all = 0;
-    for (std::size_t i = 0; i < blockLength; ++i)
+    for (std::size_t i = 0; i < length; ++i)
         all |= static_cast<std::make_unsigned_t<Unit>>(block[i]);
     return all < 0x80;
 }
@@ -142,6 +143,10 @@ std::size_t copyAsciiBlocks(const From* from, std::size_t length, To* to) noexce
     std::size_t at = 0;
     for (; at + blockLength <= length && isAsciiBlock(from + at); at += blockLength)
         for (std::size_t i = 0; i < blockLength; ++i)
+            to[at + i] = static_cast<To>(from[at + i]);
+    for (; at + shortBlockLength <= length && isAsciiBlock<shortBlockLength>(from + at);
+         at += shortBlockLength)
+        for (std::size_t i = 0; i < shortBlockLength; ++i)
             to[at + i] = static_cast<To>(from[at + i]);
     return at;
 }
