@@ -6,7 +6,9 @@
 
 #include <algorithm>
 #include <bit>
+#include <cstring>
 #include <limits>
+#include <string>
 
 namespace vlgs {
 
@@ -15,6 +17,7 @@ static_assert(std::endian::native == std::endian::little, "16-bit text is stored
 namespace {
 
 constexpr std::size_t largestSize = std::numeric_limits<std::int32_t>::max();
+constexpr std::size_t largestStep = 65536;
 
 // The type codes with a bit in common with that of bytes stand for elements that are stored as they are.
 constexpr bool isStoredRaw(VarType element) {
@@ -39,7 +42,8 @@ void Buffer::Clear() {
     delimiter_ = String();
     chunkSize_ = standardChunkSize;
     compact_ = false;
-    std::string().swap(bytes_);
+    chunks_.clear();
+    size_ = room_ = 0;
 }
 
 void Buffer::SetDelimiter(const String& sDelimiter) {
@@ -86,27 +90,43 @@ void Buffer::append(std::u16string_view text) {
 }
 
 void Buffer::appendBytes(const void* from, std::size_t count) {
-    makeRoomFor(count);
-    bytes_.append(static_cast<const char*>(from), count);
+    if (count > largestSize - size_)
+        raise(RunTimeError::Overflow);
+    const char* bytes = static_cast<const char*>(from);
+    while (count > 0) {
+        if (room_ == 0)
+            addChunk();
+        const std::size_t part = std::min(count, room_);
+        std::memcpy(chunks_.back().bytes.get() + chunks_.back().capacity - room_, bytes, part);
+        bytes += part;
+        count -= part;
+        size_ += part;
+        room_ -= part;
+    }
 }
 
-// Doubles where chunks alone would copy the store again and again.
-void Buffer::makeRoomFor(std::size_t count) {
-    if (count > largestSize - bytes_.size())
-        raise(RunTimeError::Overflow);
-    const std::size_t wanted = bytes_.size() + count;
-    if (wanted <= bytes_.capacity())
-        return;
-    const auto step = std::max(static_cast<std::size_t>(chunkSize_), bytes_.capacity());
-    bytes_.reserve(std::max(wanted, std::min(bytes_.capacity() + step, largestSize)));
+// Grows with what is there, up to a limit, so that a large store is not made of many small chunks.
+void Buffer::addChunk() {
+    const std::size_t capacity = std::max(static_cast<std::size_t>(chunkSize_), std::min(size_, largestStep));
+    chunks_.push_back({std::make_unique_for_overwrite<char[]>(capacity), capacity});
+    room_ = capacity;
+}
+
+void Buffer::copyBytes(void* to) const {
+    char* end = static_cast<char*>(to);
+    for (const auto& [bytes, capacity] : chunks_) {
+        const std::size_t used = &bytes == &chunks_.back().bytes ? capacity - room_ : capacity;
+        std::memcpy(end, bytes.get(), used);
+        end += used;
+    }
 }
 
 Variant Buffer::GetData(enumStreamTypes eStreamType, const String& sDelimiter) const {
     switch (eStreamType) {
     case _eStream_ByteArray: {
-        if (bytes_.empty())
-            return Array::ofBytes({0});
-        return Array::ofBytes({bytes_.begin(), bytes_.end()});
+        std::vector<std::uint8_t> bytes(std::max<std::size_t>(size_, 1));
+        copyBytes(bytes.data());
+        return Array::ofBytes(std::move(bytes));
     }
     case eStream_StringArray: {
         const String whole = text();
@@ -121,10 +141,14 @@ Variant Buffer::GetData(enumStreamTypes eStreamType, const String& sDelimiter) c
 
 // An empty store counts as a single 0 byte, which is a character in the compact form and none in the other.
 String Buffer::text() const {
+    if (!compact_ && size_ % sizeof(char16_t) == 0)
+        return String::build(size_ / sizeof(char16_t), [&](char16_t* to) { copyBytes(to); });
+    std::string bytes(std::max<std::size_t>(size_, 1), '\0');
+    copyBytes(bytes.data());
     if (compact_)
-        return CodePage::system().decode(bytes_.empty() ? std::string_view("\0", 1) : bytes_);
-    return String::build(bytes_.size() / sizeof(char16_t), [&](char16_t* to) {
-        bytes_.copy(reinterpret_cast<char*>(to), bytes_.size() / sizeof(char16_t) * sizeof(char16_t));
+        return CodePage::system().decode(bytes);
+    return String::build(size_ / sizeof(char16_t), [&](char16_t* to) {
+        bytes.copy(reinterpret_cast<char*>(to), size_ / sizeof(char16_t) * sizeof(char16_t));
     });
 }
 

@@ -5,7 +5,9 @@
 #include "frame/Component.h"
 #include "ini/StreamTypes.h"
 
-#include <string>
+#include <memory>
+#include <string_view>
+#include <vector>
 
 namespace vlgs {
 
@@ -85,13 +87,22 @@ class Buffer final : public Component {
     }
     void append(std::u16string_view text);
     void appendBytes(const void* from, std::size_t count);
-    void makeRoomFor(std::size_t count);
+    void addChunk();
     void putElements(const Array& array, const String& delimiter);
+    void copyBytes(void* to) const;
+
+    // What was stored once never moves while more comes. All chunks but the last are full.
+    struct Chunk {
+        std::unique_ptr<char[]> bytes;
+        std::size_t capacity;
+    };
 
     String delimiter_;
     std::int32_t chunkSize_ = standardChunkSize;
     bool compact_ = false;
-    std::string bytes_;
+    std::vector<Chunk> chunks_;
+    std::size_t size_ = 0;
+    std::size_t room_ = 0; // of the last chunk
 };
 
 /// The pieces of `text` between the occurrences of `delimiter`, found from left to right without regard to

@@ -42,7 +42,10 @@ void writeLines(const INIFile& document, Put&& put) {
         if (!section.value().isObject())
             return;
         forEach<Property>(objectIn<Collection>(&section.value()), [&](const Property& key) {
-            put(key.name().view(), equals, toText(key.value()).view());
+            if (key.value().isString())
+                put(key.name().view(), equals, key.value().text().view());
+            else
+                put(key.name().view(), equals, toText(key.value()).view());
         });
     });
     put();

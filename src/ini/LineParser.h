@@ -10,7 +10,6 @@
 #include "platform/CodePage.h"
 
 #include <algorithm>
-#include <functional>
 #include <string_view>
 #include <vector>
 
@@ -24,7 +23,7 @@ class SharedTexts {
     /// `text`, as `make()` gives it unless a recent text is the same; a byte stands for itself below 128.
     template <class Unit, class Make>
     const String& share(std::basic_string_view<Unit> text, Make&& make) {
-        String& slot = recent_[std::hash<std::basic_string_view<Unit>>()(text) % slots];
+        String& slot = recent_[slotOf(text)];
         if (!isSame(slot, text))
             slot = make();
         return slot;
@@ -32,6 +31,15 @@ class SharedTexts {
 
   private:
     static constexpr std::size_t slots = 1024;
+
+    // Names that follow one another mostly differ in their last few characters.
+    template <class Unit>
+    static std::size_t slotOf(std::basic_string_view<Unit> text) {
+        std::size_t hash = text.size();
+        for (const Unit unit : text.substr(text.size() - std::min<std::size_t>(text.size(), 8)))
+            hash = hash * 31 + static_cast<std::size_t>(unit);
+        return hash % slots;
+    }
 
     template <class Unit>
     static bool isSame(const String& known, std::basic_string_view<Unit> text) {
