@@ -64,7 +64,7 @@ String copyInto(std::u16string_view folder, const String& path) {
 
 // The length of a file's folder without its last separator; a host's own path has no drive letter to count.
 std::size_t folderLength(std::u16string_view path) {
-    return path.starts_with(u'/') ? path.rfind(u'/') : directoryPart(fullPath(path)).length();
+    return path.starts_with(u'/') ? path.find_last_of(u"\\/") : directoryPart(fullPath(path)).length();
 }
 
 String systemCopyFolder() {
