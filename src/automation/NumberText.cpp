@@ -6,6 +6,7 @@
 #include "platform/Locale.h"
 
 #include <algorithm>
+#include <array>
 #include <charconv>
 #include <cmath>
 #include <string>
@@ -14,7 +15,39 @@ namespace vlgs {
 
 namespace {
 
-__extension__ using Wide = unsigned __int128;
+/// A whole number of 96 bits, which no type of 32-bit hosts holds.
+class Wide {
+  public:
+    Wide() = default;
+    Wide(std::uint32_t high, std::uint64_t low)
+        : parts_{static_cast<std::uint32_t>(low), static_cast<std::uint32_t>(low >> 32), high} {}
+    bool isZero() const { return (parts_[0] | parts_[1] | parts_[2]) == 0; }
+    std::uint32_t high() const { return parts_[2]; }
+    std::uint64_t low() const { return std::uint64_t{parts_[1]} << 32 | parts_[0]; }
+    /// Multiplies and adds; false when the result has more than 96 bits.
+    bool multiplyAndAdd(std::uint32_t factor, std::uint32_t summand) {
+        std::uint64_t carry = summand;
+        for (auto& part : parts_) {
+            carry += std::uint64_t{part} * factor;
+            part = static_cast<std::uint32_t>(carry);
+            carry >>= 32;
+        }
+        return carry == 0;
+    }
+    /// Takes the last decimal digit away and gives it.
+    char takeDigit() {
+        std::uint64_t rest = 0;
+        for (std::size_t i = parts_.size(); i-- > 0;) {
+            rest = rest << 32 | parts_[i];
+            parts_[i] = static_cast<std::uint32_t>(rest / 10);
+            rest %= 10;
+        }
+        return static_cast<char>('0' + rest);
+    }
+
+  private:
+    std::array<std::uint32_t, 3> parts_{}; // lowest first
+};
 
 constexpr bool isDigit(char16_t c) {
     return c >= u'0' && c <= u'9';
@@ -222,8 +255,8 @@ String floatingText(double value, int digits) {
 // The digits of a whole number of 96 bits with a decimal point `scale` places from its end.
 String fixedText(bool negative, Wide magnitude, int scale) {
     std::string digits;
-    for (; magnitude != 0 || digits.size() <= static_cast<std::size_t>(scale); magnitude /= 10)
-        digits.push_back(static_cast<char>('0' + static_cast<int>(magnitude % 10)));
+    while (!magnitude.isZero() || digits.size() <= static_cast<std::size_t>(scale))
+        digits.push_back(magnitude.takeDigit());
     std::ranges::reverse(digits);
     if (scale > 0) {
         digits.insert(digits.size() - static_cast<std::size_t>(scale), 1, '.');
@@ -237,13 +270,15 @@ String fixedText(bool negative, Wide magnitude, int scale) {
 // The first `count` of the digits as a number, rounded by the digit behind them; nothing past 96 bits.
 std::optional<Wide> wholeOf(std::string_view digits, std::int64_t count) {
     if (count < 0)
-        return Wide{0};
-    Wide value = 0;
+        return Wide();
+    Wide value;
     for (const char digit : digits.substr(0, static_cast<std::size_t>(count)))
-        value = value * 10 + static_cast<unsigned>(digit - '0');
+        if (!value.multiplyAndAdd(10, static_cast<std::uint32_t>(digit - '0')))
+            return std::nullopt;
     if (count < static_cast<std::int64_t>(digits.size()) && digits[static_cast<std::size_t>(count)] >= '5')
-        ++value;
-    return value >> 96 ? std::nullopt : std::optional(value);
+        if (!value.multiplyAndAdd(1, 1))
+            return std::nullopt;
+    return value;
 }
 
 } // namespace
@@ -256,11 +291,11 @@ String numberToText(const Variant& number) {
         const auto units = number.currency().units;
         const auto magnitude =
             units < 0 ? 0 - static_cast<std::uint64_t>(units) : static_cast<std::uint64_t>(units);
-        return fixedText(units < 0, magnitude, 4);
+        return fixedText(units < 0, Wide(0, magnitude), 4);
     }
     case VarType::Decimal: {
         const auto value = number.decimal();
-        return fixedText(value.sign != 0, static_cast<Wide>(value.high) << 64 | value.low, value.scale);
+        return fixedText(value.sign != 0, Wide(value.high, value.low), value.scale);
     }
     default:
         return floatingText(toDouble(number), 15);
@@ -298,8 +333,7 @@ Decimal textToDecimal(std::u16string_view text) {
     for (auto drop = std::max({scale - 28, size - 29, std::int64_t{0}}); drop <= scale; ++drop)
         if (const auto value = wholeOf(digits, size - drop))
             return {static_cast<std::uint8_t>(scale - drop),
-                    static_cast<std::uint8_t>(numeral->negative ? 0x80 : 0),
-                    static_cast<std::uint32_t>(*value >> 64), static_cast<std::uint64_t>(*value)};
+                    static_cast<std::uint8_t>(numeral->negative ? 0x80 : 0), value->high(), value->low()};
     raise(RunTimeError::Overflow);
 }
 
