@@ -22,9 +22,9 @@ namespace {
 constexpr std::string_view byteOrderMark = "\xFF\xFE";
 constexpr std::size_t rememberedBytes = 128;
 /// Additions up to this size wait for a better time, longer ones until they are as long as the text.
-constexpr std::size_t shortAdditions = 64 * 1024;
+constexpr std::size_t shortAdditions = 65'536;
 /// A file up to this size is left without additions.
-constexpr std::size_t largestTidied = 1024 * 1024;
+constexpr std::size_t largestTidied = 1'048'576;
 /// What is written goes to the disk at once, but not more often than this.
 constexpr std::chrono::seconds diskInterval{1};
 
