@@ -54,6 +54,20 @@ class ClassesKey {
         RegDeleteKeyW(key_, wide(path.data()));
     }
 
+    /// Removes a key unless something else stands in it.
+    void removeEmpty(const wchar_t* path) const {
+        DWORD keys = 0;
+        DWORD values = 0;
+        HKEY opened = nullptr;
+        if (RegOpenKeyExW(key_, path, 0, KEY_READ, &opened) != ERROR_SUCCESS)
+            return;
+        RegQueryInfoKeyW(opened, nullptr, nullptr, nullptr, &keys, nullptr, nullptr, &values, nullptr,
+                         nullptr, nullptr, nullptr);
+        RegCloseKey(opened);
+        if (keys == 0 && values == 0)
+            RegDeleteKeyW(key_, path);
+    }
+
   private:
     HKEY key_ = nullptr;
 };
@@ -148,6 +162,7 @@ HRESULT unregisterServer(Scope scope) noexcept {
             if (info->header().creatable)
                 removeClass(key, *info);
         removeTypeLibrary(scope);
+        key.removeEmpty(L"CLSID");
     });
 }
 
