@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # Runs every fuzz target for some seconds each (30 when none are given): `scripts/fuzz.sh 3600` runs long.
-# Built with clang's libFuzzer; where that cannot be had, with a driver that feeds seeded random inputs.
+# Every run begins with the same seed. Built with clang's libFuzzer; where that cannot be had, with a driver that feeds seeded random inputs.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 source scripts/packages.sh
@@ -16,7 +16,7 @@ for target in build/fuzz/fuzz/*Fuzz; do
     mkdir -p "$corpus"
     log=build/fuzz/$name.log
     printf '%-28s' "$name"
-    if "$target" -max_total_time="$seconds" -max_len=65536 -timeout=20 -rss_limit_mb=4096 \
+    if "$target" -seed=20091 -max_total_time="$seconds" -max_len=65536 -timeout=20 -rss_limit_mb=4096 \
             -artifact_prefix=build/fuzz/ "$corpus" >"$log" 2>&1; then
         echo "ok"
     else
