@@ -3,7 +3,7 @@
 #include "CountAllocations.h"
 #include "automation/DateFormat.h"
 #include "automation/DateText.h"
-#include "automation/Dates.h"
+#include "base/Dates.h"
 #include "conversion/RevisionNumbers.h"
 #include "conversion/Timestamps.h"
 

@@ -1,5 +1,5 @@
 # Each room is one object library; all of them make the library. A file placed in a room is built with it.
-set(VLGS_ROOMS automation platform frame ini registry files locking conversion viewprops packager general
+set(VLGS_ROOMS base automation platform frame ini registry files locking conversion viewprops packager general
                cipher dde library)
 if(WIN32)
   list(APPEND VLGS_ROOMS com)

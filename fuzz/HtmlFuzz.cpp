@@ -1,5 +1,5 @@
 // The HTML conversion against a plain one that reads every tag anew and looks at one character at a time.
-#include "automation/CaseFold.h"
+#include "base/CaseFold.h"
 #include "general/HtmlText.h"
 
 #include <cstdlib>

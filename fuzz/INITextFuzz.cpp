@@ -1,7 +1,7 @@
 // Any text read into a document: it is parsed by the grammar or refused, and what was read is written and
 // read back as the same text.
-#include "automation/Error.h"
 #include "automation/Variant.h"
+#include "base/Error.h"
 #include "ini/INIFile.h"
 #include "platform/CodePage.h"
 

@@ -1,6 +1,6 @@
 // Property strings: whatever is read is written, and what is written of text without quotes and tokens reads
 // as the same.
-#include "automation/Error.h"
+#include "base/Error.h"
 #include "viewprops/PropertyString.h"
 
 #include <cstdint>

@@ -1,8 +1,8 @@
 // Any text as a date: what the run time reads it writes again, and reads back as the same moment.
 #include "automation/DateFormat.h"
 #include "automation/DateText.h"
-#include "automation/Dates.h"
-#include "automation/Error.h"
+#include "base/Dates.h"
+#include "base/Error.h"
 #include "conversion/Conversion.h"
 #include "conversion/Timestamps.h"
 

@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""Writes src/automation/case_fold_data.inc from the Unicode Character Database.
+"""Writes src/base/case_fold_data.inc from the Unicode Character Database.
 
 The database is read from Debian's package unicode-data:
 
@@ -17,7 +17,7 @@ import sys
 
 BLOCK_BITS = 6
 BLOCK = 1 << BLOCK_BITS
-TARGET = pathlib.Path(__file__).resolve().parent.parent / "src/automation/case_fold_data.inc"
+TARGET = pathlib.Path(__file__).resolve().parent.parent / "src/base/case_fold_data.inc"
 
 
 def read_folding(path):

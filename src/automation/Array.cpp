@@ -1,8 +1,8 @@
 #include "automation/Array.h"
 
 #include "automation/Convert.h"
-#include "automation/Error.h"
 #include "automation/Record.h"
+#include "base/Error.h"
 
 #include <algorithm>
 #include <cstring>

@@ -27,7 +27,7 @@
 #include "automation/Array.h"
 #include "automation/ClassInfo.h"
 #include "automation/Convert.h"
-#include "automation/Error.h"
+#include "base/Error.h"
 
 #include <array>
 #include <optional>

@@ -1,7 +1,7 @@
 #include "automation/ClassInfo.h"
 
-#include "automation/CaseFold.h"
-#include "automation/Error.h"
+#include "base/CaseFold.h"
+#include "base/Error.h"
 
 #include <algorithm>
 #include <array>

@@ -4,11 +4,11 @@
 #pragma once
 
 #include "automation/Enumeration.h"
-#include "automation/Guid.h"
-#include "automation/NameTable.h"
 #include "automation/Object.h"
 #include "automation/Record.h"
 #include "automation/Variant.h"
+#include "base/Guid.h"
+#include "base/NameTable.h"
 
 #include <array>
 #include <cstdint>

@@ -1,13 +1,13 @@
 #include "automation/Convert.h"
 
 #include "automation/Array.h"
-#include "automation/CaseFold.h"
 #include "automation/DateFormat.h"
 #include "automation/DateText.h"
-#include "automation/Dates.h"
-#include "automation/Error.h"
 #include "automation/NumberText.h"
-#include "automation/Text.h"
+#include "base/CaseFold.h"
+#include "base/Dates.h"
+#include "base/Error.h"
+#include "base/Text.h"
 
 #include <cfenv>
 #include <cmath>

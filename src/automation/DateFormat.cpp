@@ -1,9 +1,9 @@
 #include "automation/DateFormat.h"
 
-#include "automation/CaseFold.h"
 #include "automation/Convert.h"
 #include "automation/DateText.h"
-#include "automation/Dates.h"
+#include "base/CaseFold.h"
+#include "base/Dates.h"
 #include "platform/Locale.h"
 
 #include <algorithm>

@@ -1,9 +1,9 @@
 #include "automation/DateText.h"
 
-#include "automation/CaseFold.h"
-#include "automation/Dates.h"
-#include "automation/Error.h"
 #include "automation/NumberText.h"
+#include "base/CaseFold.h"
+#include "base/Dates.h"
+#include "base/Error.h"
 #include "platform/Clock.h"
 #include "platform/Locale.h"
 

@@ -1,8 +1,8 @@
 #include "automation/Dictionary.h"
 
-#include "automation/CaseFold.h"
 #include "automation/Convert.h"
-#include "automation/KeyedHash.h"
+#include "base/CaseFold.h"
+#include "base/KeyedHash.h"
 
 #include <algorithm>
 #include <bit>

@@ -8,7 +8,7 @@
 
 #include "automation/Array.h"
 #include "automation/ClassDescription.h"
-#include "automation/HashIndex.h"
+#include "base/HashIndex.h"
 
 #include <vector>
 

@@ -6,7 +6,7 @@
 // declares `enum enumStreamTypes`, which a description finds by `enumInfo(enumStreamTypes{})`.
 #pragma once
 
-#include "automation/Guid.h"
+#include "base/Guid.h"
 
 #include <cstdint>
 #include <span>

@@ -1,7 +1,7 @@
 #include "automation/EventSource.h"
 
-#include "automation/Error.h"
 #include "automation/Variant.h"
+#include "base/Error.h"
 
 #include <algorithm>
 

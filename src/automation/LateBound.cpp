@@ -1,7 +1,7 @@
 #include "automation/LateBound.h"
 
 #include "automation/ClassInfo.h"
-#include "automation/Error.h"
+#include "base/Error.h"
 
 namespace vlgs {
 

@@ -1,6 +1,6 @@
 #include "automation/NumberFormat.h"
 
-#include "automation/Error.h"
+#include "base/Error.h"
 #include "platform/Locale.h"
 
 #include <algorithm>

@@ -1,7 +1,7 @@
 // Numbers as texts by a mask: the run time's formatting function for numbers.
 #pragma once
 
-#include "automation/String.h"
+#include "base/String.h"
 
 namespace vlgs {
 

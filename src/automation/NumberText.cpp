@@ -1,8 +1,8 @@
 #include "automation/NumberText.h"
 
 #include "automation/Convert.h"
-#include "automation/Error.h"
-#include "automation/Text.h"
+#include "base/Error.h"
+#include "base/Text.h"
 #include "platform/Locale.h"
 
 #include <algorithm>

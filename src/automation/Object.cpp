@@ -1,8 +1,8 @@
 #include "automation/Object.h"
 
 #include "automation/ClassInfo.h"
-#include "automation/Error.h"
 #include "automation/Variant.h"
+#include "base/Error.h"
 
 #include <atomic>
 #include <new>

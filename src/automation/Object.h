@@ -1,7 +1,7 @@
 // The reference-counted base of every object and the reference that holds one.
 #pragma once
 
-#include "automation/String.h"
+#include "base/String.h"
 
 #include <cstdint>
 #include <span>

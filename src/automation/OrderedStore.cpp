@@ -1,8 +1,8 @@
 #include "automation/OrderedStore.h"
 
-#include "automation/CaseFold.h"
 #include "automation/Convert.h"
-#include "automation/Error.h"
+#include "base/CaseFold.h"
+#include "base/Error.h"
 
 #include <algorithm>
 #include <limits>

@@ -12,10 +12,10 @@
 // appended.
 #pragma once
 
-#include "automation/HashIndex.h"
 #include "automation/Object.h"
-#include "automation/PositionTree.h"
 #include "automation/Variant.h"
+#include "base/HashIndex.h"
+#include "base/PositionTree.h"
 
 #include <cstdint>
 #include <memory>

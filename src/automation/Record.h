@@ -2,8 +2,8 @@
 // copied as a whole.
 #pragma once
 
-#include "automation/Guid.h"
 #include "automation/Variant.h"
+#include "base/Guid.h"
 
 #include <span>
 #include <string_view>

@@ -6,7 +6,8 @@
 #pragma once
 
 #include "automation/Object.h"
-#include "automation/String.h"
+#include "base/Dates.h"
+#include "base/String.h"
 
 #include <cstdint>
 #include <cstring>
@@ -45,13 +46,6 @@ constexpr std::uint16_t code(VarType type) {
 constexpr VarType arrayOf(VarType element) {
     return static_cast<VarType>(0x2000 | code(element));
 }
-
-/// A moment as automation holds it: days since 30 December 1899. The fraction is the time of day, also for a
-/// negative day count (-1.25 is 29 December 1899, 06:00).
-struct Date {
-    double days = 0;
-    friend bool operator==(Date, Date) = default;
-};
 
 /// A fixed-point number in units of 1/10000.
 struct Currency {

@@ -3,8 +3,8 @@
 #pragma once
 
 #include "automation/Array.h"
-#include "automation/Error.h"
 #include "automation/Variant.h"
+#include "base/Error.h"
 #include "capi/vlgs.h"
 
 #include <new>

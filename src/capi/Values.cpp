@@ -1,6 +1,6 @@
-#include "automation/CaseFold.h"
 #include "automation/Convert.h"
 #include "automation/Record.h"
+#include "base/CaseFold.h"
 #include "capi/Boundary.h"
 #include "library/Classes.h"
 

@@ -2,7 +2,7 @@
 // digits.
 #pragma once
 
-#include "automation/String.h"
+#include "base/String.h"
 #include "cipher/Skipjack.h"
 
 #include <string_view>

@@ -1,7 +1,7 @@
 // New cipher keys from the run time's random numbers.
 #pragma once
 
-#include "automation/String.h"
+#include "base/String.h"
 
 namespace vlgs {
 

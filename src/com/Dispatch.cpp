@@ -1,7 +1,7 @@
 #include "com/Face.h"
 
 #include "automation/ClassDescription.h"
-#include "automation/Error.h"
+#include "base/Error.h"
 #include "com/Failure.h"
 #include "com/References.h"
 #include "com/Values.h"

@@ -1,6 +1,6 @@
 #include "com/Events.h"
 
-#include "automation/Error.h"
+#include "base/Error.h"
 #include "com/Failure.h"
 #include "com/Values.h"
 

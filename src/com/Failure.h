@@ -4,7 +4,7 @@
 
 #include "com/Ole.h"
 
-#include "automation/Error.h"
+#include "base/Error.h"
 
 namespace vlgs::com {
 

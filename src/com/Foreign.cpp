@@ -1,6 +1,6 @@
 #include "com/Foreign.h"
 
-#include "automation/Error.h"
+#include "base/Error.h"
 #include "com/Failure.h"
 #include "com/References.h"
 #include "com/ThreadState.h"

@@ -15,8 +15,8 @@
 #include <ocidl.h>
 #include <oleauto.h>
 
-#include "automation/Guid.h"
-#include "automation/String.h"
+#include "base/Guid.h"
+#include "base/String.h"
 
 #include <cstring>
 #include <new>

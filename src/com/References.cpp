@@ -1,6 +1,6 @@
 #include "com/References.h"
 
-#include "automation/Error.h"
+#include "base/Error.h"
 #include "com/EnumVariant.h"
 #include "com/Face.h"
 #include "com/Foreign.h"

@@ -1,7 +1,7 @@
 #include "com/Registration.h"
 
 #include "automation/ClassInfo.h"
-#include "automation/Text.h"
+#include "base/Text.h"
 #include "com/Failure.h"
 #include "com/TypeLibrary.h"
 #include "library/Classes.h"

@@ -1,6 +1,6 @@
 #include "com/TypeLibrary.h"
 
-#include "automation/Error.h"
+#include "base/Error.h"
 #include "com/Failure.h"
 #include "com/ThreadState.h"
 #include "library/Classes.h"

@@ -3,9 +3,9 @@
 
 #include "com/Ole.h"
 
-#include "automation/Guid.h"
 #include "automation/Record.h"
 #include "automation/Variant.h"
+#include "base/Guid.h"
 
 namespace vlgs::com {
 

@@ -1,7 +1,7 @@
 #include "com/Values.h"
 
 #include "automation/Convert.h"
-#include "automation/Error.h"
+#include "base/Error.h"
 #include "com/Failure.h"
 #include "com/References.h"
 #include "com/TypeLibrary.h"

@@ -1,9 +1,9 @@
 #include "conversion/AttributeValues.h"
 
 #include "automation/Convert.h"
-#include "automation/Dates.h"
 #include "automation/NumberFormat.h"
-#include "automation/Text.h"
+#include "base/Dates.h"
+#include "base/Text.h"
 #include "conversion/InnermostSource.h"
 #include "conversion/LocaleSettings.h"
 #include "conversion/MaskedReplace.h"

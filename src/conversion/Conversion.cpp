@@ -2,7 +2,7 @@
 
 #include "automation/Convert.h"
 #include "automation/DateFormat.h"
-#include "automation/Dates.h"
+#include "base/Dates.h"
 #include "conversion/RevisionNumbers.h"
 #include "conversion/Timestamps.h"
 #include "platform/Clock.h"

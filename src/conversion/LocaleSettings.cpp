@@ -1,7 +1,7 @@
 #include "conversion/LocaleSettings.h"
 
-#include "automation/CaseFold.h"
-#include "automation/Text.h"
+#include "base/CaseFold.h"
+#include "base/Text.h"
 #include "platform/Locale.h"
 
 #include <string>

@@ -1,6 +1,6 @@
 #include "conversion/MaskedReplace.h"
 
-#include "automation/CaseFold.h"
+#include "base/CaseFold.h"
 
 #include <algorithm>
 

@@ -1,7 +1,7 @@
 // Replacement that spares what earlier replacements produced.
 #pragma once
 
-#include "automation/String.h"
+#include "base/String.h"
 
 #include <string>
 

@@ -1,9 +1,9 @@
 #include "conversion/RevisionNumbers.h"
 
-#include "automation/CaseFold.h"
 #include "automation/Convert.h"
 #include "automation/NumberText.h"
-#include "automation/Text.h"
+#include "base/CaseFold.h"
+#include "base/Text.h"
 #include "conversion/InnermostSource.h"
 #include "conversion/LocaleSettings.h"
 #include "frame/Errors.h"

@@ -1,6 +1,6 @@
 #include "dde/DDE.h"
 
-#include "automation/Error.h"
+#include "base/Error.h"
 #include "frame/SharedState.h"
 
 namespace vlgs {

@@ -1,8 +1,8 @@
 #include "files/ConnectionString.h"
 
-#include "automation/CaseFold.h"
 #include "automation/Convert.h"
-#include "automation/Text.h"
+#include "base/CaseFold.h"
+#include "base/Text.h"
 #include "files/ProjectFiles.h"
 #include "frame/Errors.h"
 #include "ini/PathParts.h"

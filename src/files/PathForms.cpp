@@ -1,8 +1,8 @@
 #include "files/PathForms.h"
 
 #include "automation/Convert.h"
-#include "automation/Error.h"
-#include "automation/Text.h"
+#include "base/Error.h"
+#include "base/Text.h"
 #include "frame/Errors.h"
 
 #include <string>

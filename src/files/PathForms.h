@@ -6,7 +6,7 @@
 #pragma once
 
 #include "automation/Array.h"
-#include "automation/String.h"
+#include "base/String.h"
 
 #include <string_view>
 

@@ -1,7 +1,7 @@
 #include "files/PathTranslation.h"
 
-#include "automation/CaseFold.h"
-#include "automation/Text.h"
+#include "base/CaseFold.h"
+#include "base/Text.h"
 #include "files/PathForms.h"
 #include "frame/Errors.h"
 #include "ini/PathParts.h"

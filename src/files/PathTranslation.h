@@ -2,7 +2,7 @@
 // other.
 #pragma once
 
-#include "automation/String.h"
+#include "base/String.h"
 
 namespace vlgs {
 

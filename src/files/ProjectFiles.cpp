@@ -1,7 +1,7 @@
 #include "files/ProjectFiles.h"
 
-#include "automation/CaseFold.h"
-#include "automation/Text.h"
+#include "base/CaseFold.h"
+#include "base/Text.h"
 #include "frame/Errors.h"
 #include "general/GUID.h"
 #include "ini/INIText.h"

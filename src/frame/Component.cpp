@@ -1,8 +1,8 @@
 #include "frame/Component.h"
 
-#include "automation/CaseFold.h"
 #include "automation/ClassInfo.h"
-#include "automation/Text.h"
+#include "base/CaseFold.h"
+#include "base/Text.h"
 #include "frame/Errors.h"
 #include "frame/SharedState.h"
 #include "platform/Module.h"

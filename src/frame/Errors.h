@@ -1,8 +1,8 @@
 // How the component raises its numbered errors: number, source, and a description from the message catalogue.
 #pragma once
 
-#include "automation/Error.h"
-#include "automation/String.h"
+#include "base/Error.h"
+#include "base/String.h"
 #include "frame/MessageCatalogue.h"
 #include "frame/Messages.h"
 

@@ -1,6 +1,6 @@
 #include "frame/MessageCatalogue.h"
 
-#include "automation/Error.h"
+#include "base/Error.h"
 
 namespace vlgs {
 

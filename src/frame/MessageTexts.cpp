@@ -1,9 +1,9 @@
 #include "frame/MessageTexts.h"
 
-#include "automation/CaseFold.h"
 #include "automation/Convert.h"
-#include "automation/Error.h"
-#include "automation/Text.h"
+#include "base/CaseFold.h"
+#include "base/Error.h"
+#include "base/Text.h"
 #include "platform/Locale.h"
 
 #include <optional>

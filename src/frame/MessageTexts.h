@@ -5,7 +5,7 @@
 // begins at n * 12000, and a message has its own number plus that.
 #pragma once
 
-#include "automation/String.h"
+#include "base/String.h"
 #include "platform/StringResources.h"
 
 #include <cstdint>

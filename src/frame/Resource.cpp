@@ -1,6 +1,6 @@
 #include "frame/Resource.h"
 
-#include "automation/Text.h"
+#include "base/Text.h"
 #include "platform/Locale.h"
 
 #include <algorithm>

@@ -1,6 +1,6 @@
 #include "frame/SharedState.h"
 
-#include "automation/Error.h"
+#include "base/Error.h"
 
 #include <limits>
 

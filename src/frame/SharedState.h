@@ -3,7 +3,7 @@
 #pragma once
 
 #include "automation/Object.h"
-#include "automation/String.h"
+#include "base/String.h"
 #include "frame/MessageCatalogue.h"
 
 #include <cstdint>

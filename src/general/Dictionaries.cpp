@@ -3,8 +3,8 @@
 #include "automation/Array.h"
 #include "automation/Convert.h"
 #include "automation/Dictionary.h"
-#include "automation/Error.h"
 #include "automation/LateBound.h"
+#include "base/Error.h"
 #include "general/Arrays.h"
 
 #include <vector>

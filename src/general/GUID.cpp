@@ -1,6 +1,6 @@
 #include "general/GUID.h"
 
-#include "automation/Error.h"
+#include "base/Error.h"
 #include "platform/ComponentRegistration.h"
 #include "platform/Guid.h"
 

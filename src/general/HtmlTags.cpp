@@ -1,6 +1,6 @@
 #include "general/HtmlTags.h"
 
-#include "automation/CaseFold.h"
+#include "base/CaseFold.h"
 
 #include <array>
 #include <cstdint>

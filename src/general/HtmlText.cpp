@@ -1,8 +1,8 @@
 #include "general/HtmlText.h"
 
-#include "automation/CaseFold.h"
 #include "automation/Convert.h"
-#include "automation/Error.h"
+#include "base/CaseFold.h"
+#include "base/Error.h"
 #include "general/HtmlTags.h"
 
 #include <limits>

@@ -1,11 +1,11 @@
 #include "general/Lists.h"
 
 #include "automation/Array.h"
-#include "automation/CaseFold.h"
 #include "automation/Convert.h"
-#include "automation/Error.h"
 #include "automation/LateBound.h"
-#include "automation/Text.h"
+#include "base/CaseFold.h"
+#include "base/Error.h"
+#include "base/Text.h"
 #include "platform/CodePage.h"
 
 #include <algorithm>

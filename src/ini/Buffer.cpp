@@ -1,7 +1,7 @@
 #include "ini/Buffer.h"
 
-#include "automation/CaseFold.h"
-#include "automation/Text.h"
+#include "base/CaseFold.h"
+#include "base/Text.h"
 #include "platform/CodePage.h"
 
 #include <algorithm>

@@ -1,7 +1,7 @@
 #include "ini/INIText.h"
 
 #include "automation/Convert.h"
-#include "automation/Text.h"
+#include "base/Text.h"
 #include "frame/Errors.h"
 #include "ini/Buffer.h"
 #include "ini/LineParser.h"

@@ -1,6 +1,6 @@
 #include "ini/LineParser.h"
 
-#include "automation/Text.h"
+#include "base/Text.h"
 
 namespace vlgs {
 

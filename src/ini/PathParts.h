@@ -2,7 +2,7 @@
 // separates folders, so a host's own path with slashes is all name.
 #pragma once
 
-#include "automation/String.h"
+#include "base/String.h"
 
 #include <string_view>
 

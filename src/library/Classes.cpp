@@ -1,8 +1,8 @@
 #include "library/Classes.h"
 
-#include "automation/CaseFold.h"
 #include "automation/ClassDescription.h"
-#include "automation/Error.h"
+#include "base/CaseFold.h"
+#include "base/Error.h"
 #include "platform/ComponentRegistration.h"
 
 #include <algorithm>

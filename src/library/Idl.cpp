@@ -1,7 +1,7 @@
 #include "library/Idl.h"
 
 #include "automation/ClassInfo.h"
-#include "automation/Error.h"
+#include "base/Error.h"
 #include "library/Classes.h"
 #include "library/LibraryIdentity.h"
 #include "platform/Guid.h"

@@ -1,7 +1,7 @@
 // What identifies the component's type library. Fixed for ever.
 #pragma once
 
-#include "automation/Guid.h"
+#include "base/Guid.h"
 
 namespace vlgs {
 

@@ -1,6 +1,6 @@
 #include "locking/CorvaTools.h"
 
-#include "automation/CaseFold.h"
+#include "base/CaseFold.h"
 #include "frame/Errors.h"
 #include "platform/CodePage.h"
 #include "platform/Files.h"

@@ -1,6 +1,6 @@
 #include "packager/PackedObjects.h"
 
-#include "automation/Error.h"
+#include "base/Error.h"
 
 #include <limits>
 

@@ -1,7 +1,7 @@
 // The present moment in the user's time zone.
 #pragma once
 
-#include "automation/Dates.h"
+#include "base/Dates.h"
 
 namespace vlgs {
 

@@ -4,7 +4,7 @@
 // Invariant: the first 128 codes of every page are the characters U+0000 to U+007F.
 #pragma once
 
-#include "automation/String.h"
+#include "base/String.h"
 
 #include <cstdint>
 #include <optional>

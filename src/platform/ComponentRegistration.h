@@ -4,8 +4,8 @@
 #pragma once
 
 #include "automation/ClassInfo.h"
-#include "automation/Guid.h"
-#include "automation/String.h"
+#include "base/Guid.h"
+#include "base/String.h"
 
 #include <optional>
 #include <span>

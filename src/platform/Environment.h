@@ -1,7 +1,7 @@
 // The process's environment.
 #pragma once
 
-#include "automation/String.h"
+#include "base/String.h"
 
 #include <optional>
 

@@ -8,7 +8,7 @@
 // anyone.
 #pragma once
 
-#include "automation/String.h"
+#include "base/String.h"
 
 #include <memory>
 

@@ -8,7 +8,7 @@
 // 75 any other failure. Content is bytes, kept in std::string.
 #pragma once
 
-#include "automation/String.h"
+#include "base/String.h"
 
 #include <cstdint>
 #include <functional>

@@ -1,8 +1,8 @@
 // Making GUIDs, and their text form "{XXXXXXXX-XXXX-XXXX-XXXX-XXXXXXXXXXXX}".
 #pragma once
 
-#include "automation/Guid.h"
-#include "automation/String.h"
+#include "base/Guid.h"
+#include "base/String.h"
 
 #include <optional>
 

@@ -6,7 +6,7 @@
 // Gregorian calendar is used, and the digits of patterns and separators are the ASCII ones.
 #pragma once
 
-#include "automation/String.h"
+#include "base/String.h"
 
 #include <cstdint>
 #include <optional>

@@ -1,7 +1,7 @@
 // Where the library itself lies: the loaded library file, or the program that contains the library.
 #pragma once
 
-#include "automation/String.h"
+#include "base/String.h"
 
 namespace vlgs {
 

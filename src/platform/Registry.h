@@ -9,7 +9,7 @@
 // up to 16383; the empty value name is the key's default value.
 #pragma once
 
-#include "automation/String.h"
+#include "base/String.h"
 
 #include <cstdint>
 #include <memory>

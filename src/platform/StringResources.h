@@ -1,7 +1,7 @@
 // The string resources of a resource file: texts by number, at most 65535.
 #pragma once
 
-#include "automation/String.h"
+#include "base/String.h"
 
 #include <cstdint>
 #include <memory>

@@ -12,7 +12,7 @@
 // the first in binary order is taken. Bytes of host names that are no UTF-8 appear as U+DC80 to U+DCFF.
 #pragma once
 
-#include "automation/String.h"
+#include "base/String.h"
 
 #include <cstdint>
 

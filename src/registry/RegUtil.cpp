@@ -1,7 +1,7 @@
 #include "registry/RegUtil.h"
 
 #include "automation/LateBound.h"
-#include "automation/Text.h"
+#include "base/Text.h"
 #include "registry/RegistryConversion.h"
 
 namespace vlgs {

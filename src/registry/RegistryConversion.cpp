@@ -2,8 +2,8 @@
 
 #include "automation/Array.h"
 #include "automation/Convert.h"
-#include "automation/Error.h"
-#include "automation/Text.h"
+#include "base/Error.h"
+#include "base/Text.h"
 #include "platform/CodePage.h"
 
 #include <algorithm>

@@ -1,5 +1,5 @@
-#include "automation/CaseFold.h"
 #include "automation/OrderedCollection.h"
+#include "base/CaseFold.h"
 #include "viewprops/Failures.h"
 #include "viewprops/PropertyString.h"
 #include "viewprops/QuotedText.h"

@@ -5,7 +5,7 @@
 // replaced one after the other.
 #pragma once
 
-#include "automation/String.h"
+#include "base/String.h"
 
 namespace vlgs {
 

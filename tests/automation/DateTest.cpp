@@ -1,6 +1,6 @@
 #include "automation/DateFormat.h"
 #include "automation/DateText.h"
-#include "automation/Dates.h"
+#include "base/Dates.h"
 #include "support/Raised.h"
 #include "support/UserLocale.h"
 

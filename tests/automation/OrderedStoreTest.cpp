@@ -1,7 +1,7 @@
 #include "automation/OrderedStore.h"
 
-#include "automation/CaseFold.h"
-#include "automation/Text.h"
+#include "base/CaseFold.h"
+#include "base/Text.h"
 
 #include <gtest/gtest.h>
 

@@ -1,7 +1,7 @@
 #include "automation/Variant.h"
 #include "automation/Array.h"
 #include "automation/Convert.h"
-#include "automation/Error.h"
+#include "base/Error.h"
 #include "support/Raised.h"
 
 #include <gtest/gtest.h>

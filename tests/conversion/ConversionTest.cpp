@@ -1,6 +1,6 @@
 #include "conversion/Conversion.h"
-#include "automation/Dates.h"
 #include "automation/LateBound.h"
+#include "base/Dates.h"
 #include "conversion/MaskedReplace.h"
 #include "conversion/RevisionNumbers.h"
 #include "platform/Locale.h"

@@ -1,4 +1,4 @@
-#include "automation/Text.h"
+#include "base/Text.h"
 #include "files/ConnectionString.h"
 #include "files/Files.h"
 #include "platform/FileHold.h"

@@ -1,7 +1,7 @@
 #include "frame/Resource.h"
 
 #include "automation/LateBound.h"
-#include "automation/Text.h"
+#include "base/Text.h"
 #include "frame/Messages.h"
 #include "platform/CodePage.h"
 #include "support/Raised.h"

@@ -1,6 +1,6 @@
 #include "general/GUID.h"
 
-#include "automation/Error.h"
+#include "base/Error.h"
 
 #include <gtest/gtest.h>
 

@@ -1,7 +1,7 @@
 #include "library/Classes.h"
 
-#include "automation/CaseFold.h"
-#include "automation/Error.h"
+#include "base/CaseFold.h"
+#include "base/Error.h"
 
 #include <gtest/gtest.h>
 

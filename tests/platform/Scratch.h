@@ -1,8 +1,8 @@
 // A folder of its own for a test, and work done in another process.
 #pragma once
 
-#include "automation/Error.h"
-#include "automation/String.h"
+#include "base/Error.h"
+#include "base/String.h"
 #include "platform/Volumes.h"
 
 #include <cstdlib>

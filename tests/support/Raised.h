@@ -1,7 +1,7 @@
 // What an action raises, for tests: `EXPECT_EQ(raised([&] { files->Path(…); }).number, 76)`.
 #pragma once
 
-#include "automation/Error.h"
+#include "base/Error.h"
 
 #include <cstdint>
 #include <ostream>

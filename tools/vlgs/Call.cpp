@@ -3,9 +3,9 @@
 #include "HostText.h"
 #include "Misuse.h"
 #include "Print.h"
-#include "automation/CaseFold.h"
-#include "automation/Error.h"
 #include "automation/LateBound.h"
+#include "base/CaseFold.h"
+#include "base/Error.h"
 #include "library/Classes.h"
 
 #include <algorithm>

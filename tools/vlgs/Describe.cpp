@@ -1,7 +1,7 @@
 #include "Describe.h"
 
 #include "Misuse.h"
-#include "automation/CaseFold.h"
+#include "base/CaseFold.h"
 #include "library/Classes.h"
 
 #include <algorithm>

@@ -2,7 +2,7 @@
 // as in the library's file names, so that every name of the host can be said and comes back as it was.
 #pragma once
 
-#include "automation/String.h"
+#include "base/String.h"
 
 #include <string>
 #include <string_view>

@@ -4,9 +4,9 @@
 #include "automation/Array.h"
 #include "automation/ClassInfo.h"
 #include "automation/Convert.h"
-#include "automation/Error.h"
 #include "automation/LateBound.h"
 #include "automation/Record.h"
+#include "base/Error.h"
 
 #include <charconv>
 #include <cmath>

@@ -4,7 +4,7 @@
 #include "Describe.h"
 #include "HostText.h"
 #include "Misuse.h"
-#include "automation/Error.h"
+#include "base/Error.h"
 #include "library/Idl.h"
 
 #include <iostream>

@@ -1,6 +1,6 @@
 #include "platform/Clock.h"
 
-#include "automation/Error.h"
+#include "base/Error.h"
 
 #include <ctime>
 

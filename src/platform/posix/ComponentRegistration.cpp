@@ -1,7 +1,7 @@
 #include "platform/ComponentRegistration.h"
 
-#include "automation/CaseFold.h"
-#include "automation/Text.h"
+#include "base/CaseFold.h"
+#include "base/Text.h"
 #include "platform/Guid.h"
 #include "platform/Registry.h"
 

@@ -1,6 +1,6 @@
 #include "platform/Files.h"
 
-#include "automation/Error.h"
+#include "base/Error.h"
 #include "platform/posix/Attributes.h"
 #include "platform/posix/Descriptor.h"
 #include "platform/posix/HostError.h"

@@ -1,7 +1,7 @@
 #include "platform/Files.h"
 
-#include "automation/CaseFold.h"
-#include "automation/Error.h"
+#include "base/CaseFold.h"
+#include "base/Error.h"
 #include "platform/posix/Attributes.h"
 #include "platform/posix/Descriptor.h"
 #include "platform/posix/FolderStream.h"

@@ -1,8 +1,8 @@
 #include "platform/posix/FullName.h"
 
-#include "automation/CaseFold.h"
-#include "automation/Error.h"
-#include "automation/Text.h"
+#include "base/CaseFold.h"
+#include "base/Error.h"
+#include "base/Text.h"
 #include "platform/posix/HostPath.h"
 
 #include <algorithm>

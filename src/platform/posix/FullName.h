@@ -1,7 +1,7 @@
 // The absolute form of a path, by text alone.
 #pragma once
 
-#include "automation/String.h"
+#include "base/String.h"
 
 #include <optional>
 #include <string>

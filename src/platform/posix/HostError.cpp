@@ -1,6 +1,6 @@
 #include "platform/posix/HostError.h"
 
-#include "automation/Error.h"
+#include "base/Error.h"
 #include "platform/posix/HostPath.h"
 
 #include <cerrno>

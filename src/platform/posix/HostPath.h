@@ -1,7 +1,7 @@
 // The way from library paths to host paths and back.
 #pragma once
 
-#include "automation/String.h"
+#include "base/String.h"
 #include "platform/posix/FullName.h"
 
 #include <string>

@@ -1,6 +1,6 @@
 #include "platform/posix/RandomBytes.h"
 
-#include "automation/Error.h"
+#include "base/Error.h"
 
 #include <unistd.h>
 

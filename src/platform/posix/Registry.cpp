@@ -1,6 +1,6 @@
 #include "platform/Registry.h"
 
-#include "automation/Text.h"
+#include "base/Text.h"
 #include "platform/CodePage.h"
 #include "platform/posix/RegistryFile.h"
 

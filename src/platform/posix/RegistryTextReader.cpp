@@ -1,5 +1,5 @@
-#include "automation/CaseFold.h"
-#include "automation/Text.h"
+#include "base/CaseFold.h"
+#include "base/Text.h"
 #include "platform/CodePage.h"
 #include "platform/posix/RegistryText.h"
 #include "platform/posix/RegistryTextForm.h"

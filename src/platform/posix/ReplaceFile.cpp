@@ -4,7 +4,7 @@
 // next finds that his file lies there no longer and opens the new one.
 #include "platform/Files.h"
 
-#include "automation/Error.h"
+#include "base/Error.h"
 #include "platform/posix/Attributes.h"
 #include "platform/posix/Descriptor.h"
 #include "platform/posix/HostError.h"

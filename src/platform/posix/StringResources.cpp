@@ -2,8 +2,8 @@
 // the others, which are read when a number of theirs is wanted first.
 #include "platform/StringResources.h"
 
-#include "automation/CaseFold.h"
-#include "automation/Error.h"
+#include "base/CaseFold.h"
+#include "base/Error.h"
 #include "platform/Files.h"
 #include "platform/Module.h"
 

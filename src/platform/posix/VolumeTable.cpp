@@ -1,7 +1,7 @@
 #include "platform/posix/HostPath.h"
 
-#include "automation/CaseFold.h"
-#include "automation/Error.h"
+#include "base/CaseFold.h"
+#include "base/Error.h"
 
 #include <cstdlib>
 #include <memory>

@@ -1,6 +1,6 @@
 #include "platform/Volumes.h"
 
-#include "automation/Error.h"
+#include "base/Error.h"
 #include "platform/posix/Descriptor.h"
 #include "platform/posix/HostPath.h"
 

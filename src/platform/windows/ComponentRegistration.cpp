@@ -1,6 +1,6 @@
 #include "platform/ComponentRegistration.h"
 
-#include "automation/CaseFold.h"
+#include "base/CaseFold.h"
 #include "platform/Guid.h"
 #include "platform/windows/Host.h"
 

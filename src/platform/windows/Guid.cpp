@@ -1,6 +1,6 @@
 #include "platform/Guid.h"
 
-#include "automation/Error.h"
+#include "base/Error.h"
 #include "platform/windows/Host.h"
 
 #include <cstring>

@@ -1,6 +1,6 @@
 #include "platform/windows/Host.h"
 
-#include "automation/Error.h"
+#include "base/Error.h"
 
 namespace vlgs::windows {
 

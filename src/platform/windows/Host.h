@@ -9,7 +9,7 @@
 #endif
 #include <windows.h>
 
-#include "automation/String.h"
+#include "base/String.h"
 
 #include <utility>
 #include <vector>

@@ -1,7 +1,7 @@
 // Replacing a file's content: a new file beside it takes its name, so that there is never half a file.
 #include "platform/Files.h"
 
-#include "automation/Error.h"
+#include "base/Error.h"
 #include "platform/Guid.h"
 #include "platform/windows/FileSecurity.h"
 #include "platform/windows/Host.h"

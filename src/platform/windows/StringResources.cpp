@@ -1,7 +1,7 @@
 // String resources of a library file, which is loaded as data only.
 #include "platform/StringResources.h"
 
-#include "automation/Error.h"
+#include "base/Error.h"
 #include "platform/windows/Host.h"
 
 namespace vlgs {

@@ -1,7 +1,7 @@
 // The run time's conversions against the operating system's own, over generated inputs, with the number and
 // date signs of three locales.
 #include "automation/Convert.h"
-#include "automation/Error.h"
+#include "base/Error.h"
 #include "com/Ole.h"
 
 #include <gtest/gtest.h>

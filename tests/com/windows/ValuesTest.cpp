@@ -1,7 +1,7 @@
 // Values across the boundary and back.
 #include "com/Values.h"
 #include "automation/Convert.h"
-#include "automation/Error.h"
+#include "base/Error.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "automation/KeyedHash.h"
+#include "base/KeyedHash.h"
 
 #include <cstring>
 #include <random>

@@ -1,6 +1,6 @@
-#include "automation/CaseFold.h"
+#include "base/CaseFold.h"
 
-#include "automation/KeyedHash.h"
+#include "base/KeyedHash.h"
 
 #include <algorithm>
 #include <cstring>
@@ -10,7 +10,7 @@ namespace vlgs {
 
 namespace {
 
-#include "automation/case_fold_data.inc"
+#include "base/case_fold_data.inc"
 
 constexpr bool isHighSurrogate(char16_t unit) {
     return (unit & 0xFC00) == 0xD800;

@@ -1,4 +1,4 @@
-#include "automation/String.h"
+#include "base/String.h"
 
 #include <algorithm>
 #include <limits>

@@ -1,4 +1,4 @@
-#include "automation/Text.h"
+#include "base/Text.h"
 
 #include <string>
 

@@ -2,11 +2,16 @@
 // calendar, years 100 to 9999, moments in whole seconds.
 #pragma once
 
-#include "automation/Variant.h"
-
 #include <cstdint>
 
 namespace vlgs {
+
+/// A moment as automation holds it: days since 30 December 1899. The fraction is the time of day, also for a
+/// negative day count (-1.25 is 29 December 1899, 06:00).
+struct Date {
+    double days = 0;
+    friend bool operator==(Date, Date) = default;
+};
 
 struct DateParts {
     int year = 1899;

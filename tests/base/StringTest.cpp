@@ -1,5 +1,5 @@
-#include "automation/String.h"
-#include "automation/Text.h"
+#include "base/String.h"
+#include "base/Text.h"
 
 #include <gtest/gtest.h>
 

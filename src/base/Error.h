@@ -1,7 +1,7 @@
 // The one exception type. A failure has a signed 32-bit number, the source that raised it and a description.
 #pragma once
 
-#include "automation/String.h"
+#include "base/String.h"
 
 #include <cstdint>
 #include <exception>

@@ -1,4 +1,4 @@
-#include "automation/Error.h"
+#include "base/Error.h"
 
 #include <utility>
 

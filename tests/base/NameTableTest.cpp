@@ -1,6 +1,6 @@
-#include "automation/NameTable.h"
+#include "base/NameTable.h"
 
-#include "automation/CaseFold.h"
+#include "base/CaseFold.h"
 
 #include <gtest/gtest.h>
 

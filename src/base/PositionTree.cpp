@@ -1,4 +1,4 @@
-#include "automation/PositionTree.h"
+#include "base/PositionTree.h"
 
 #include <algorithm>
 

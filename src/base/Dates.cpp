@@ -1,6 +1,6 @@
-#include "automation/Dates.h"
+#include "base/Dates.h"
 
-#include "automation/Error.h"
+#include "base/Error.h"
 
 #include <cmath>
 

@@ -2,7 +2,7 @@
 // on every host. "Ä" equals "ä", "ß" does not equal "ss" (that would need full folding).
 #pragma once
 
-#include "automation/String.h"
+#include "base/String.h"
 
 #include <cstdint>
 

@@ -1,4 +1,4 @@
-#include "automation/CaseFold.h"
+#include "base/CaseFold.h"
 
 #include <gtest/gtest.h>
 

@@ -2,7 +2,7 @@
 // Comparison without regard to case stands in CaseFold.h.
 #pragma once
 
-#include "automation/String.h"
+#include "base/String.h"
 
 #include <vector>
 

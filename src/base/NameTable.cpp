@@ -1,4 +1,4 @@
-#include "automation/NameTable.h"
+#include "base/NameTable.h"
 
 #include <bit>
 #include <cstring>
