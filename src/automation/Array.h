@@ -34,7 +34,7 @@ class ArrayData {
     ArrayElements elements;
 };
 
-class Array {
+class VLGS_API Array {
   public:
     static constexpr std::size_t maximumDimensions = 60;
 

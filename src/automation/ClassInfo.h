@@ -81,7 +81,7 @@ struct ClassHeader {
     GuidValue eventInterfaceId = {};
 };
 
-class ClassInfo {
+class VLGS_API ClassInfo {
   public:
     static constexpr std::size_t maximumParameters = 16;
 

@@ -10,27 +10,27 @@
 
 namespace vlgs {
 
-String toText(const Variant& value);
-std::int32_t toLong(const Variant& value);
-std::int16_t toInteger(const Variant& value);
-std::uint8_t toByte(const Variant& value);
-float toSingle(const Variant& value);
-double toDouble(const Variant& value);
-bool toBoolean(const Variant& value);
-Date toDate(const Variant& value);
-Currency toCurrency(const Variant& value);
-Decimal toDecimal(const Variant& value);
+VLGS_API String toText(const Variant& value);
+VLGS_API std::int32_t toLong(const Variant& value);
+VLGS_API std::int16_t toInteger(const Variant& value);
+VLGS_API std::uint8_t toByte(const Variant& value);
+VLGS_API float toSingle(const Variant& value);
+VLGS_API double toDouble(const Variant& value);
+VLGS_API bool toBoolean(const Variant& value);
+VLGS_API Date toDate(const Variant& value);
+VLGS_API Currency toCurrency(const Variant& value);
+VLGS_API Decimal toDecimal(const Variant& value);
 /// An object reference, or none; raises 13 for anything that is no object.
-Ref<Object> toObject(const Variant& value);
+VLGS_API Ref<Object> toObject(const Variant& value);
 
 /// The value as that type, element types of arrays included: `changeType(value, VarType::Long)`.
-Variant changeType(const Variant& value, VarType type);
+VLGS_API Variant changeType(const Variant& value, VarType type);
 
 /// The run time's numeric test: numbers, Booleans, Empty, and texts that convert to a number. A Date is not
 /// numeric. Never raises.
-bool isNumeric(const Variant& value);
+VLGS_API bool isNumeric(const Variant& value);
 
 /// A number rounded to a whole one, halves to the even neighbour.
-double roundHalfToEven(double value) noexcept;
+VLGS_API double roundHalfToEven(double value) noexcept;
 
 } // namespace vlgs

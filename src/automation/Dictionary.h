@@ -14,7 +14,7 @@
 
 namespace vlgs {
 
-class Dictionary final : public Object {
+class VLGS_API Dictionary final : public Object {
   public:
     static constexpr auto describe() {
         return describeClass<Dictionary>(

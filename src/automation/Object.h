@@ -46,7 +46,7 @@ struct Arguments {
 
 /// Objects are created by `make<T>` and live while a Ref holds them. They are used only on the thread that
 /// made them, so the count is a plain number.
-class Object {
+class VLGS_API Object {
   public:
     Object(const Object&) = delete;
     Object& operator=(const Object&) = delete;
@@ -136,7 +136,7 @@ Ref<T> make(Args&&... args) {
 }
 
 /// What an enumeration member hands out: the members of a collection, one after the other.
-class Enumerator : public Object {
+class VLGS_API Enumerator : public Object {
   public:
     /// Moves to the next member and stores it in `item`; false, with `item` untouched, behind the last one.
     virtual bool next(Variant& item) = 0;

@@ -7,7 +7,7 @@
 
 namespace vlgs {
 
-class OrderedCollection final : public Object {
+class VLGS_API OrderedCollection final : public Object {
   public:
     static constexpr auto describe() {
         return describeClass<OrderedCollection>(

@@ -19,7 +19,7 @@ struct RecordInfo {
     std::span<const std::string_view> fields;
 };
 
-class Record : public Object {
+class VLGS_API Record : public Object {
   public:
     Record(const RecordInfo& info, std::vector<Variant> fields) : info_(info), fields_(std::move(fields)) {}
     const RecordInfo& info() const noexcept { return info_; }

@@ -73,7 +73,7 @@ inline constexpr NullValue null;
 inline constexpr MissingValue missing;
 inline constexpr std::int32_t parameterNotFound = -2147352572; // 0x80020004, the automation status
 
-class Variant {
+class VLGS_API Variant {
   public:
     Variant() noexcept = default;
     Variant(NullValue) noexcept { type_ = VarType::Null; }

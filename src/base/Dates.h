@@ -2,6 +2,8 @@
 // calendar, years 100 to 9999, moments in whole seconds.
 #pragma once
 
+#include "base/Export.h"
+
 #include <cstdint>
 
 namespace vlgs {
@@ -24,30 +26,30 @@ struct DateParts {
 };
 
 /// Whether such a day exists: year 100 to 9999, month 1 to 12, day 1 to the month's length.
-bool isDay(int year, int month, int day) noexcept;
+VLGS_API bool isDay(int year, int month, int day) noexcept;
 
 /// The parts of a moment, rounded to the second. Raises 6 for a day count outside the years 100 to 9999.
-DateParts partsOf(Date date);
+VLGS_API DateParts partsOf(Date date);
 
 /// The moment of the parts. REQUIRES: the day exists, the time lies between 00:00:00 and 23:59:59.
-Date dateOf(const DateParts& parts) noexcept;
+VLGS_API Date dateOf(const DateParts& parts) noexcept;
 
 /// The day, without its time, and the time of day alone, as a moment of day 0.
-Date dayOf(Date date);
-Date timeOf(Date date);
+VLGS_API Date dayOf(Date date);
+VLGS_API Date timeOf(Date date);
 
 /// 1 (Sunday) to 7 (Saturday).
-int weekdayOf(Date date);
+VLGS_API int weekdayOf(Date date);
 /// 1 to 366.
-int dayOfYear(const DateParts& parts) noexcept;
+VLGS_API int dayOfYear(const DateParts& parts) noexcept;
 
 /// Moves by whole seconds or days. Raise 5 when the result lies outside the years 100 to 9999.
-Date addSeconds(Date date, std::int64_t seconds);
-Date addDays(Date date, std::int64_t days);
+VLGS_API Date addSeconds(Date date, std::int64_t seconds);
+VLGS_API Date addDays(Date date, std::int64_t days);
 
 /// Whole seconds, and midnights, from `from` to `to`.
-std::int64_t secondsBetween(Date from, Date to);
-std::int64_t daysBetween(Date from, Date to);
+VLGS_API std::int64_t secondsBetween(Date from, Date to);
+VLGS_API std::int64_t daysBetween(Date from, Date to);
 
 /// The year of a two-digit one: 0 to 29 are 2000 to 2029, 30 to 99 are 1930 to 1999.
 constexpr int fullYear(int twoDigits) noexcept {

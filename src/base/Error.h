@@ -41,7 +41,7 @@ enum class RunTimeError : std::int32_t {
 /// First number of the object-defined errors, 0x80040000.
 inline constexpr std::int32_t objectErrorBase = -2147221504;
 
-class Error : public std::exception {
+class VLGS_API Error : public std::exception {
   public:
     Error(std::int32_t number, String source, String description);
     /// A run-time error with the run time's own description and no source.
@@ -66,6 +66,6 @@ class Error : public std::exception {
 };
 
 /// Raises a run-time error: `raise(RunTimeError::TypeMismatch)`.
-[[noreturn]] void raise(RunTimeError number);
+[[noreturn]] VLGS_API void raise(RunTimeError number);
 
 } // namespace vlgs

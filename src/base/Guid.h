@@ -1,6 +1,8 @@
 // Identifiers of 16 bytes, as the class descriptions fix them at compile time.
 #pragma once
 
+#include "base/Export.h"
+
 #include <array>
 #include <cstdint>
 #include <string_view>

@@ -5,6 +5,8 @@
 // shares the block. Any character may occur in a text, NUL included.
 #pragma once
 
+#include "base/Export.h"
+
 #include <atomic>
 #include <compare>
 #include <cstddef>
@@ -22,7 +24,7 @@ namespace vlgs {
 /// scheme gives for the number, so that every text survives the way there and back.
 enum class LoneSurrogates { Replaced, Kept };
 
-class String {
+class VLGS_API String {
   public:
     constexpr String() noexcept = default;
     String(const char16_t* text) : String(std::u16string_view(text)) {}

@@ -33,6 +33,9 @@
 #ifdef __cplusplus
 extern "C" {
 #endif
+#ifdef __GNUC__
+#pragma GCC visibility push(default)
+#endif
 
 enum { VLGS_DONE = 0, VLGS_RAISED = 1 };
 
@@ -259,6 +262,9 @@ typedef struct vlgs_constant {
 /* The members of all enumerations: `index` counts from 0. Returns 0 behind the last one. */
 int vlgs_constant_describe(size_t index, vlgs_constant* out);
 
+#ifdef __GNUC__
+#pragma GCC visibility pop
+#endif
 #ifdef __cplusplus
 }
 #endif

@@ -7,7 +7,7 @@ namespace vlgs {
 
 /// Skipjack, each block of 8 characters by itself. Keys are texts of 20 hexadecimal digits and are not
 /// checked: pairs that are not hexadecimal, and missing ones, count as 0.
-class Cipher final : public Component {
+class VLGS_API Cipher final : public Component {
   public:
     static constexpr auto describe();
     static const ClassInfo& description();

@@ -8,7 +8,7 @@
 
 namespace vlgs {
 
-class Conversion final : public CountedComponent {
+class VLGS_API Conversion final : public CountedComponent {
   public:
     /// A locale item by its platform number, see `g_GetLocaleSetting`. Never raises.
     String GetLocaleSetting(std::int32_t lInfoType) const;

@@ -20,7 +20,7 @@ struct DDEEvents {
 
 /// What an object would do without a conversation to carry: a link is never open. Every member that needs one
 /// raises 1001, source "CheckLink".
-class DDE final : public Component {
+class VLGS_API DDE final : public Component {
   public:
     static constexpr auto describe();
     static const ClassInfo& description();

@@ -7,7 +7,7 @@
 
 namespace vlgs {
 
-class Files final : public CountedComponent {
+class VLGS_API Files final : public CountedComponent {
   public:
     ~Files() override;
 

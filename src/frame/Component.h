@@ -6,7 +6,7 @@
 
 namespace vlgs {
 
-class Component : public Object {
+class VLGS_API Component : public Object {
   public:
     /// "VlGeneralServices." and the name of the class.
     String ClassName() const;
@@ -23,7 +23,7 @@ class Component : public Object {
 };
 
 /// A class whose live objects keep the thread's message catalogue alive.
-class CountedComponent : public Component {
+class VLGS_API CountedComponent : public Component {
   protected:
     CountedComponent();
     ~CountedComponent() override;

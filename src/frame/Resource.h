@@ -32,7 +32,7 @@ VLGS_ENUMERATION(m_enumResourceFormat, "2d7f56ed-bf1a-4818-9ce9-3a3c035bbe3c", "
 String replaceParameters(const String& text, const Variant& params);
 
 /// Takes no part in the count of live objects. Creating one raises 53 when the resource file is not there.
-class Resource final : public Component {
+class VLGS_API Resource final : public Component {
   public:
     Resource();
 

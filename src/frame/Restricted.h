@@ -5,7 +5,7 @@
 
 namespace vlgs {
 
-class Restricted final : public CountedComponent {
+class VLGS_API Restricted final : public CountedComponent {
   public:
     static constexpr auto describe() {
         return describeClass<Restricted>({.name = "Restricted",

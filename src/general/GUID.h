@@ -6,7 +6,7 @@
 namespace vlgs {
 
 /// Failures carry fixed English descriptions; their numbers are 0x80040000 plus 4000 to 4005.
-class GUID final : public CountedComponent {
+class VLGS_API GUID final : public CountedComponent {
   public:
     static constexpr auto describe();
     static const ClassInfo& description();

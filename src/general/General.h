@@ -8,7 +8,7 @@
 namespace vlgs {
 
 /// Each member forwards to the routine of its name: Lists.h, Arrays.h, Dictionaries.h, HtmlText.h.
-class General final : public CountedComponent {
+class VLGS_API General final : public CountedComponent {
   public:
     static constexpr auto describe();
     static const ClassInfo& description();

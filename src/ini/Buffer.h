@@ -11,7 +11,7 @@
 
 namespace vlgs {
 
-class Buffer final : public Component {
+class VLGS_API Buffer final : public Component {
   public:
     /// The least number of bytes by which the store grows, 200 at first; a number below 1 sets 200.
     void SetChunkSize(std::int32_t lChunkSize);

@@ -7,7 +7,7 @@
 
 namespace vlgs {
 
-class Collection final : public CountedComponent {
+class VLGS_API Collection final : public CountedComponent {
   public:
     static constexpr auto describe() {
         return describeClass<Collection>(

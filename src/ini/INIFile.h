@@ -30,7 +30,7 @@ T* objectIn(const Variant* member) noexcept {
     return object && typeid(*object) == typeid(T) ? static_cast<T*>(object) : nullptr;
 }
 
-class INIFile final : public Component {
+class VLGS_API INIFile final : public Component {
   public:
     INIFile();
     /// Unlocks the file and, with `DelayedDelete`, deletes it.

@@ -5,7 +5,7 @@
 
 namespace vlgs {
 
-class Property final : public CountedComponent {
+class VLGS_API Property final : public CountedComponent {
   public:
     static constexpr auto describe() {
         return describeClass<Property>(

@@ -6,7 +6,7 @@
 
 namespace vlgs {
 
-class CorvaTools final : public CountedComponent {
+class VLGS_API CorvaTools final : public CountedComponent {
   public:
     static constexpr auto describe();
     static const ClassInfo& description();

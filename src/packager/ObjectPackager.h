@@ -13,7 +13,7 @@ namespace vlgs {
 /// A descriptor counts as no reference. It is of use on the thread that made it; there, a descriptor of an
 /// object of this library that has ended gives nothing. Of a caller's object only the signature is compared,
 /// so the caller must know that it lives. No value raises, and none disturbs the process.
-class ObjectPackager final : public CountedComponent {
+class VLGS_API ObjectPackager final : public CountedComponent {
   public:
     static constexpr auto describe();
     static const ClassInfo& description();

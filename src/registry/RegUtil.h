@@ -15,7 +15,7 @@ namespace vlgs {
 /// a key or value name without a character but blanks (these come first, and open no key), 13 for data that
 /// the type cannot hold, the number that a collection's `Add` answered or raised, else the registry's status
 /// code. A failure changes neither the path nor the RegValue that was given.
-class RegUtil final : public CountedComponent {
+class VLGS_API RegUtil final : public CountedComponent {
   public:
     static constexpr auto describe();
     static const ClassInfo& description();

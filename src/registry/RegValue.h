@@ -8,7 +8,7 @@ namespace vlgs {
 
 /// Holds whatever is put into it; `RegUtil::AddOrUpdateValue` tells what can be stored. A new one has the
 /// type 0, no name and the value Empty.
-class RegValue final : public CountedComponent {
+class VLGS_API RegValue final : public CountedComponent {
   public:
     static constexpr auto describe();
     static const ClassInfo& description();

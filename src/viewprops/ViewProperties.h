@@ -6,7 +6,7 @@
 
 namespace vlgs {
 
-class ViewProperties final : public CountedComponent {
+class VLGS_API ViewProperties final : public CountedComponent {
   public:
     static constexpr auto describe();
     static const ClassInfo& description();

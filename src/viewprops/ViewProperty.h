@@ -5,7 +5,7 @@
 
 namespace vlgs {
 
-class ViewProperty final : public CountedComponent {
+class VLGS_API ViewProperty final : public CountedComponent {
   public:
     static constexpr auto describe();
     static const ClassInfo& description();
