@@ -29,7 +29,8 @@ FILLED = {
            0xDE: 0xF892, 0xDF: 0xF893, 0xFB: 0xF894, 0xFC: 0xF895, 0xFF: 0xF896},
     1257: {0xA1: 0xF8FC, 0xA5: 0xF8FD},
 }
-SINGLE_BYTE = [437, 850, 852, 866, 874, 1250, 1251, 1252, 1253, 1254, 1255, 1256, 1257, 1258]
+SINGLE_BYTE = {page: f"cp{page}" for page in [437, 850, 852, 866, 874, *range(1250, 1259)]} | {
+    20866: "koi8-r", 28591: "iso8859-1", 28592: "iso8859-2", 28595: "iso8859-5", 28605: "iso8859-15"}
 
 # Codec, lead bytes, substitute, and the user-defined ranges (lead from, lead to, trail from, trail to) in the
 # order in which they take the private-use characters from U+E000 on.
@@ -137,8 +138,8 @@ def main():
             out.append("};")
         preferences[page] = f"preferences{page}" if preferred else "{}"
     out.append("constexpr Source sources[] = {")
-    for page in SINGLE_BYTE:
-        out.append(f"    {{{page}, u'?', {literal(single_bytes(page, f'cp{page}'))}, nullptr, {{}}}},")
+    for page, codec in SINGLE_BYTE.items():
+        out.append(f"    {{{page}, u'?', {literal(single_bytes(page, codec))}, nullptr, {{}}}},")
     for page, (codec, leads, substitute, _) in DOUBLE_BYTE.items():
         out.append(f"    {{{page}, u'{substitute}', {literal(single_bytes(page, codec, leads))}, rows{page}, "
                    f"{preferences[page]}}},")

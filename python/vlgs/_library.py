@@ -3,6 +3,7 @@
 import ctypes
 import glob
 import os
+import warnings
 from ctypes import (
     CFUNCTYPE,
     POINTER,
@@ -134,6 +135,7 @@ class Client(Structure):
 
 _FUNCTIONS = {
     "vlgs_version": (c_char_p,),
+    "vlgs_unknown_settings": (c_char_p,),
     "vlgs_last_error": (POINTER(RaisedError),),
     "vlgs_set_error": (None, c_int32, c_char_p, c_size_t, c_char_p, c_size_t),
     "vlgs_clear": (None, POINTER(Value), c_size_t),
@@ -215,3 +217,13 @@ def _load():
 
 
 library = _load()
+_told = set()
+
+
+def warn_of_unknown_settings():
+    """Tells once what the environment asks of the library and the library does not know."""
+    lines = library.vlgs_unknown_settings().decode()
+    if lines and lines not in _told:
+        _told.add(lines)
+        for line in lines.split("\n"):
+            warnings.warn(line, RuntimeWarning, stacklevel=3)

@@ -21,6 +21,7 @@ from ._library import (
     Type,
     Value,
     library,
+    warn_of_unknown_settings,
 )
 
 _READ = METHOD | GET
@@ -429,6 +430,7 @@ _values.register_reader(_values.OBJECT, _take_object)
 def Dispatch(progid):
     """Creates an object: Dispatch("VlGeneralServices.Files"). Raises 429 for a name that no class has and
     for a class that is only made by others."""
+    warn_of_unknown_settings()
     pointer = c_void_p()
     check(library.vlgs_create(progid.encode("utf-8", "surrogatepass"), byref(pointer)))
     return wrap(pointer.value)

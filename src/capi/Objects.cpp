@@ -1,8 +1,10 @@
 #include "automation/LateBound.h"
 #include "capi/Boundary.h"
 #include "library/Classes.h"
+#include "platform/Environment.h"
 
 #include <array>
+#include <string>
 #include <vector>
 
 using namespace vlgs;
@@ -10,6 +12,13 @@ using namespace vlgs::capi;
 
 const char* vlgs_version(void) {
     return VLGS_VERSION_TEXT;
+}
+
+const char* vlgs_unknown_settings(void) {
+    thread_local std::string lines;
+    lines.clear();
+    guarded([&] { lines = unknownSettings().toUtf8(); });
+    return lines.c_str();
 }
 
 int vlgs_create(const char* name, vlgs_object** out) {

@@ -42,6 +42,10 @@ enum { VLGS_DONE = 0, VLGS_RAISED = 1 };
 /* "9.1002.0.23" */
 const char* vlgs_version(void);
 
+/* What the environment asks of the library and the library does not know (VLGS_LOCALE, VLGS_CODEPAGE), a line
+ * for each variable; "" when there is nothing of the kind. Valid until the thread's next such call. */
+const char* vlgs_unknown_settings(void);
+
 /* ---- Errors --------------------------------------------------------------------------------------------*/
 
 typedef struct vlgs_error {

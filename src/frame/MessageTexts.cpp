@@ -96,7 +96,10 @@ std::int32_t MessageTexts::offsetOf(std::u16string_view languageCode,
         return *given;
     if (const auto standing = offset(languageOverride))
         return *standing;
-    return offset(Locale::user().name()).value_or(0);
+    for (const auto& wanted : messageLanguages())
+        if (const auto known = offset(wanted))
+            return *known;
+    return 0;
 }
 
 String MessageTexts::text(std::int32_t index, std::u16string_view languageCode,

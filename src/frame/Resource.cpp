@@ -39,10 +39,10 @@ const ClassInfo& Resource::description() {
 
 Resource::Resource()
     : texts_(messageResourceFile()),
-      languageEnglish_(Locale::user().item(englishLanguageName).value_or(String())) {}
+      languageEnglish_(Locale::system().item(englishLanguageName).value_or(String())) {}
 
 String Resource::LanguageNative() const {
-    const Locale locale = Locale::user();
+    const Locale locale = Locale::system();
     return cutAtNul(locale.text(LocaleItem::NativeLanguageName).substr(0, nativeNameBuffer - 1));
 }
 

@@ -17,8 +17,12 @@ namespace vlgs {
 class CodePage {
   public:
     /// The page in force at this moment. On Windows the system's (ANSI) page; on other hosts the one that
-    /// VLGS_CODEPAGE names, else the usual page of the user's locale.
+    /// VLGS_CODEPAGE names, else the usual page of the system's locale (Locale.h).
     static CodePage system();
+
+    /// The page of a number or name as users write it, without regard to case, "-", "_" and blanks: "1252",
+    /// "cp1252", "windows-1252", "ISO 8859-1", "KOI8-R", "UTF-8".
+    static std::optional<CodePage> named(std::string_view name);
 
     /// The page of a number (1252, 932, 65001 for UTF-8 …), nothing when this host does not know it.
     static std::optional<CodePage> find(unsigned number);

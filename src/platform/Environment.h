@@ -11,4 +11,8 @@ namespace vlgs {
 /// compared as the host does.
 std::optional<String> environmentVariable(std::u16string_view name);
 
+/// What the environment asks of the library and the library does not know, a line for each variable; "" when
+/// there is nothing of the kind. A face tells it to its user.
+String unknownSettings();
+
 } // namespace vlgs

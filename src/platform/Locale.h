@@ -42,6 +42,12 @@ enum class DateOrder { MonthDayYear = 0, DayMonthYear = 1, YearMonthDay = 2 };
 /// a day ("марта" where the name by itself is "март"; equal to the others in most languages).
 enum class NameForm { Full, Abbreviated, Genitive, AbbreviatedGenitive };
 
+/// The languages in which the user wants to read, the best one first, as language tags or in the form
+/// "de_DE.UTF-8@euro"; names that are no language may be among them. On Windows those of the user's
+/// interface; on other hosts those of LANGUAGE, a list separated by ":" (which LC_ALL=C switches off), then
+/// LC_ALL, LC_MESSAGES or LANG, then VLGS_LOCALE.
+std::vector<String> messageLanguages();
+
 /// One locale. A small value: copy it freely. The texts it hands out stay valid until the process ends.
 class Locale {
   public:
@@ -54,9 +60,17 @@ class Locale {
     /// next call.
     static Locale user();
 
+    /// The locale of the system itself, whatever formats the user has chosen: it goes with
+    /// `CodePage::system`. Where the host has none, VLGS_LOCALE names it, else LC_ALL, LC_CTYPE or LANG, else
+    /// it is en-US. An LC_CTYPE without a language (C, POSIX, C.UTF-8) leaves it to LANG.
+    static Locale system();
+
     /// The locale of a name in either form, without regard to case. An unknown region gives the language's
     /// own locale, an unknown language (and "C", "POSIX" and the empty name) en-US.
     static Locale named(std::string_view name);
+
+    /// Whether a name leads to a locale of its language, or asks for none ("C", "POSIX", the empty name).
+    static bool isKnown(std::string_view name);
 
     /// Every locale of this host.
     static std::vector<Locale> all();

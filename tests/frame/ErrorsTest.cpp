@@ -16,8 +16,8 @@ using test::raised;
 
 class ErrorsTest : public ::testing::Test {
   protected:
-    void SetUp() override { setenv("VLGS_LOCALE", "en-US", 1); }
-    void TearDown() override { unsetenv("VLGS_LOCALE"); }
+    void SetUp() override { setenv("LANGUAGE", "en", 1); }
+    void TearDown() override { unsetenv("LANGUAGE"); }
 };
 
 TEST_F(ErrorsTest, CarryNumberSourceAndTheCataloguesText) {

@@ -5,6 +5,7 @@
 #include "frame/Messages.h"
 #include "platform/CodePage.h"
 #include "support/Raised.h"
+#include "support/UserLocale.h"
 
 #include <gtest/gtest.h>
 
@@ -15,8 +16,8 @@ using test::raised;
 
 class ResourceTest : public ::testing::Test {
   protected:
-    void SetUp() override { setenv("VLGS_LOCALE", "en-US", 1); }
-    void TearDown() override { unsetenv("VLGS_LOCALE"); }
+    void SetUp() override { setenv("LANGUAGE", "en", 1); }
+    void TearDown() override { unsetenv("LANGUAGE"); }
 
     String text(std::int32_t index, const char16_t* language = u"") {
         return resource_->ResourceString(index, language);
@@ -59,10 +60,8 @@ TEST_F(ResourceTest, LanguageCodes) {
 }
 
 TEST_F(ResourceTest, WithoutALanguageTheOverrideAndThenTheUsersLanguageCount) {
-    setenv("VLGS_LOCALE", "fr-CH", 1);
+    setenv("LANGUAGE", "ja:fr_CH:de", 1);
     EXPECT_EQ(text(eMsg_InvalidFormat), text(eMsg_InvalidFormat, u"fr"));
-    EXPECT_EQ(resource_->LanguageNative(), u"français");
-    EXPECT_EQ(make<Resource>()->LanguageEnglish(), u"French");
     String code = u"de-CH";
     resource_->SetLanguageOverride(code);
     code = u"";
@@ -73,6 +72,12 @@ TEST_F(ResourceTest, WithoutALanguageTheOverrideAndThenTheUsersLanguageCount) {
     code = u"ja";
     resource_->SetLanguageOverride(code);
     EXPECT_EQ(text(eMsg_InvalidFormat), text(eMsg_InvalidFormat, u"fr"));
+}
+
+TEST_F(ResourceTest, NamesTheLanguageOfTheSystem) {
+    const test::UserLocale swiss("fr-CH");
+    EXPECT_EQ(resource_->LanguageNative(), u"français");
+    EXPECT_EQ(make<Resource>()->LanguageEnglish(), u"French");
 }
 
 TEST_F(ResourceTest, LimitsOfTheIndex) {

@@ -5,8 +5,8 @@
 namespace vlgs {
 namespace {
 
-constexpr unsigned singleBytePages[] = {437,  850,  852,  866,  874,  1250, 1251,
-                                        1252, 1253, 1254, 1255, 1256, 1257, 1258};
+constexpr unsigned singleBytePages[] = {437,  850,  852,  866,  874,   1250,  1251,  1252,  1253, 1254,
+                                        1255, 1256, 1257, 1258, 20866, 28591, 28592, 28595, 28605};
 constexpr unsigned doubleBytePages[] = {932, 936, 949, 950};
 
 std::string allBytes() {
@@ -68,6 +68,9 @@ constexpr Mapping mappings[] = {
     {1253, "\xC1\xAA\xD2", u"Α\uF8F9\uF8FA"},
     {1255, "\xCA\xE0\xD9", u"\u05BA\u05D0\uF88D"},
     {874, "\xA1\xDB\x81", u"ก\uF8C1\u0081"},
+    {28605, "\xA4\xBD\x80", u"€œ\u0080"},
+    {28595, "\xBF\xF0", u"П№"},
+    {20866, "\xF0\xA3", u"Пё"},
     {932, "\x93\xFA\x96\x7B\x5C\xB1\x81\x60", u"日本\\ｱ～"},
     {932, "\x81\xCA\xFA\x5C\xFA\x40\xF0\x40", u"￢纊ⅰ\uE000"},
     {936, "\xC4\xE3\xBA\xC3\x80\xA1\xA4\xAA\xA1", u"你好€·\uE000"},

@@ -1,6 +1,7 @@
 #include "platform/Locale.h"
 #include "platform/Clock.h"
 #include "platform/CodePage.h"
+#include "platform/Environment.h"
 
 #include <gtest/gtest.h>
 
@@ -119,8 +120,14 @@ class UserLocale : public testing::Test {
     UserLocale() { clear(); }
     ~UserLocale() override { clear(); }
     static void clear() {
-        for (const char* name : {"VLGS_LOCALE", "VLGS_CODEPAGE", "LC_ALL", "LC_TIME", "LC_NUMERIC", "LANG"})
+        for (const char* name : {"VLGS_LOCALE", "VLGS_CODEPAGE", "LC_ALL", "LC_CTYPE", "LC_TIME",
+                                 "LC_NUMERIC", "LC_MESSAGES", "LANG", "LANGUAGE"})
             unsetenv(name);
+    }
+    static void set(std::initializer_list<std::pair<const char*, const char*>> variables) {
+        clear();
+        for (const auto& [name, value] : variables)
+            setenv(name, value, 1);
     }
     static std::string user() { return utf8(Locale::user().name()); }
 };
@@ -160,12 +167,64 @@ TEST_F(UserLocale, HasItsUsualCodePage) {
         setenv("VLGS_LOCALE", name, 1);
         EXPECT_EQ(CodePage::system().number(), page) << name;
     }
-    for (const auto& [value, page] :
-         {std::pair("65001", 65001u), std::pair("1251", 1251u), std::pair("4711", 1252u),
-          std::pair("1250x", 1252u), std::pair("", 1252u)}) {
+    for (const auto& [value, page, isKnown] : {std::tuple("65001", 65001u, true),
+                                               {"1251", 1251u, true},
+                                               {"CP850", 850u, true},
+                                               {"windows-1250", 1250u, true},
+                                               {"ISO 8859-1", 28591u, true},
+                                               {"iso-8859-15", 28605u, true},
+                                               {"KOI8-R", 20866u, true},
+                                               {"utf8", 65001u, true},
+                                               {"4711", 1252u, false},
+                                               {"1250x", 1252u, false},
+                                               {"cp", 1252u, false},
+                                               {"", 1252u, true}}) {
         setenv("VLGS_CODEPAGE", value, 1);
         EXPECT_EQ(CodePage::system().number(), page) << value;
+        EXPECT_EQ(unknownSettings().empty(), isKnown) << value;
     }
+}
+
+TEST_F(UserLocale, LeavesTheCodePageToTheLanguageOfTheSystem) {
+    set({{"LANG", "ru_RU.UTF-8"}, {"LC_TIME", "en_GB.UTF-8"}, {"LC_NUMERIC", "en_GB.UTF-8"}});
+    EXPECT_EQ(CodePage::system().number(), 1251u);
+    EXPECT_EQ(utf8(Locale::system().name()) + user(), "ru-RUen-GB");
+    set({{"LC_TIME", "ru_RU"}, {"LC_MESSAGES", "ru_RU"}});
+    EXPECT_EQ(CodePage::system().number(), 1252u);
+    set({{"LANG", "ru_RU"}, {"LC_CTYPE", "C.UTF-8"}});
+    EXPECT_EQ(CodePage::system().number(), 1251u);
+    set({{"LANG", "ru_RU"}, {"LC_CTYPE", "pl_PL"}});
+    EXPECT_EQ(CodePage::system().number(), 1250u);
+    set({{"LC_ALL", "C"}, {"LC_CTYPE", "pl_PL"}, {"LANG", "ru_RU"}});
+    EXPECT_EQ(CodePage::system().number(), 1252u);
+}
+
+TEST_F(UserLocale, ToldTogetherWithTheLanguagesOfTexts) {
+    using Names = std::vector<String>;
+    set({{"LANG", "en_US.UTF-8"}, {"LC_TIME", "de_DE.UTF-8"}, {"VLGS_LOCALE", "fr-FR"}});
+    EXPECT_EQ(messageLanguages(), (Names{u"en_US.UTF-8", u"fr-FR"}));
+    set({{"LANG", "en_US"}, {"LC_MESSAGES", "fr_FR"}, {"LANGUAGE", "pt:de_AT::"}});
+    EXPECT_EQ(messageLanguages(), (Names{u"pt", u"de_AT", u"fr_FR"}));
+    set({{"LC_ALL", "C"}, {"LC_MESSAGES", "fr_FR"}, {"LANGUAGE", "de"}});
+    EXPECT_EQ(messageLanguages(), (Names{u"C"}));
+    clear();
+    EXPECT_EQ(messageLanguages(), Names());
+}
+
+TEST_F(UserLocale, IsToldWhereItsNameIsNotKnown) {
+    for (const auto& [name, isKnown] : {std::pair("xx-YY", false),
+                                        {"klingon", false},
+                                        {"de-XX", true},
+                                        {"C.UTF-8", true},
+                                        {"POSIX", true},
+                                        {"sr_RS@latin", true},
+                                        {"", true}}) {
+        setenv("VLGS_LOCALE", name, 1);
+        EXPECT_EQ(unknownSettings().empty(), isKnown) << name;
+    }
+    set({{"VLGS_LOCALE", "xx"}, {"VLGS_CODEPAGE", "y"}});
+    EXPECT_EQ(unknownSettings().toUtf8(), "VLGS_LOCALE=xx is not known here; en-US is used\n"
+                                          "VLGS_CODEPAGE=y is not known here; code page 1252 is used");
 }
 
 TEST(Locale, ItemsAnswerByNumber) {

@@ -6,8 +6,9 @@ import subprocess
 import unittest
 
 
-def vlgs(*words):
-    done = subprocess.run([os.environ["VLGS_TOOL"], *words], capture_output=True, timeout=60)
+def vlgs(*words, **variables):
+    done = subprocess.run([os.environ["VLGS_TOOL"], *words], capture_output=True, timeout=60,
+                          env=os.environ | variables)
     return done.returncode, done.stdout.decode(), done.stderr.decode()
 
 
@@ -42,6 +43,12 @@ class CommandLineTest(unittest.TestCase):
         ):
             with self.subTest(words=words):
                 self.assertEqual(vlgs("call", *words), (1, "", report))
+
+    def test_settings(self):
+        status, output, report = vlgs("call", "Conversion.GetLocaleSetting", "31", VLGS_LOCALE="xx-YY", VLGS_CODEPAGE="x")
+        self.assertEqual((status, output), (0, "M/d/yyyy\n"))
+        self.assertEqual(report, "vlgs: VLGS_LOCALE=xx-YY is not known here; en-US is used\n"
+                                 "vlgs: VLGS_CODEPAGE=x is not known here; code page 1252 is used\n")
 
     def test_misuse(self):
         for words, hint in (

@@ -11,6 +11,7 @@ import pickle
 import pydoc
 import threading
 import unittest
+import unittest.mock
 
 import vlgs
 import vlgs._objects
@@ -232,6 +233,13 @@ class MemberTest(Case):
         self.assertEqual(vlgs.constants.EINTERFACEID_files, 153)
         self.assertIn("_eInterfaceID_Buffer", dir(vlgs.constants))
         self.assertRaises(AttributeError, lambda: vlgs.constants.eNothing)
+
+
+    def test_settings_that_are_not_known_are_told_once(self):
+        with unittest.mock.patch.dict(os.environ, VLGS_CODEPAGE="tlhIngan"):
+            with self.assertWarnsRegex(RuntimeWarning, "VLGS_CODEPAGE=tlhIngan .* 1252 is used"):
+                vlgs.Dispatch("VlGeneralServices.Files")
+            vlgs.Dispatch("VlGeneralServices.Files")  # a second warning would fail
 
 
 class ThreadTest(Case):

@@ -5,7 +5,9 @@
 #include "HostText.h"
 #include "Misuse.h"
 #include "base/Error.h"
+#include "base/Text.h"
 #include "library/Idl.h"
+#include "platform/Environment.h"
 
 #include <iostream>
 #include <new>
@@ -101,11 +103,19 @@ int guardedRun(std::span<const std::string_view> words) {
     }
 }
 
+void tellUnknownSettings() {
+    const auto lines = unknownSettings();
+    for (const auto line : split(lines, u"\n"))
+        if (!line.empty())
+            std::cerr << "vlgs: " << oneLine(line) << '\n';
+}
+
 } // namespace
 } // namespace vlgs::cli
 
 int main(int count, char** words) {
     std::ios::sync_with_stdio(false);
     const std::vector<std::string_view> arguments(words + (count > 0), words + count);
+    vlgs::cli::tellUnknownSettings();
     return vlgs::cli::guardedRun(arguments);
 }

@@ -7,7 +7,6 @@
 
 #include <algorithm>
 #include <array>
-#include <charconv>
 #include <iterator>
 #include <span>
 #include <utility>
@@ -244,14 +243,9 @@ CodePage CodePage::system() {
     thread_local std::optional<CodePage> page;
     const auto& environment = userEnvironment();
     if (generation != environment.generation) {
-        const auto& name = environment.codePage;
-        unsigned number = 0;
-        const auto [end, failure] = std::from_chars(name.data(), name.data() + name.size(), number);
-        page.reset();
-        if (failure == std::errc() && end == name.data() + name.size())
-            page = find(number);
+        page = named(environment.codePage);
         if (!page)
-            page = find(Locale::user().codePage());
+            page = find(Locale::system().codePage());
         generation = environment.generation;
     }
     return page.value();

@@ -155,8 +155,7 @@ const Record* lookUp(const std::string& name) {
     return found != std::end(keys) && found->name == name ? &records[found->record] : nullptr;
 }
 
-const Record& recordOf(std::string_view name) {
-    const Tag tag(name);
+const Record* findRecord(const Tag& tag) {
     std::array<std::string, 5> names;
     if (tag.valencian)
         names[0] = tag.language + "-" + (tag.region.empty() ? "es" : tag.region) + "-valencia";
@@ -168,8 +167,18 @@ const Record& recordOf(std::string_view name) {
     names[4] = tag.language;
     for (const auto& candidate : names)
         if (const auto* record = lookUp(candidate))
-            return *record;
-    return records[defaultRecord];
+            return record;
+    return nullptr;
+}
+
+const Record& recordOf(std::string_view name) {
+    const auto* record = findRecord(Tag(name));
+    return record ? *record : records[defaultRecord];
+}
+
+/// Whether a name asks for no language at all: "C", "C.UTF-8", "POSIX", "".
+bool isWithoutLanguage(const Tag& tag) {
+    return tag.language.empty() || tag.language == "c" || tag.language == "posix";
 }
 
 const std::string& either(const std::string& first, const std::string& second) {
@@ -193,6 +202,42 @@ Locale Locale::user() {
         generation = set.generation;
     }
     return Locale(*dates, *numbers);
+}
+
+Locale Locale::system() {
+    thread_local std::uint32_t generation = 0;
+    thread_local const Data* record = &records[defaultRecord];
+    const auto& set = userEnvironment();
+    if (generation != set.generation) {
+        // Interpreters set LC_CTYPE=C.UTF-8 by themselves where the locale of LANG is not installed.
+        const bool tells = !isWithoutLanguage(Tag(set.characters));
+        record = &recordOf(either(set.locale, either(set.all, tells ? set.characters : set.language)));
+        generation = set.generation;
+    }
+    return Locale(*record, *record);
+}
+
+bool Locale::isKnown(std::string_view name) {
+    const Tag tag(name);
+    return isWithoutLanguage(tag) || findRecord(tag);
+}
+
+std::vector<String> messageLanguages() {
+    const auto& set = userEnvironment();
+    std::vector<String> names;
+    const auto add = [&](std::string_view name) {
+        if (!name.empty())
+            names.push_back(String::fromUtf8(name));
+    };
+    const bool isOff = set.all == "C" || set.all == "POSIX";
+    for (std::string_view list = set.languages; !isOff && !list.empty();) {
+        const auto end = std::min(list.find(':'), list.size());
+        add(list.substr(0, end));
+        list.remove_prefix(std::min(end + 1, list.size()));
+    }
+    add(either(set.all, either(set.messages, set.language)));
+    add(set.locale);
+    return names;
 }
 
 Locale Locale::named(std::string_view name) {

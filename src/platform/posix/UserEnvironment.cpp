@@ -13,13 +13,16 @@ struct Variable {
     std::string UserEnvironment::*value;
 };
 
-constexpr std::array<Variable, 6> variables{{
+constexpr std::array<Variable, 9> variables{{
     {"VLGS_CODEPAGE=", &UserEnvironment::codePage},
     {"VLGS_LOCALE=", &UserEnvironment::locale},
     {"LC_ALL=", &UserEnvironment::all},
+    {"LC_CTYPE=", &UserEnvironment::characters},
     {"LC_TIME=", &UserEnvironment::time},
     {"LC_NUMERIC=", &UserEnvironment::numeric},
+    {"LC_MESSAGES=", &UserEnvironment::messages},
     {"LANG=", &UserEnvironment::language},
+    {"LANGUAGE=", &UserEnvironment::languages},
 }};
 
 using Values = std::array<std::string_view, variables.size()>;

@@ -16,4 +16,9 @@ std::optional<String> environmentVariable(std::u16string_view name) {
     return value;
 }
 
+// The operating system's own settings answer for everything.
+String unknownSettings() {
+    return {};
+}
+
 } // namespace vlgs

@@ -81,6 +81,13 @@ Locale Locale::user() {
     return Locale(data, data);
 }
 
+Locale Locale::system() {
+    std::array<wchar_t, LOCALE_NAME_MAX_LENGTH> name{};
+    GetSystemDefaultLocaleName(name.data(), LOCALE_NAME_MAX_LENGTH);
+    const Data& data = kept(Data{reinterpret_cast<const char16_t*>(name.data())});
+    return Locale(data, data);
+}
+
 Locale Locale::named(std::string_view name) {
     std::u16string wanted = hostName(name);
     // An unknown region leads to the language's own locale.
@@ -91,6 +98,31 @@ Locale Locale::named(std::string_view name) {
         wanted = reinterpret_cast<const char16_t*>(full.data());
     const Data& data = kept(Data{wanted.empty() ? u"en-US" : wanted});
     return Locale(data, data);
+}
+
+bool Locale::isKnown(std::string_view name) {
+    const std::u16string wanted = hostName(name);
+    const auto language = wanted.substr(0, wanted.find(u'-'));
+    return language.empty() || language == u"C" || language == u"POSIX" ||
+           IsValidLocaleName(wide(language.c_str()));
+}
+
+std::vector<String> messageLanguages() {
+    // The names one after the other, each ended by a NUL.
+    ULONG count = 0, size = 0;
+    std::vector<String> names;
+    if (!GetUserPreferredUILanguages(MUI_LANGUAGE_NAME, &count, nullptr, &size))
+        return names;
+    std::u16string list(size, u'\0');
+    if (!GetUserPreferredUILanguages(MUI_LANGUAGE_NAME, &count, reinterpret_cast<wchar_t*>(list.data()),
+                                     &size))
+        return names;
+    for (std::size_t from = 0; names.size() < count && from < list.size();) {
+        const auto end = std::min(list.find(u'\0', from), list.size());
+        names.emplace_back(std::u16string_view(list).substr(from, end - from));
+        from = end + 1;
+    }
+    return names;
 }
 
 std::vector<Locale> Locale::all() {
