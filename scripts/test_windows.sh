@@ -81,6 +81,8 @@ run_scripts() {
     done
     wine "$bin/early_bound.exe" "$project" | grep -q '^DRIVER=' || fail "$1: samples/early_bound.cpp"
     wine "$bin/VlgsEarlyBound.exe" || fail "$1: early bound"
+    # A thread that hangs as it ends is what this program is for.
+    timeout 300 wine "$bin/VlgsThreads.exe" || fail "$1: threads"
 }
 
 # tests/com/left_out.txt names what cannot run here, and why.

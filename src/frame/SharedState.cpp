@@ -1,26 +1,15 @@
 #include "frame/SharedState.h"
 
 #include "base/Error.h"
+#include "platform/ThreadSlot.h"
 
 #include <limits>
+#include <new>
 
 namespace vlgs {
 
-namespace {
-
-// Objects that outlive their thread's state (static ones do) still count themselves out.
-constinit thread_local bool stateEnded = false;
-
-struct StateOwner {
-    SharedState state;
-    ~StateOwner() { stateEnded = true; }
-};
-
-} // namespace
-
-SharedState& SharedState::ofThread() noexcept {
-    thread_local StateOwner owner;
-    return owner.state;
+SharedState& SharedState::ofThread() {
+    return ThreadOwned<SharedState>::make();
 }
 
 void AddInstance() {
@@ -31,13 +20,16 @@ void AddInstance() {
 }
 
 void ReleaseInstance() noexcept {
-    if (stateEnded)
-        return;
-    SharedState& state = SharedState::ofThread();
-    if (state.instances > std::numeric_limits<std::int32_t>::min())
-        --state.instances;
-    if (state.instances < 1)
-        state.catalogue = nullptr;
+    try {
+        SharedState& state = SharedState::ofThread();
+        if (state.instances > std::numeric_limits<std::int32_t>::min())
+            --state.instances;
+        if (state.instances < 1)
+            state.catalogue = nullptr;
+    } catch (const Error&) {
+        // Static objects still count themselves out when the state of all threads has ended.
+    } catch (const std::bad_alloc&) {
+    }
 }
 
 } // namespace vlgs

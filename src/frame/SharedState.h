@@ -20,8 +20,8 @@ struct SharedState {
     /// 0: no error is saved.
     std::int32_t savedNumber = 0;
 
-    /// The state of the calling thread.
-    static SharedState& ofThread() noexcept;
+    /// The state of the calling thread. Raises 7.
+    static SharedState& ofThread();
 };
 
 /// Counts an object. Raises 6 when the count is full.

@@ -1,6 +1,6 @@
 #include "packager/PackedObjects.h"
 
-#include "base/Error.h"
+#include "platform/ThreadSlot.h"
 
 #include <limits>
 
@@ -10,32 +10,14 @@ namespace {
 
 constexpr auto most = std::numeric_limits<std::int32_t>::max();
 
-/// Objects may end after the thread's table did.
-thread_local bool tableHasEnded = false;
-
-struct ThreadTable {
-    std::unique_ptr<PackedObjects> table;
-    ~ThreadTable() { tableHasEnded = true; }
-};
-
 } // namespace
 
-std::unique_ptr<PackedObjects>& PackedObjects::ofThread() noexcept {
-    thread_local ThreadTable current;
-    return current.table;
-}
-
 PackedObjects* PackedObjects::find() noexcept {
-    return tableHasEnded ? nullptr : ofThread().get();
+    return ThreadOwned<PackedObjects>::find();
 }
 
 PackedObjects& PackedObjects::make() {
-    if (tableHasEnded)
-        raise(RunTimeError::InvalidProcedureCall);
-    auto& table = ofThread();
-    if (!table)
-        table = std::make_unique<PackedObjects>();
-    return *table;
+    return ThreadOwned<PackedObjects>::make();
 }
 
 std::int32_t PackedObjects::add(Object& object) {

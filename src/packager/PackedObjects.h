@@ -4,7 +4,6 @@
 #include "automation/OutsideObject.h"
 
 #include <cstdint>
-#include <memory>
 #include <optional>
 #include <unordered_map>
 
@@ -37,7 +36,6 @@ class PackedObjects {
 
   private:
     static void forget(const Object* object) noexcept;
-    static std::unique_ptr<PackedObjects>& ofThread() noexcept;
     std::int32_t numberFor(const void* address);
 
     std::unordered_map<std::int32_t, Entry> entries_;
