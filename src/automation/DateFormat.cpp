@@ -190,8 +190,9 @@ class Output {
 
 class Formatter {
   public:
-    Formatter(Date date, FirstDayOfWeek firstDay, FirstWeekOfYear firstWeek)
-        : date_(date), parts_(partsOf(date)), firstDay_(firstDay), firstWeek_(firstWeek) {}
+    Formatter(Date date, FirstDayOfWeek firstDay, FirstWeekOfYear firstWeek,
+              std::optional<Locale> locale = std::nullopt)
+        : locale_(locale), date_(date), parts_(partsOf(date)), firstDay_(firstDay), firstWeek_(firstWeek) {}
 
     String format(const DatePattern& pattern) {
         for (const auto& [token, text] : pattern.pieces())
@@ -320,7 +321,7 @@ class Formatter {
                                                                       : 0;
         const int days = dayOfYear(parts_) - 1 + before - skipped;
         if (days < 0) { // the last week of the old year
-            Formatter last(dateOf({parts_.year - 1, 12, 31}), firstDay_, firstWeek_);
+            Formatter last(dateOf({parts_.year - 1, 12, 31}), firstDay_, firstWeek_, locale_);
             return last.week();
         }
         if (firstWeek_ == FirstWeekOfYear::FourDays && parts_.month == 12) {
@@ -402,7 +403,7 @@ class Formatter {
         return *locale_;
     }
 
-    mutable std::optional<Locale> locale_;
+    mutable std::optional<Locale> locale_; // the user's, once it is needed
     Date date_;
     DateParts parts_;
     FirstDayOfWeek firstDay_;
@@ -426,6 +427,11 @@ String formatDate(Date date, std::u16string_view pattern, FirstDayOfWeek firstDa
 
 String formatDate(Date date, const DatePattern& pattern, FirstDayOfWeek firstDay, FirstWeekOfYear firstWeek) {
     return Formatter(date, firstDay, firstWeek).format(pattern);
+}
+
+String formatDate(Date date, const DatePattern& pattern, const Locale& locale, FirstDayOfWeek firstDay,
+                  FirstWeekOfYear firstWeek) {
+    return Formatter(date, firstDay, firstWeek, locale).format(pattern);
 }
 
 String formatValueAsDate(const Variant& value, std::u16string_view pattern, FirstDayOfWeek firstDay,

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "automation/Variant.h"
+#include "platform/Locale.h"
 
 #include <vector>
 
@@ -34,22 +35,32 @@ class DatePattern {
     bool hasDesignator_ = false;
 };
 
-/// The moment by a pattern, in the user's locale. Letters may have either case:
-/// - `c`: `ddddd ttttt`, without the time where it is midnight and without the date on day 0;
-/// - `d dd` day, `ddd dddd` weekday name, `ddddd dddddd` the locale's short and long date;
-/// - `w` weekday 1 to 7, `ww` week, `m mm` month, or minutes directly after hours, `mmm mmmm` month name,
-///   `q` quarter, `y` day of the year, `yy yyyy` year, `g gg ggg` era name, which is empty;
-/// - `h hh` hour, to 12 where the pattern has a designator, `n nn` minute, `s ss` second, `ttttt` the
-/// locale's time;
-/// - `AM/PM am/pm A/P a/p` designators as they stand, `AMPM` the locale's;
-/// - `/` and `:` the locale's separators; a backslash takes the next character, double quotes the text
-/// between
-///   them as they stand; so does every other character.
-/// Raises 6 for a day count outside the years 100 to 9999.
+/// The moment by a pattern, in the user's locale. Letters may have either case.
+///
+///     c                     ddddd ttttt, without the time at midnight and without the date on day 0
+///     d dd ddd dddd         day, weekday name
+///     ddddd dddddd          the locale's short and long date
+///     w ww                  weekday 1 to 7, week
+///     m mm mmm mmmm         month, month name; m and mm directly after hours: minutes
+///     q y yy yyyy           quarter, day of the year, year
+///     g gg ggg              era name, which is empty
+///     h hh n nn s ss        hour, to 12 where the pattern has a designator; minute, second
+///     ttttt                 the locale's time
+///     AM/PM am/pm A/P a/p   designators as they stand
+///     AMPM                  the locale's designators
+///     / :                   the locale's separators
+///
+/// A backslash takes the next character, double quotes the text between them as they stand; so does every
+/// other character. Raises 6 for a day count outside the years 100 to 9999.
 String formatDate(Date date, std::u16string_view pattern, FirstDayOfWeek firstDay = FirstDayOfWeek::Sunday,
                   FirstWeekOfYear firstWeek = FirstWeekOfYear::January1);
 
 String formatDate(Date date, const DatePattern& pattern, FirstDayOfWeek firstDay = FirstDayOfWeek::Sunday,
+                  FirstWeekOfYear firstWeek = FirstWeekOfYear::January1);
+
+/// The same in another locale than the user's.
+String formatDate(Date date, const DatePattern& pattern, const Locale& locale,
+                  FirstDayOfWeek firstDay = FirstDayOfWeek::Sunday,
                   FirstWeekOfYear firstWeek = FirstWeekOfYear::January1);
 
 /// The same for a value as the formatting function takes it: a text that is no date comes back as it is.

@@ -1,33 +1,50 @@
 // Texts as dates: the run time's conversion of a text to a date in the user's locale.
 #pragma once
 
+#include "automation/DateNames.h"
 #include "automation/Variant.h"
 
 #include <optional>
 
 namespace vlgs {
 
-/// The moment that a text stands for.
+/// What a caller wants of a text that could be either: "9.15" is a day or a time where both are written with
+/// dots.
+enum class WantedPart { Any, Date, Time };
+
+/// Reads texts as dates, in one locale.
 ///
 /// A date is day, month and year in the order of the locale's short date or, where the numbers do not fit
-/// that order, in another one in which they do (13/2/2009 is 13 February in every locale); a number of three
-/// or four digits or above 31 in front is the year. Months may be names or abbreviations in the user's
-/// language or in English. Between them stand blanks and "/", "-", ".", "," or the locale's own separator and
-/// units ("年"). Two-digit years lie in 1930 to 2029; a missing year is this year, a missing day the first. A
-/// time is hours and minutes, or hours, minutes and seconds, with ":" or the locale's separator, or an hour
-/// with a designator
-/// ("10 AM"); it stands before or after the date, its designator before or after the time. A time alone lies
-/// on day 0. Commas and blanks at either end do not matter. A text that is no date but a number is a day
-/// count.
+/// that order, in another one in which they do (13/2/2009 is 13 February in every locale); years below 100
+/// lie in 1930 to 2029; a missing year is this year, a missing day the first. Months may be names or
+/// abbreviations in the locale's language or in English. Between the parts stand blanks, commas and one of
+/// "/", "-" or the locale's own separator, or its units ("年").
 ///
-/// Raises 13 for any other text: weekday names, years outside 100 to 9999, days that no month has.
-Date textToDate(std::u16string_view text);
+/// A time is hours and minutes, or hours, minutes and seconds, with ":" or, where dates are not written with
+/// dots, "."; or as the locale writes it; or an hour with a designator ("10 AM"). It stands before or behind
+/// the date, its designator before or behind the time. A time alone lies on day 0.
+///
+/// Commas and blanks at either end do not matter. Weekday names, years outside 100 to 9999 and days that no
+/// month has make a text no date.
+class DateReader {
+  public:
+    explicit DateReader(const Locale& locale);
+
+    /// The moment of a text. A text that is no date but a number without group separators is a day count.
+    std::optional<Date> read(std::u16string_view text, WantedPart wanted = WantedPart::Any) const;
+
+    /// The day of a text in the form of the locale's long date, weekday name included.
+    std::optional<Date> readLongDate(std::u16string_view text) const;
+
+  private:
+    Locale locale_;
+    DateNames names_;
+};
+
+/// The moment of a text in the user's locale. Raises 13 for a text that is none.
+Date textToDate(std::u16string_view text, WantedPart wanted = WantedPart::Any);
 
 /// The same, nothing for a text that is no date.
-std::optional<Date> parseDate(std::u16string_view text);
-
-/// The day of a text in the form of the locale's long date, weekday name included; nothing for any other
-/// text.
-std::optional<Date> parseLongDate(std::u16string_view text);
+std::optional<Date> parseDate(std::u16string_view text, WantedPart wanted = WantedPart::Any);
 
 } // namespace vlgs

@@ -118,7 +118,8 @@ struct Digits {
 
 class MaskFormatter {
   public:
-    MaskFormatter(double value, const Mask& mask) : mask_(mask), digits_(scaled(value, mask.thousands)) {
+    MaskFormatter(double value, const Mask& mask, const Locale& locale)
+        : locale_(locale), mask_(mask), digits_(scaled(value, mask.thousands)) {
         digits_.round(mask.fraction);
         negative_ = value < 0 && !digits_.digits.empty();
     }
@@ -170,7 +171,7 @@ class MaskFormatter {
             out_ += locale_.text(LocaleItem::ThousandsSeparator);
     }
 
-    const Locale locale_ = Locale::user();
+    const Locale& locale_;
     const Mask& mask_;
     Digits digits_;
     bool negative_;
@@ -179,11 +180,11 @@ class MaskFormatter {
 
 } // namespace
 
-String formatNumber(double value, std::u16string_view mask) {
+String formatNumber(double value, std::u16string_view mask, const Locale& locale) {
     if (!std::isfinite(value))
         raise(RunTimeError::Overflow);
     const Mask parsed = parse(mask);
-    return MaskFormatter(value, parsed).format();
+    return MaskFormatter(value, parsed, locale).format();
 }
 
 } // namespace vlgs

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "base/String.h"
+#include "platform/Locale.h"
 
 namespace vlgs {
 
@@ -10,6 +11,6 @@ namespace vlgs {
 /// digit: divides by 1000). A backslash takes the next character, double quotes the text between them as they
 /// stand, and so does every other character. The number is rounded, halves away from zero, from its 15
 /// significant digits. `formatNumber(7, u"0000")` is "0007".
-String formatNumber(double value, std::u16string_view mask);
+String formatNumber(double value, std::u16string_view mask, const Locale& locale = Locale::user());
 
 } // namespace vlgs

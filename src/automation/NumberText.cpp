@@ -67,7 +67,8 @@ struct Numeral {
 
 class NumeralParser {
   public:
-    explicit NumeralParser(std::u16string_view text) : rest_(text) {}
+    NumeralParser(std::u16string_view text, NumberGroups groups, const Locale& locale)
+        : locale_(locale), groups_(groups), rest_(text) {}
 
     std::optional<Numeral> parse() {
         skipWhite();
@@ -133,6 +134,8 @@ class NumeralParser {
                (currency_ && take(locale_.text(LocaleItem::MonetaryDecimalSeparator)));
     }
     bool isGroup() {
+        if (groups_ == NumberGroups::Refuse)
+            return false;
         const auto separator = locale_.text(LocaleItem::ThousandsSeparator);
         if (take(separator) || (currency_ && take(locale_.text(LocaleItem::MonetaryThousandsSeparator))))
             return true;
@@ -200,7 +203,8 @@ class NumeralParser {
         return any;
     }
 
-    const Locale locale_ = Locale::user();
+    const Locale& locale_;
+    NumberGroups groups_;
     std::u16string_view rest_;
     Numeral result_;
     unsigned shift_ = 0;
@@ -210,8 +214,9 @@ class NumeralParser {
     bool closed_ = false;
 };
 
-std::optional<Numeral> parse(std::u16string_view text) {
-    return NumeralParser(text).parse();
+std::optional<Numeral> parse(std::u16string_view text, const Locale& locale,
+                             NumberGroups groups = NumberGroups::Accept) {
+    return NumeralParser(text, groups, locale).parse();
 }
 
 // The numeral as a Double; nothing when it is too large.
@@ -232,28 +237,27 @@ std::optional<double> doubleOf(Numeral numeral) {
     return numeral.negative ? -value : value;
 }
 
-String withSeparator(std::string digits) {
+String withSeparator(std::string digits, const Locale& locale) {
     const auto point = digits.find('.');
     if (point == digits.npos)
         return String::fromUtf8(digits);
-    return concat(String::fromUtf8(digits.substr(0, point)),
-                  Locale::user().text(LocaleItem::DecimalSeparator),
+    return concat(String::fromUtf8(digits.substr(0, point)), locale.text(LocaleItem::DecimalSeparator),
                   String::fromUtf8(digits.substr(point + 1)));
 }
 
 // C's "%.*G": the exponent has a sign and at least two digits, as the run time writes it.
-String floatingText(double value, int digits) {
+String floatingText(double value, int digits, const Locale& locale) {
     if (value == 0)
         return u"0"; // also for a negative zero
     char buffer[40];
     auto [end, status] =
         std::to_chars(buffer, buffer + sizeof buffer, value, std::chars_format::general, digits);
     std::replace(buffer, end, 'e', 'E');
-    return withSeparator({buffer, end});
+    return withSeparator({buffer, end}, locale);
 }
 
 // The digits of a whole number of 96 bits with a decimal point `scale` places from its end.
-String fixedText(bool negative, Wide magnitude, int scale) {
+String fixedText(bool negative, Wide magnitude, int scale, const Locale& locale) {
     std::string digits;
     while (!magnitude.isZero() || digits.size() <= static_cast<std::size_t>(scale))
         digits.push_back(magnitude.takeDigit());
@@ -264,7 +268,7 @@ String fixedText(bool negative, Wide magnitude, int scale) {
         if (digits.back() == '.')
             digits.pop_back();
     }
-    return withSeparator((negative && digits != "0" ? "-" : "") + digits);
+    return withSeparator((negative && digits != "0" ? "-" : "") + digits, locale);
 }
 
 // The first `count` of the digits as a number, rounded by the digit behind them; nothing past 96 bits.
@@ -283,27 +287,32 @@ std::optional<Wide> wholeOf(std::string_view digits, std::int64_t count) {
 
 } // namespace
 
-String numberToText(const Variant& number) {
+String numberToText(const Variant& number, const Locale& locale) {
     switch (number.type()) {
     case VarType::Single:
-        return floatingText(static_cast<double>(number.single()), 7);
+        return floatingText(static_cast<double>(number.single()), 7, locale);
     case VarType::Currency: {
         const auto units = number.currency().units;
         const auto magnitude =
             units < 0 ? 0 - static_cast<std::uint64_t>(units) : static_cast<std::uint64_t>(units);
-        return fixedText(units < 0, Wide(0, magnitude), 4);
+        return fixedText(units < 0, Wide(0, magnitude), 4, locale);
     }
     case VarType::Decimal: {
         const auto value = number.decimal();
-        return fixedText(value.sign != 0, Wide(value.high, value.low), value.scale);
+        return fixedText(value.sign != 0, Wide(value.high, value.low), value.scale, locale);
     }
     default:
-        return floatingText(toDouble(number), 15);
+        return floatingText(toDouble(number), 15, locale);
     }
 }
 
-double textToNumber(std::u16string_view text) {
-    auto numeral = parse(text);
+std::optional<double> parseNumber(std::u16string_view text, NumberGroups groups, const Locale& locale) {
+    auto numeral = parse(text, locale, groups);
+    return numeral ? doubleOf(std::move(*numeral)) : std::nullopt;
+}
+
+double textToNumber(std::u16string_view text, const Locale& locale) {
+    auto numeral = parse(text, locale);
     if (!numeral)
         raise(RunTimeError::TypeMismatch);
     const auto value = doubleOf(std::move(*numeral));
@@ -312,8 +321,8 @@ double textToNumber(std::u16string_view text) {
     return *value;
 }
 
-Decimal textToDecimal(std::u16string_view text) {
-    auto numeral = parse(text);
+Decimal textToDecimal(std::u16string_view text, const Locale& locale) {
+    auto numeral = parse(text, locale);
     if (!numeral)
         raise(RunTimeError::TypeMismatch);
     if (numeral->bits)
@@ -340,15 +349,14 @@ Decimal textToDecimal(std::u16string_view text) {
 std::optional<std::int32_t> bitsOfText(std::u16string_view text) noexcept {
     if (text.find(u'&') == text.npos)
         return std::nullopt;
-    const auto numeral = parse(text);
+    const auto numeral = parse(text, Locale::user());
     if (!numeral || !numeral->bits || *numeral->bits > 0xFFFFFFFF)
         return std::nullopt;
     return static_cast<std::int32_t>(static_cast<std::uint32_t>(*numeral->bits));
 }
 
-bool isNumericText(std::u16string_view text) {
-    auto numeral = parse(text);
-    return numeral && doubleOf(std::move(*numeral));
+bool isNumericText(std::u16string_view text, const Locale& locale) {
+    return parseNumber(text, NumberGroups::Accept, locale).has_value();
 }
 
 } // namespace vlgs

@@ -1,6 +1,7 @@
 #include "conversion/AttributeValues.h"
 
 #include "automation/Convert.h"
+#include "automation/DateText.h"
 #include "automation/NumberFormat.h"
 #include "base/Dates.h"
 #include "base/Text.h"
@@ -114,11 +115,13 @@ Variant AttrValueRealFromNativeToLocale_(const Variant& vData) {
 // A moment goes through the user's own form, as the values that users see do.
 Date shortDate(const Variant& value) {
     Date date;
-    return toDate(partAs(value, {.date = true}, g_GetLocaleSetting(localeShortDate), date));
+    return textToDate(partAs(value, {.date = true}, formattingPattern(localeShortDate), date),
+                      WantedPart::Date);
 }
 Date localeTimeOf(const Variant& value) {
     Date time;
-    return toDate(partAs(value, {.time = true}, g_GetLocaleSetting(localeTimeFormat), time));
+    return textToDate(partAs(value, {.time = true}, formattingPattern(localeTimeFormat), time),
+                      WantedPart::Time);
 }
 
 Variant AttrValueDateFromLocaleToNative_(Date dt) {
@@ -145,7 +148,8 @@ Variant AttrValueTimeFromNativeToLocale_(std::int32_t lSeconds) {
 
 Variant dateToNative(const Variant& vData) {
     Date ignored;
-    return AttrValueDateFromLocaleToNative_(toDate(g_CTimestamp(vData, {.date = true}, ignored, true, true)));
+    return AttrValueDateFromLocaleToNative_(
+        textToDate(g_CTimestamp(vData, {.date = true}, ignored, true, true), WantedPart::Date));
 }
 
 Variant timeToNative(const Variant& vData) {

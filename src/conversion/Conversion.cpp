@@ -62,13 +62,13 @@ String Conversion::LongDateFormat() const {
     return g_GetLocaleSetting(localeLongDate);
 }
 String Conversion::LongDate() const {
-    return nowAs(LongDateFormat());
+    return nowAs(formattingPattern(localeLongDate));
 }
 String Conversion::ShortDateFormat() const {
     return g_GetLocaleSetting(localeShortDate);
 }
 String Conversion::ShortDate() const {
-    return nowAs(ShortDateFormat());
+    return nowAs(formattingPattern(localeShortDate));
 }
 String Conversion::UniversalDateFormat() const {
     return universalDateFormat;
@@ -80,7 +80,7 @@ String Conversion::LocaleTimeFormat() const {
     return g_GetLocaleSetting(localeTimeFormat);
 }
 String Conversion::LocaleTime() const {
-    return nowAs(LocaleTimeFormat());
+    return nowAs(formattingPattern(localeTimeFormat));
 }
 String Conversion::UniversalTimeFormat() const {
     return universalTimeFormat;
@@ -158,16 +158,16 @@ String Conversion::CTimestamp3(const Variant& vLegalLocaleTimestamp, bool bUseDa
 }
 
 String Conversion::CLongDate(const Variant& vLegalLocaleDate, Date* dtTypedReturn) const {
-    return datePart(vLegalLocaleDate, dtTypedReturn, LongDateFormat());
+    return datePart(vLegalLocaleDate, dtTypedReturn, formattingPattern(localeLongDate));
 }
 String Conversion::CShortDate(const Variant& vLegalLocaleDate, Date* dtTypedReturn) const {
-    return datePart(vLegalLocaleDate, dtTypedReturn, ShortDateFormat());
+    return datePart(vLegalLocaleDate, dtTypedReturn, formattingPattern(localeShortDate));
 }
 String Conversion::CUniversalDate(const Variant& vLegalLocaleDate, Date* dtTypedReturn) const {
     return datePart(vLegalLocaleDate, dtTypedReturn, universalDateFormat);
 }
 String Conversion::CLocaleTime(const Variant& vLegalLocaleTime, Date* dtTypedReturn) const {
-    return timePart(vLegalLocaleTime, dtTypedReturn, LocaleTimeFormat());
+    return timePart(vLegalLocaleTime, dtTypedReturn, formattingPattern(localeTimeFormat));
 }
 String Conversion::CUniversalTime(const Variant& vLegalLocaleTime, Date* dtTypedReturn) const {
     return timePart(vLegalLocaleTime, dtTypedReturn, universalTimeFormat);

@@ -4,7 +4,9 @@
 #include "base/Text.h"
 #include "platform/Locale.h"
 
+#include <algorithm>
 #include <string>
+#include <vector>
 
 namespace vlgs {
 
@@ -31,28 +33,79 @@ String timePattern(String pattern) {
     return trim(pattern);
 }
 
+// The value as the host gives it. A NUL behind it protects the blanks at its end from trimming.
+String valueOf(std::int32_t lInfoType) {
+    const auto item = Locale::user().item(lInfoType);
+    return String(trimLeft(item ? item->view().substr(0, longestValue) : std::u16string_view()));
+}
+
+// What the product makes of a value.
+String repaired(std::int32_t lInfoType, String value) {
+    switch (lInfoType) {
+    case localeDate:
+        return value.empty() ? String(u"/") : value;
+    case localeShortDate:
+    case localeLongDate:
+        return datePattern(value);
+    case localeTimeFormat:
+        return timePattern(value);
+    default:
+        return value;
+    }
+}
+
+// A pattern with its words between single quotes taken out of the way of the repairs.
+class WordsApart {
+  public:
+    explicit WordsApart(std::u16string_view pattern) {
+        for (std::size_t at = 0; at < pattern.size();) {
+            const auto open = std::min(pattern.find(u'\'', at), pattern.size());
+            const auto close = std::min(pattern.find(u'\'', open + 1), pattern.size());
+            for (const char16_t c : pattern.substr(at, open - at))
+                if (c != placeholder) // no character of text
+                    rest_ += c;
+            if (open < pattern.size()) {
+                rest_ += placeholder;
+                words_.push_back(close == open + 1 ? u"'" : pattern.substr(open + 1, close - open - 1));
+            }
+            at = close + 1;
+        }
+    }
+    const std::u16string& rest() const { return rest_; }
+
+    /// The repaired rest with the words in it, each character of them as the formatter takes it literally.
+    String together(std::u16string_view rest) const {
+        std::u16string pattern;
+        auto word = words_.begin();
+        for (const char16_t c : rest) {
+            if (c != placeholder) {
+                pattern += c;
+                continue;
+            }
+            for (const char16_t letter : *word++)
+                pattern.append({u'\\', letter});
+        }
+        return pattern;
+    }
+
+  private:
+    static constexpr char16_t placeholder = u'\uFDD0';
+    std::u16string rest_;
+    std::vector<std::u16string_view> words_;
+};
+
 } // namespace
 
 String g_GetLocaleSetting(std::int32_t lInfoType) {
-    const auto item = Locale::user().item(lInfoType);
-    // The NUL behind the value protects the blanks at its end from the trimming.
-    String value(trimLeft(item ? item->view().substr(0, longestValue) : std::u16string_view()));
-    switch (lInfoType) {
-    case localeDate:
-        if (value.empty())
-            value = u"/";
-        break;
-    case localeShortDate:
-    case localeLongDate:
-        value = datePattern(value);
-        break;
-    case localeTimeFormat:
-        value = timePattern(value);
-        break;
-    default:
-        break;
-    }
-    return cutAtNul(value);
+    return cutAtNul(repaired(lInfoType, valueOf(lInfoType)));
+}
+
+String formattingPattern(std::int32_t lInfoType) {
+    const String value = cutAtNul(valueOf(lInfoType));
+    if (value.view().find(u'\'') == std::u16string_view::npos)
+        return repaired(lInfoType, value);
+    const WordsApart words(value);
+    return words.together(repaired(lInfoType, words.rest()));
 }
 
 udtLocaleSettings g_GetLocaleSettings() {

@@ -52,6 +52,10 @@ inline constexpr std::int32_t localeTimeFormat = 4099;
 /// one-letter year has two). An empty date separator is "/", an unknown number gives "". Never raises.
 String g_GetLocaleSetting(std::int32_t lInfoType);
 
+/// The pattern to format a value by: that of `g_GetLocaleSetting`, with the words between single quotes in
+/// the user's pattern ("d 'de' MMMM") as literal text. The formatter itself knows no single quotes.
+String formattingPattern(std::int32_t lInfoType);
+
 /// All nine settings. Never raises.
 udtLocaleSettings g_GetLocaleSettings();
 

@@ -63,16 +63,21 @@ String truncateGarbage(const String& text) {
     return trim(replaceAll(kept, marker, u""));
 }
 
-std::optional<Date> momentOf(String text, bool truncate) {
-    auto date = parseDate(text);
+WantedPart wantedOf(TimestampParts parts) {
+    return parts.date == parts.time ? WantedPart::Any : parts.date ? WantedPart::Date : WantedPart::Time;
+}
+
+std::optional<Date> momentOf(String text, WantedPart wanted, bool truncate) {
+    const DateReader reader(Locale::user());
+    auto date = reader.read(text, wanted);
     // The user's own long form first: in some languages a weekday's abbreviation begins a month's name.
     if (!date)
-        date = parseLongDate(text);
+        date = reader.readLongDate(text);
     if (date)
         return date;
     text = removeWeekdayNames(text, WeekdayOrder::FullNamesFirst);
-    date = parseDate(text);
-    return date || !truncate ? date : parseDate(truncateGarbage(text));
+    date = reader.read(text, wanted);
+    return date || !truncate ? date : reader.read(truncateGarbage(text), wanted);
 }
 
 std::int32_t failureOf(TimestampParts parts) {
@@ -103,7 +108,7 @@ Date dateOf(const Variant& value, TimestampParts parts, bool truncate) {
     if (isDirect(value))
         return toDate(value);
     const String text = textOf(value);
-    const auto date = text.empty() ? std::nullopt : momentOf(text, truncate);
+    const auto date = text.empty() ? std::nullopt : momentOf(text, wantedOf(parts), truncate);
     const bool timeAlone = date && parts.date && !parts.time && partsOf(*date).year == 1899;
     if (!date || timeAlone)
         raiseMessage(source, failureOf(parts), concat(u"Date=", text));
