@@ -103,12 +103,16 @@ class Member(Structure):
         ("hidden", c_int),
         ("parameter_count", c_size_t),
         ("result", Type),
+        ("error_count", c_size_t),
+        ("example", c_char_p),
+        ("example_output", c_char_p),
     ]
 
 
 class Parameter(Structure):
     _fields_ = [
         ("name", c_char_p),
+        ("meaning", c_char_p),
         ("type", Type),
         ("optional", c_int),
         ("standard_type", c_uint16),
@@ -116,6 +120,10 @@ class Parameter(Structure):
         ("standard_text", c_void_p),
         ("standard_length", c_size_t),
     ]
+
+
+class ErrorCondition(Structure):
+    _fields_ = [("code", c_int32), ("when", c_char_p)]
 
 
 class Constant(Structure):
@@ -175,6 +183,7 @@ _FUNCTIONS = {
     "vlgs_class_of": (c_void_p, c_void_p),
     "vlgs_class_describe": (None, c_void_p, POINTER(ClassFacts)),
     "vlgs_member_describe": (c_int, c_void_p, c_size_t, POINTER(Member)),
+    "vlgs_error_describe": (c_int, c_void_p, c_size_t, c_size_t, POINTER(ErrorCondition)),
     "vlgs_parameter_describe": (c_int, c_void_p, c_size_t, c_size_t, POINTER(Parameter)),
     "vlgs_constant_describe": (c_int, c_size_t, POINTER(Constant)),
 }

@@ -16,6 +16,7 @@ from ._library import (
     PUTREF,
     UNKNOWN_MEMBER,
     ClassFacts,
+    ErrorCondition,
     Member,
     Parameter,
     Type,
@@ -343,11 +344,36 @@ def _signature(cls, row, member):
     return inspect.Signature([self, *parameters], return_annotation=_Named(member.result))
 
 
+def _contract(cls, rows):
+    """What a member does, what its parameters mean and what it raises when."""
+    text = [rows[0][1].help.decode()]
+    meanings = {}
+    for row, member in rows:
+        for index in range(member.parameter_count):
+            parameter = Parameter()
+            library.vlgs_parameter_describe(cls, row, index, byref(parameter))
+            if parameter.meaning:
+                meanings.setdefault(parameter.name.decode(), parameter.meaning.decode())
+    if meanings:
+        text.append("\n".join(f"{name}: {meaning}" for name, meaning in meanings.items()))
+    row, member = rows[0]
+    raised = []
+    for index in range(member.error_count):
+        error = ErrorCondition()
+        library.vlgs_error_describe(cls, row, index, byref(error))
+        raised.append(f"Raises {error.code} when {error.when.decode()}.")
+    if raised:
+        text.append("\n".join(raised))
+    if member.example:
+        text.append(f"$ vlgs call {member.example.decode()}\n{member.example_output.decode()}")
+    return "\n\n".join(text)
+
+
 def _attribute(name, rows, cls):
     """The attribute for the rows of one member: its method, or the ways of reading and writing it."""
     index, member = rows[0]
     number = member.id
-    text = member.help.decode()
+    text = _contract(cls, sorted(rows, key=lambda each: each[1].kind != GET))
     kinds = 0
     for _, each in rows:
         kinds |= each.kind

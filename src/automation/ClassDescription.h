@@ -10,7 +10,9 @@
 //                  .creatable = true},
 //                 put<&Buffer::SetChunkSize>(1, "ChunkSize", "…", "lSize"),
 //                 get<&Buffer::ChunkSize>(1, "ChunkSize", "…"),
-//                 method<&Buffer::PutData>(4, "PutData", "…", optional("vData"), optional("sDelimiter")),
+//                 method<&Buffer::PutData>(4, "PutData", "…", optional("vData", "…"), optional("sDelimiter",
+//                 "…"))
+//                     .raises(13, "…"),
 //                 identity());
 //         }
 //         static const ClassInfo& description(); // in Buffer.cpp: return classInfoOf<Buffer>();
@@ -37,23 +39,30 @@
 
 namespace vlgs {
 
-/// A row's parameter: a plain name, or `optional(…)`.
-struct ParameterName {
-    constexpr ParameterName(const char* text) : name(text) {}
-    constexpr ParameterName(std::string_view text, DefaultValue value)
-        : name(text), isOptional(true), standard(value) {}
+/// A row's parameter: `parameter("sName", "the section's name")` or `optional("Before", "…")`, the default in
+/// between. Every parameter of the component's classes has a meaning; a bare name will do in tests.
+struct ParameterRow {
+    constexpr ParameterRow(const char* bareName) : name(bareName) {}
+    constexpr ParameterRow(std::string_view text, std::string_view means) : name(text), meaning(means) {}
+    constexpr ParameterRow(std::string_view text, std::string_view means, DefaultValue value)
+        : name(text), meaning(means), isOptional(true), standard(value) {}
     std::string_view name;
+    std::string_view meaning;
     bool isOptional = false;
-    DefaultValue standard;
+    DefaultValue standard = {};
 };
-constexpr ParameterName optional(std::string_view name) {
-    return {name, {}};
+constexpr ParameterRow parameter(std::string_view name, std::string_view meaning) {
+    return {name, meaning};
 }
-constexpr ParameterName optional(std::string_view name, std::int32_t number) {
-    return {name, {DefaultValue::Kind::Number, number, {}}};
+constexpr ParameterRow optional(std::string_view name, std::string_view meaning = {}) {
+    return {name, meaning, {}};
 }
-constexpr ParameterName optional(std::string_view name, std::u16string_view text) {
-    return {name, {DefaultValue::Kind::Text, 0, text}};
+constexpr ParameterRow optional(std::string_view name, std::int32_t number, std::string_view meaning = {}) {
+    return {name, meaning, {DefaultValue::Kind::Number, number, {}}};
+}
+constexpr ParameterRow optional(std::string_view name, std::u16string_view text,
+                                std::string_view meaning = {}) {
+    return {name, meaning, {DefaultValue::Kind::Text, 0, text}};
 }
 
 template <class Function>
@@ -80,11 +89,37 @@ struct MemberRow {
     DispatchId id;
     std::string_view name;
     std::string_view help;
-    std::array<ParameterName, Traits::arity> parameters;
+    std::array<ParameterRow, Traits::arity> parameters;
     bool isHidden = false;
+    std::array<ErrorCondition, 8> errors = {};
+    std::size_t errorCount = 0;
+    CallExample sample = {};
     constexpr MemberRow hidden() const {
         MemberRow row = *this;
         row.isHidden = true;
+        return row;
+    }
+    /// `.raises(eMsg_NoSectionName, "the name is empty")`: a code of the catalogue or a run-time number.
+    constexpr MemberRow raises(std::int32_t code, std::string_view when) const {
+        MemberRow row = *this;
+        row.errors[row.errorCount++] = {code, when};
+        return row;
+    }
+    constexpr MemberRow raises(RunTimeError number, std::string_view when) const {
+        return raises(static_cast<std::int32_t>(number), when);
+    }
+    /// Conditions that several members share.
+    template <std::size_t Count>
+    constexpr MemberRow raises(const ErrorCondition (&conditions)[Count]) const {
+        MemberRow row = *this;
+        for (const auto& condition : conditions)
+            row.errors[row.errorCount++] = condition;
+        return row;
+    }
+    /// `.example("General.Split_ a,b ,", "a\nb")`: what is typed after `vlgs call`, and what that prints.
+    constexpr MemberRow example(std::string_view call, std::string_view prints) const {
+        MemberRow row = *this;
+        row.sample = {call, prints};
         return row;
     }
 };
@@ -93,7 +128,7 @@ template <auto Function, class... Names>
 constexpr auto row(MemberKind kind, DispatchId id, std::string_view name, std::string_view help,
                    Names... names) {
     static_assert(sizeof...(Names) == MemberRow<Function>::Traits::arity, "name each parameter");
-    return MemberRow<Function>{kind, id, name, help, {ParameterName(names)...}};
+    return MemberRow<Function>{kind, id, name, help, {ParameterRow(names)...}};
 }
 template <auto Function, class... Names>
 constexpr auto method(DispatchId id, std::string_view name, std::string_view help, Names... names) {
@@ -429,7 +464,7 @@ struct ClassDescriptionOf {
         static constexpr auto parameterInfos(std::index_sequence<N...>) {
             return std::array<ParameterInfo, sizeof...(N)>{ParameterInfo{
                 row.parameters[N].name, ParameterType<std::tuple_element_t<N, Parameters>>::info,
-                row.parameters[N].isOptional, row.parameters[N].standard}...};
+                row.parameters[N].isOptional, row.parameters[N].standard, row.parameters[N].meaning}...};
         }
         static constexpr auto parameters = parameterInfos(std::make_index_sequence<Traits::arity>());
 
@@ -469,7 +504,9 @@ struct ClassDescriptionOf {
                                          row.help,
                                          parameters,
                                          ResultType<typename Traits::Result>::info,
-                                         invoker()};
+                                         invoker(),
+                                         std::span(row.errors).first(row.errorCount),
+                                         row.sample};
     };
 
     template <bool Event, std::size_t... I>

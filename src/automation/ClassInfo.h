@@ -48,6 +48,22 @@ struct ParameterInfo {
     TypeInfo type;
     bool optional = false;
     DefaultValue standard;
+    /// What the parameter means, without a full stop.
+    std::string_view meaning = {};
+};
+
+/// A failure that a member raises on its own account, besides those of the call itself.
+struct ErrorCondition {
+    /// A code of the message catalogue (11508), else a number of the run time (5).
+    std::int32_t code = 0;
+    /// "the section has no such key"
+    std::string_view when = {};
+};
+
+/// A call that shows what a member does, as it is typed after `vlgs call`, and what it prints.
+struct CallExample {
+    std::string_view call = {};
+    std::string_view prints = {};
 };
 
 /// Calls the member with one slot for each parameter; a null slot is an argument left out.
@@ -62,6 +78,8 @@ struct MemberInfo {
     std::span<const ParameterInfo> parameters;
     TypeInfo result;
     Invoker invoke = nullptr;
+    std::span<const ErrorCondition> errors = {};
+    CallExample example = {};
 };
 
 /// The constant facts of a class.

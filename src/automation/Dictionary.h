@@ -24,19 +24,39 @@ class VLGS_API Dictionary final : public Object {
              .interfaceId = guid("693E573A-268F-4E4D-ACCE-F5D553A39C82"),
              .creatable = true,
              .library = "Scripting"},
-            putRef<&Dictionary::PutItem>(defaultMember, "Item", "The item of a key", "Key", "Item"),
-            put<&Dictionary::PutItem>(defaultMember, "Item", "The item of a key", "Key", "Item"),
-            get<&Dictionary::Item>(defaultMember, "Item", "The item of a key", "Key"),
-            method<&Dictionary::Add>(1, "Add", "Adds an item under a new key", "Key", "Item"),
+            putRef<&Dictionary::PutItem>(defaultMember, "Item", "The item of a key",
+                                         parameter("Key", "any plain value or object"),
+                                         parameter("Item", "any value or object")),
+            put<&Dictionary::PutItem>(defaultMember, "Item", "The item of a key",
+                                      parameter("Key", "any plain value or object"),
+                                      parameter("Item", "any value or object")),
+            get<&Dictionary::Item>(defaultMember, "Item", "The item of a key",
+                                   parameter("Key", "any plain value or object"))
+                .raises(RunTimeError::InvalidProcedureCall, "the key is an array or a record"),
+            method<&Dictionary::Add>(1, "Add", "Adds an item under a new key",
+                                     parameter("Key", "any plain value or object"),
+                                     parameter("Item", "any value or object"))
+                .raises(RunTimeError::KeyAlreadyPresent, "the key is present")
+                .raises(RunTimeError::InvalidProcedureCall, "the key is an array or a record"),
             get<&Dictionary::Count>(2, "Count", "The number of items"),
-            method<&Dictionary::Exists>(3, "Exists", "Whether there is an item with a key", "Key"),
+            method<&Dictionary::Exists>(3, "Exists", "Whether there is an item with a key",
+                                        parameter("Key", "any plain value or object")),
             method<&Dictionary::Items>(4, "Items", "An array of the items"),
-            put<&Dictionary::PutKey>(5, "Key", "Gives an item another key", "Key", "NewKey"),
+            put<&Dictionary::PutKey>(5, "Key", "Gives an item another key",
+                                     parameter("Key", "any plain value or object"),
+                                     parameter("NewKey", "the key that takes its place"))
+                .raises(32811, "the key is not present")
+                .raises(RunTimeError::KeyAlreadyPresent, "another item has the new key"),
             method<&Dictionary::Keys>(6, "Keys", "An array of the keys"),
-            method<&Dictionary::Remove>(7, "Remove", "Removes a key and its item", "Key"),
+            method<&Dictionary::Remove>(7, "Remove", "Removes a key and its item",
+                                        parameter("Key", "any plain value or object"))
+                .raises(32811, "the key is not present"),
             method<&Dictionary::RemoveAll>(8, "RemoveAll", "Removes all keys and items"),
-            put<&Dictionary::PutCompareMode>(9, "CompareMode", "How texts are compared", "Mode"),
-            get<&Dictionary::CompareMode>(9, "CompareMode", "How texts are compared"),
+            put<&Dictionary::PutCompareMode>(
+                9, "CompareMode", "How texts are compared",
+                parameter("Mode", "0 compares texts exactly, any other without regard to case")),
+            get<&Dictionary::CompareMode>(9, "CompareMode", "How texts are compared")
+                .raises(RunTimeError::InvalidProcedureCall, "there are items, or the mode is negative"),
             method<&Dictionary::NewEnum>(enumerationMember, "_NewEnum", "An enumerator over the keys")
                 .hidden());
     }

@@ -17,11 +17,27 @@ class VLGS_API OrderedCollection final : public Object {
              .interfaceId = guid("3E2FEC52-A9E2-4526-9CB0-4974B1FA38DC"),
              .library = "VBA"},
             method<&OrderedCollection::Item>(defaultMember, "Item", "The member at a position or with a key",
-                                             "Index"),
-            method<&OrderedCollection::Add>(1, "Add", "Adds a member", "Item", optional("Key"),
-                                            optional("Before"), optional("After")),
+                                             parameter("Index", "a position from 1, or a key in any case"))
+                .raises(RunTimeError::InvalidProcedureCall, "the key is not present")
+                .raises(RunTimeError::SubscriptOutOfRange, "the position is out of range")
+                .raises(RunTimeError::TypeMismatch, "the index is neither a number nor a text"),
+            method<&OrderedCollection::Add>(
+                1, "Add", "Adds a member", parameter("Item", "any value or object"),
+                optional("Key", "a name for it"),
+                optional("Before",
+                         "the member before which the new one goes: its position from 1 or its key"),
+                optional("After", "the member behind which the new one goes; not together with Before"))
+                .raises(RunTimeError::KeyAlreadyPresent, "the key is present")
+                .raises(RunTimeError::InvalidProcedureCall,
+                        "Before or After names no member, or both are given")
+                .raises(RunTimeError::TypeMismatch,
+                        "the key is no text, or Before or After neither a number nor a text"),
             get<&OrderedCollection::Count>(2, "Count", "The number of members"),
-            method<&OrderedCollection::Remove>(3, "Remove", "Removes a member", "Index"),
+            method<&OrderedCollection::Remove>(3, "Remove", "Removes a member",
+                                               parameter("Index", "a position from 1, or a key in any case"))
+                .raises(RunTimeError::InvalidProcedureCall, "the key is not present")
+                .raises(RunTimeError::SubscriptOutOfRange, "the position is out of range")
+                .raises(RunTimeError::TypeMismatch, "the index is neither a number nor a text"),
             method<&OrderedCollection::NewEnum>(enumerationMember, "_NewEnum",
                                                 "An enumerator over the members in order")
                 .hidden());

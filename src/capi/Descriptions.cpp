@@ -70,7 +70,10 @@ int vlgs_member_describe(const vlgs_class* type, size_t member, vlgs_member* out
             .kind = static_cast<std::uint32_t>(info->kind),
             .hidden = info->hidden,
             .parameter_count = info->parameters.size(),
-            .result = typeOf(info->result)};
+            .result = typeOf(info->result),
+            .error_count = info->errors.size(),
+            .example = info->example.call.data(),
+            .example_output = info->example.prints.data()};
     return 1;
 }
 
@@ -83,6 +86,7 @@ int vlgs_parameter_describe(const vlgs_class* type, size_t member, size_t parame
     const bool isText = standard.kind == DefaultValue::Kind::Text;
     const bool isNumber = standard.kind == DefaultValue::Kind::Number;
     *out = {.name = described.name.data(),
+            .meaning = described.meaning.data(),
             .type = typeOf(described.type),
             .optional = described.optional,
             .standard_type = static_cast<std::uint16_t>(isText     ? VLGS_TEXT
@@ -91,6 +95,14 @@ int vlgs_parameter_describe(const vlgs_class* type, size_t member, size_t parame
             .standard_number = standard.number,
             .standard_text = reinterpret_cast<const std::uint16_t*>(standard.text.data()),
             .standard_length = standard.text.size()};
+    return 1;
+}
+
+int vlgs_error_describe(const vlgs_class* type, size_t member, size_t error, vlgs_error_condition* out) {
+    const MemberInfo* info = memberOf(type, member);
+    if (!info || error >= info->errors.size())
+        return 0;
+    *out = {info->errors[error].code, info->errors[error].when.data()};
     return 1;
 }
 

@@ -239,10 +239,14 @@ typedef struct vlgs_member {
     int hidden;
     size_t parameter_count;
     vlgs_type result;
+    size_t error_count;
+    const char* example;        /* what is typed after "vlgs call", NULL for none */
+    const char* example_output; /* and what that prints */
 } vlgs_member;
 
 typedef struct vlgs_parameter {
     const char* name;
+    const char* meaning;
     vlgs_type type;
     int optional;
     uint16_t standard_type; /* what stands for it when left out: VLGS_LONG, VLGS_TEXT or VLGS_EMPTY (the
@@ -256,6 +260,14 @@ typedef struct vlgs_parameter {
  * 0 to member_count + event_count - 1. Return 0 behind the last one. */
 int vlgs_member_describe(const vlgs_class* type, size_t member, vlgs_member* out);
 int vlgs_parameter_describe(const vlgs_class* type, size_t member, size_t parameter, vlgs_parameter* out);
+
+/* A failure that a member raises on its own account: a code of the message catalogue or a number of the run
+ * time, and the condition. */
+typedef struct vlgs_error_condition {
+    int32_t code;
+    const char* when;
+} vlgs_error_condition;
+int vlgs_error_describe(const vlgs_class* type, size_t member, size_t error, vlgs_error_condition* out);
 
 typedef struct vlgs_constant {
     const char* enumeration;

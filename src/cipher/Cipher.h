@@ -43,15 +43,25 @@ constexpr auto Cipher::describe() {
          .interfaceId = guid("f945957d-da33-49f3-a759-6c663f3ea997"),
          .creatable = true},
         identity(),
-        method<&Cipher::encode>(1, "encode", "Enciphers a text; returns hexadecimal digits", "sData", "sKey"),
-        method<&Cipher::decode>(2, "decode", "Deciphers hexadecimal digits; returns the text", "sData",
-                                "sKey"),
+        method<&Cipher::encode>(1, "encode", "Enciphers a text; returns hexadecimal digits",
+                                parameter("sData", "the text"), parameter("sKey", "20 hexadecimal digits")),
+        method<&Cipher::decode>(2, "decode", "Deciphers hexadecimal digits; returns the text",
+                                parameter("sData", "hexadecimal digits, 16 for every 8 characters"),
+                                parameter("sKey", "20 hexadecimal digits")),
         method<&Cipher::generateKey>(
             3, "generateKey", "Returns a new key of 20 hexadecimal digits, made from the system timer"),
         method<&Cipher::readEncodedFile>(4, "readEncodedFile", "Returns the deciphered content of a file",
-                                         "sPath", "sKey"),
+                                         parameter("sPath", "the file's path"),
+                                         parameter("sKey", "20 hexadecimal digits"))
+            .raises(RunTimeError::FileNotFound, "there is no such file")
+            .raises(RunTimeError::PathNotFound, "there is no such folder")
+            .raises(RunTimeError::PermissionDenied, "the file may not be read"),
         method<&Cipher::writeEncodedFile>(5, "writeEncodedFile", "Writes a text to a file, enciphered",
-                                          "sPath", "sKey", "sData"));
+                                          parameter("sPath", "the file's path"),
+                                          parameter("sKey", "20 hexadecimal digits"),
+                                          parameter("sData", "the text"))
+            .raises(RunTimeError::PathNotFound, "there is no such folder")
+            .raises(RunTimeError::PermissionDenied, "the file may not be written"));
 }
 
 } // namespace vlgs

@@ -88,6 +88,10 @@ class VLGS_API Conversion final : public CountedComponent {
 
     static constexpr auto describe() {
         using C = Conversion;
+        constexpr ErrorCondition noMoment[] = {
+            {eMsg_InvalidDateTimeFormat, "the value is no moment and both parts are wanted"},
+            {eMsg_InvalidDateFormat, "the value is no date and the date is wanted"},
+            {eMsg_InvalidTimeFormat, "the value is no time and the time is wanted"}};
         return describeClass<C>(
             {.name = "Conversion",
              .help = "Conversion and validation of attribute values, dates, times and revision numbers",
@@ -96,8 +100,9 @@ class VLGS_API Conversion final : public CountedComponent {
              .interfaceId = guid("5D3F2A17-91C4-4C5E-B7D8-1E6A0F9C4B21"),
              .creatable = true},
             identity(), //
-            method<&C::GetLocaleSetting>(1, "GetLocaleSetting", "A setting of the user's locale",
-                                         "lInfoType"),
+            method<&C::GetLocaleSetting>(
+                1, "GetLocaleSetting", "A setting of the user's locale",
+                parameter("lInfoType", "the platform's number of the locale item (14 is the decimal sign)")),
             method<&C::GetLocaleSettings>(2, "GetLocaleSettings", "The settings of the user's locale"),
             get<&C::LongDateFormat>(3, "LongDateFormat", "The user's long date pattern"),
             get<&C::LongDate>(4, "LongDate", "Today as a long date"),
@@ -119,58 +124,127 @@ class VLGS_API Conversion final : public CountedComponent {
                                            "The timestamp pattern with the user's separators"),
             method<&C::LocaleTimestamp>(18, "LocaleTimestamp",
                                         "The present moment with the user's separators"),
-            method<&C::RemoveWeekdayName>(19, "RemoveWeekdayName", "A date without weekday names", "sDate"),
-            method<&C::FormatAttrValueData>(20, "FormatAttrValueData",
-                                            "An attribute value in its native or the user's form", "vData",
-                                            "eDataType", "eConvType"),
-            method<&C::CBln>(21, "CBln", "A Boolean value as \"1\" or \"0\"", "vData",
-                             optional("bTypedReturn")),
-            method<&C::GenerateRevisionNumber>(22, "GenerateRevisionNumber", "The first revision number"),
-            method<&C::IncrementRevisionNumber>(23, "IncrementRevisionNumber", "The next revision number",
-                                                optional("sRevisionNumber")),
-            method<&C::IsValidCorvaRevisionNumber>(24, "IsValidCorvaRevisionNumber",
-                                                   "Whether a text is a revision number; normalises it",
-                                                   "sRevisionNumber"),
+            method<&C::RemoveWeekdayName>(19, "RemoveWeekdayName", "A date without weekday names",
+                                          parameter("sDate", "a date as text")),
+            method<&C::FormatAttrValueData>(
+                20, "FormatAttrValueData", "An attribute value in its native or the user's form",
+                parameter("vData", "the value"), parameter("eDataType", "the attribute's data type"),
+                parameter("eConvType", "the form that is wanted"))
+                .raises(eMsg_AttrValueIntegerValueNotNumeric, "an integer's value is no number")
+                .raises(eMsg_AttrValueIntegerValueFractionalPartNotZero, "an integer's value has a fraction")
+                .raises(eMsg_InvalidDateFormat, "a date's value is no date")
+                .raises(eMsg_InvalidTimeFormat, "a time's value is no time")
+                .raises(RunTimeError::TypeMismatch, "the value does not convert to the data type")
+                .raises(RunTimeError::Overflow, "the value is beyond the data type's range")
+                .example("Conversion.FormatAttrValueData 09:15 5 1", "33300"),
+            method<&C::CBln>(21, "CBln", "A Boolean value as \"1\" or \"0\"", parameter("vData", "the value"),
+                             optional("bTypedReturn", "receives the Boolean"))
+                .raises(RunTimeError::TypeMismatch, "the value does not convert to a Boolean")
+                .example("Conversion.CBln True", "1"),
+            method<&C::GenerateRevisionNumber>(22, "GenerateRevisionNumber", "The first revision number")
+                .example("Conversion.GenerateRevisionNumber", "1.0000"),
+            method<&C::IncrementRevisionNumber>(
+                23, "IncrementRevisionNumber", "The next revision number",
+                optional("sRevisionNumber", "the present number; an empty text begins"))
+                .raises(RunTimeError::Overflow, "the major part would pass 32 bits")
+                .example("Conversion.IncrementRevisionNumber 1.9999", "2.0000"),
+            method<&C::IsValidCorvaRevisionNumber>(
+                24, "IsValidCorvaRevisionNumber", "Whether a text is a revision number; normalises it",
+                parameter("sRevisionNumber", "the text, which becomes its normalised form"))
+                .raises(RunTimeError::Overflow, "a part is beyond 32 bits"),
             method<&C::RevNumComp>(25, "RevNumComp", "Compares two revision numbers: -1, 0, 1, or \"\"",
-                                   "sRevNum1", "sRevNum2"),
-            method<&C::PostFixCharacter>(26, "PostFixCharacter", "The character that the catalogue names"),
-            method<&C::CTimestamp>(27, "CTimestamp", "A value as a universal timestamp, garbage dropped",
-                                   "vLegalLocaleTimestamp", optional("bUseDatePart"),
-                                   optional("bUseTimePart"), optional("dtTypedReturn")),
-            method<&C::CTimestamp2>(28, "CTimestamp2", "A value as a universal timestamp",
-                                    "vLegalLocaleTimestamp", optional("bUseDatePart"),
-                                    optional("bUseTimePart"), optional("dtTypedReturn"),
-                                    optional("bTruncGarbage", 0)),
-            method<&C::CTimestamp3>(29, "CTimestamp3", "A value as a timestamp of either form",
-                                    "vLegalLocaleTimestamp", optional("bUseDatePart"),
-                                    optional("bUseTimePart"), optional("dtTypedReturn"),
-                                    optional("bTruncGarbage", 0), optional("bUseLocaleFormat", 0)),
-            method<&C::CLongDate>(30, "CLongDate", "A date in the user's long form", "vLegalLocaleDate",
-                                  optional("dtTypedReturn")),
-            method<&C::CShortDate>(31, "CShortDate", "A date in the user's short form", "vLegalLocaleDate",
-                                   optional("dtTypedReturn")),
-            method<&C::CUniversalDate>(32, "CUniversalDate", "A date in the universal form",
-                                       "vLegalLocaleDate", optional("dtTypedReturn")),
-            method<&C::CLocaleTime>(33, "CLocaleTime", "A time in the user's form", "vLegalLocaleTime",
-                                    optional("dtTypedReturn")),
-            method<&C::CUniversalTime>(34, "CUniversalTime", "A time in the universal form",
-                                       "vLegalLocaleTime", optional("dtTypedReturn")),
-            method<&C::CUniversalTimestampToLocale>(35, "CUniversalTimestampToLocale",
-                                                    "A universal timestamp with the user's separators",
-                                                    "vTimestamp"),
-            method<&C::IsValidDate>(36, "IsValidDate", "Whether a value is a date", "vDate",
-                                    optional("sReturn")),
-            method<&C::IsValidTime>(37, "IsValidTime", "Whether a value is a time", "vTime",
-                                    optional("sReturn")),
-            method<&C::IsValidTimestamp>(38, "IsValidTimestamp", "Whether a value is a timestamp",
-                                         "vTimestamp", optional("sReturn")),
-            method<&C::IsValidCorvaDate>(39, "IsValidCorvaDate", "Whether a value is a date", "vDate",
-                                         optional("bTruncGarbage", 0), optional("sReturn")),
-            method<&C::IsValidCorvaTime>(40, "IsValidCorvaTime", "Whether a value is a time", "vTime",
-                                         optional("bTruncGarbage", 0), optional("sReturn")),
-            method<&C::IsValidCorvaTimestamp>(41, "IsValidCorvaTimestamp", "Whether a value is a timestamp",
-                                              "vTimestamp", optional("bTruncGarbage", 0),
-                                              optional("sReturn")));
+                                   parameter("sRevNum1", "a revision number"),
+                                   parameter("sRevNum2", "the number to compare it with"))
+                .raises(RunTimeError::Overflow, "a part is beyond 32 bits")
+                .example("Conversion.RevNumComp 1.2 1.10", "-1"),
+            method<&C::PostFixCharacter>(26, "PostFixCharacter", "The character that the catalogue names")
+                .raises(RunTimeError::TypeMismatch, "the catalogue's text is no number")
+                .raises(RunTimeError::InvalidProcedureCall, "it is no character code"),
+            method<&C::CTimestamp>(
+                27, "CTimestamp", "A value as a universal timestamp, garbage dropped",
+                parameter("vLegalLocaleTimestamp",
+                          "a moment as text in the user's form, or a value that converts to a date"),
+                optional("bUseDatePart", "whether the date is wanted; neither part means both"),
+                optional("bUseTimePart", "whether the time is wanted; neither part means both"),
+                optional("dtTypedReturn", "receives the moment as a date"))
+                .raises(noMoment),
+            method<&C::CTimestamp2>(
+                28, "CTimestamp2", "A value as a universal timestamp",
+                parameter("vLegalLocaleTimestamp",
+                          "a moment as text in the user's form, or a value that converts to a date"),
+                optional("bUseDatePart", "whether the date is wanted; neither part means both"),
+                optional("bUseTimePart", "whether the time is wanted; neither part means both"),
+                optional("dtTypedReturn", "receives the moment as a date"),
+                optional("bTruncGarbage", 0, "whether what stands around the moment is dropped"))
+                .raises(noMoment),
+            method<&C::CTimestamp3>(
+                29, "CTimestamp3", "A value as a timestamp of either form",
+                parameter("vLegalLocaleTimestamp",
+                          "a moment as text in the user's form, or a value that converts to a date"),
+                optional("bUseDatePart", "whether the date is wanted; neither part means both"),
+                optional("bUseTimePart", "whether the time is wanted; neither part means both"),
+                optional("dtTypedReturn", "receives the moment as a date"),
+                optional("bTruncGarbage", 0, "whether what stands around the moment is dropped"),
+                optional("bUseLocaleFormat", 0, "whether the result has the user's separators"))
+                .raises(noMoment),
+            method<&C::CLongDate>(
+                30, "CLongDate", "A date in the user's long form",
+                parameter("vLegalLocaleDate",
+                          "a date as text in the user's form, or a value that converts to one"),
+                optional("dtTypedReturn", "receives the moment as a date"))
+                .raises(eMsg_InvalidDateFormat, "the value is no date"),
+            method<&C::CShortDate>(
+                31, "CShortDate", "A date in the user's short form",
+                parameter("vLegalLocaleDate",
+                          "a date as text in the user's form, or a value that converts to one"),
+                optional("dtTypedReturn", "receives the moment as a date"))
+                .raises(eMsg_InvalidDateFormat, "the value is no date"),
+            method<&C::CUniversalDate>(
+                32, "CUniversalDate", "A date in the universal form",
+                parameter("vLegalLocaleDate",
+                          "a date as text in the user's form, or a value that converts to one"),
+                optional("dtTypedReturn", "receives the moment as a date"))
+                .raises(eMsg_InvalidDateFormat, "the value is no date")
+                .example("Conversion.CUniversalDate 12/31/2009", "2009-12-31"),
+            method<&C::CLocaleTime>(
+                33, "CLocaleTime", "A time in the user's form",
+                parameter("vLegalLocaleTime",
+                          "a time as text in the user's form, or a value that converts to one"),
+                optional("dtTypedReturn", "receives the moment as a date"))
+                .raises(eMsg_InvalidTimeFormat, "the value is no time"),
+            method<&C::CUniversalTime>(
+                34, "CUniversalTime", "A time in the universal form",
+                parameter("vLegalLocaleTime",
+                          "a time as text in the user's form, or a value that converts to one"),
+                optional("dtTypedReturn", "receives the moment as a date"))
+                .raises(eMsg_InvalidTimeFormat, "the value is no time")
+                .example("Conversion.CUniversalTime '1:02 PM'", "13:02:00"),
+            method<&C::CUniversalTimestampToLocale>(
+                35, "CUniversalTimestampToLocale", "A universal timestamp with the user's separators",
+                parameter("vTimestamp", "a timestamp in the universal form")),
+            method<&C::IsValidDate>(
+                36, "IsValidDate", "Whether a value is a date", parameter("vDate", "the value"),
+                optional("sReturn", "receives the converted text; stays as it is when the answer is False")),
+            method<&C::IsValidTime>(
+                37, "IsValidTime", "Whether a value is a time", parameter("vTime", "the value"),
+                optional("sReturn", "receives the converted text; stays as it is when the answer is False")),
+            method<&C::IsValidTimestamp>(
+                38, "IsValidTimestamp", "Whether a value is a timestamp",
+                parameter("vTimestamp", "the value"),
+                optional("sReturn", "receives the converted text; stays as it is when the answer is False")),
+            method<&C::IsValidCorvaDate>(
+                39, "IsValidCorvaDate", "Whether a value is a date", parameter("vDate", "the value"),
+                optional("bTruncGarbage", 0, "whether what stands around the moment is dropped"),
+                optional("sReturn", "receives the converted text; stays as it is when the answer is False")),
+            method<&C::IsValidCorvaTime>(
+                40, "IsValidCorvaTime", "Whether a value is a time", parameter("vTime", "the value"),
+                optional("bTruncGarbage", 0, "whether what stands around the moment is dropped"),
+                optional("sReturn", "receives the converted text; stays as it is when the answer is False")),
+            method<&C::IsValidCorvaTimestamp>(
+                41, "IsValidCorvaTimestamp", "Whether a value is a timestamp",
+                parameter("vTimestamp", "the value"),
+                optional("bTruncGarbage", 0, "whether what stands around the moment is dropped"),
+                optional("sReturn", "receives the converted text; stays as it is when the answer is False")));
     }
     static const ClassInfo& description();
     const ClassInfo* classInfo() const noexcept override { return &description(); }

@@ -72,23 +72,38 @@ constexpr auto DDE::describe() {
                get<&DDE::Default>(1, "Default",
                                   "The default link target, application and topic around \"|\""),
                put<&DDE::SetDefault>(1, "Default",
-                                     "The default link target, application and topic around \"|\"", "sTopic"),
-               method<&DDE::OpenLink>(2, "OpenLink", "Opens a link", optional("sTopic")),
+                                     "The default link target, application and topic around \"|\"",
+                                     parameter("sTopic", "application and topic around \"|\"")),
+               method<&DDE::OpenLink>(2, "OpenLink", "Opens a link",
+                                      optional("sTopic", "application and topic around \"|\""))
+                   .raises(10000, "always: links are disabled"),
                method<&DDE::ExecuteCommand>(3, "ExecuteCommand", "Executes a command over the link",
-                                            "sCommand"),
-               method<&DDE::GetData>(4, "GetData", "Returns the data of an item", "sItem"),
-               method<&DDE::SendData>(5, "SendData", "Sends data for an item", "sItem", "sData"),
-               method<&DDE::CloseLink>(6, "CloseLink", "Closes the link"),
+                                            parameter("sCommand", "the command"))
+                   .raises(1001, "no link is open"),
+               method<&DDE::GetData>(4, "GetData", "Returns the data of an item",
+                                     parameter("sItem", "the name of the item"))
+                   .raises(1001, "no link is open"),
+               method<&DDE::SendData>(5, "SendData", "Sends data for an item",
+                                      parameter("sItem", "the name of the item"),
+                                      parameter("sData", "the data"))
+                   .raises(1001, "no link is open"),
+               method<&DDE::CloseLink>(6, "CloseLink", "Closes the link").raises(1001, "no link is open"),
                get<&DDE::IsLinked>(7, "IsLinked", "Whether a link is open"),
                get<&DDE::LinkTopic>(8, "LinkTopic", "The topic used last"),
                get<&DDE::LinkItem>(9, "LinkItem", "The item used last"),
                get<&DDE::LinkCommand>(10, "LinkCommand", "The command used last"))
-        .withEvents(
-            method<&DDEEvents::LinkOpened>(1, "LinkOpened", "A link was opened", "sTopic"),
-            method<&DDEEvents::LinkClosed>(2, "LinkClosed", "The link was closed", "sTopic"),
-            method<&DDEEvents::CommandExecuted>(3, "CommandExecuted", "A command was executed", "sCommand"),
-            method<&DDEEvents::DataRetrieved>(4, "DataRetrieved", "Data was retrieved", "sData", "sItem"),
-            method<&DDEEvents::DataSent>(5, "DataSent", "Data was sent", "sData", "sItem"));
+        .withEvents(method<&DDEEvents::LinkOpened>(1, "LinkOpened", "A link was opened",
+                                                   parameter("sTopic", "application and topic around \"|\"")),
+                    method<&DDEEvents::LinkClosed>(2, "LinkClosed", "The link was closed",
+                                                   parameter("sTopic", "application and topic around \"|\"")),
+                    method<&DDEEvents::CommandExecuted>(3, "CommandExecuted", "A command was executed",
+                                                        parameter("sCommand", "the command")),
+                    method<&DDEEvents::DataRetrieved>(4, "DataRetrieved", "Data was retrieved",
+                                                      parameter("sData", "the data"),
+                                                      parameter("sItem", "the name of the item")),
+                    method<&DDEEvents::DataSent>(5, "DataSent", "Data was sent",
+                                                 parameter("sData", "the data"),
+                                                 parameter("sItem", "the name of the item")));
 }
 
 } // namespace vlgs

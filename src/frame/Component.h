@@ -3,6 +3,7 @@
 
 #include "automation/ClassDescription.h"
 #include "frame/InterfaceIdentifiers.h"
+#include "frame/Messages.h"
 
 namespace vlgs {
 

@@ -89,21 +89,36 @@ class VLGS_API Resource final : public Component {
             get<&Resource::LanguageOverride>(7, "LanguageOverride",
                                              "The language of texts, in place of the user's"),
             put<&Resource::SetLanguageOverride>(
-                7, "LanguageOverride", "The language of texts, in place of the user's", "sLanguageCode"),
+                7, "LanguageOverride", "The language of texts, in place of the user's",
+                parameter("sLanguageCode", "a language code; an empty one changes nothing")),
             get<&Resource::MessageMin>(8, "MessageMin", "The lowest message number"),
             get<&Resource::MessageMax>(9, "MessageMax", "The highest message number, as text"),
-            get<&Resource::ResourceString>(10, "ResourceString", "The text of a message", "lIndex",
-                                           optional("sLanguageCode")),
-            get<&Resource::ResourceReplaceableString>(11, "ResourceReplaceableString",
-                                                      "The text of a message with its insertions", "Index",
-                                                      "sLanguageCode", "vReplaceableParams"),
-            get<&Resource::ResourceReplaceableString2>(12, "ResourceReplaceableString2",
-                                                       "The text of a message with its insertions", "lIndex",
-                                                       "sLanguageCode", optional("vReplaceableParams")),
+            get<&Resource::ResourceString>(
+                10, "ResourceString", "The text of a message", parameter("lIndex", "the message's number"),
+                optional("sLanguageCode", "a language code as \"de\"; the user's language when empty"))
+                .raises(RunTimeError::ResourceNotFound, "a number in range has no text"),
+            get<&Resource::ResourceReplaceableString>(
+                11, "ResourceReplaceableString", "The text of a message with its insertions",
+                parameter("Index", "the message's number"),
+                parameter("sLanguageCode", "a language code as \"de\"; the user's language when empty"),
+                parameter("vReplaceableParams", "an array of the texts for %1, %2 and so on"))
+                .raises(RunTimeError::ResourceNotFound, "a number in range has no text"),
+            get<&Resource::ResourceReplaceableString2>(
+                12, "ResourceReplaceableString2", "The text of a message with its insertions",
+                parameter("lIndex", "the message's number"),
+                parameter("sLanguageCode", "a language code as \"de\"; the user's language when empty"),
+                optional("vReplaceableParams", "an array of the texts for %1, %2 and so on"))
+                .raises(RunTimeError::ResourceNotFound, "a number in range has no text")
+                .raises(RunTimeError::TypeMismatch, "the parameters are neither an array nor left out"),
             method<&Resource::IsValidIndex>(13, "IsValidIndex",
-                                            "Whether a number is in the range of messages", "lIndex"),
-            get<&Resource::ResourceOfFormat>(14, "Resource", "A resource of a kind by its number", "lIndex",
-                                             "lFormat", optional("sLanguageCode")),
+                                            "Whether a number is in the range of messages",
+                                            parameter("lIndex", "the message's number")),
+            get<&Resource::ResourceOfFormat>(
+                14, "Resource", "A resource of a kind by its number",
+                parameter("lIndex", "the message's number"),
+                parameter("lFormat", "the kind of the resource; the file holds texts alone"),
+                optional("sLanguageCode", "a language code as \"de\"; the user's language when empty"))
+                .raises(RunTimeError::ResourceNotFound, "there is no such resource"),
             std::get<4>(identityRows), std::get<5>(identityRows));
     }
     static const ClassInfo& description();

@@ -36,11 +36,22 @@ constexpr auto GUID::describe() {
          .interfaceId = guid("5077f256-94f7-4b2f-83ef-c853f6ecd369"),
          .creatable = true},
         identity(), method<&GUID::GenerateGUID>(1, "GenerateGUID", "Returns a new GUID as text"),
-        get<&GUID::IsEqualGUID>(2, "IsEqualGUID", "Whether two texts are the same GUID", "sGUID1", "sGUID2"),
-        get<&GUID::GUIDFromProgID>(3, "GUIDFromProgID", "The GUID of the class registered under a ProgID",
-                                   "sProgID"),
+        get<&GUID::IsEqualGUID>(
+            2, "IsEqualGUID", "Whether two texts are the same GUID",
+            parameter("sGUID1", "an identifier, with or without braces as GenerateGUID writes it"),
+            parameter("sGUID2", "the other one"))
+            .raises(4000, "a text is no identifier"),
+        get<&GUID::GUIDFromProgID>(
+            3, "GUIDFromProgID", "The GUID of the class registered under a ProgID",
+            parameter("sProgID", "a programmatic identifier, as \"VlGeneralServices.Files\""))
+            .raises(4001, "no class is registered under the name")
+            .example("GUID.GUIDFromProgID VlGeneralServices.Files", "{4A603093-7650-4169-B9E0-C2BFB2946409}"),
         get<&GUID::ProgIDFromGUID>(4, "ProgIDFromGUID", "The ProgID of the class registered under a GUID",
-                                   "sGUID"));
+                                   parameter("sGUID", "the identifier of a class"))
+            .raises(4000, "the text is no identifier")
+            .raises(4003, "the class is unknown or has no name")
+            .example("GUID.ProgIDFromGUID {4A603093-7650-4169-B9E0-C2BFB2946409}",
+                     "VlGeneralServices.Files"));
 }
 
 } // namespace vlgs

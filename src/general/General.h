@@ -53,52 +53,70 @@ constexpr auto General::describe() {
         method<&General::VariantToCSV>(
             1, "VariantToCSV",
             "Returns the a comma-delimited string containing the members of each element of a Variant array.",
-            "vKeys", optional("lStart"), optional("lEnd")),
+            parameter("vKeys", "an array with one or two dimensions"),
+            optional("lStart", "the first index; the array's own where it does not stand"),
+            optional("lEnd", "the last index; the array's own where it does not stand")),
         method<&General::CSVToVariant>(
             2, "CSVToVariant",
             "Returns a Variant array containing the members of a comma-delimited string. Blank-spaces are "
             "set to zero. Output is reverse of input.",
-            "sKeys", optional("sDelimiter", u","), optional("lStart"), optional("lEnd"),
-            optional("lChunkSize", standardChunkSize)),
+            parameter("sKeys", "whole numbers between delimiters"),
+            optional("sDelimiter", u",", "its first character separates the fields"),
+            optional("lStart", "without effect"), optional("lEnd", "without effect"),
+            optional("lChunkSize", standardChunkSize, "by how many fields the room for the result grows"))
+            .raises(RunTimeError::SubscriptOutOfRange,
+                    "a field without a digit at its end lies beyond the room made so far")
+            .raises(RunTimeError::Overflow, "a number is beyond 32 bits")
+            .example("General.CSVToVariant 1,2,3", "3\n2\n1"),
         method<&General::CollectionToCSV>(
             3, "CollectionToCSV",
             "Returns the a comma-delimited string conataining the members of each element of a "
             "VBA.Collection object.",
-            "colKeys", optional("lStart"), optional("lEnd")),
+            parameter("colKeys", "any object with Count and Item"),
+            optional("lStart", "the first index; the array's own where it does not stand"),
+            optional("lEnd", "the last index; the array's own where it does not stand")),
         method<&General::ParseDelimitedString>(
             4, "ParseDelimitedString",
-            "Returns the items of a delimited string, in upper case, as an ordered collection.", "sData",
-            "sDelimiter"),
+            "Returns the items of a delimited string, in upper case, as an ordered collection.",
+            parameter("sData", "the text, which loses its outer blanks"),
+            parameter("sDelimiter", "the one character between the items")),
         method<&General::CopyVariantArrayToDictionary>(
             5, "CopyVariantArrayToDictionary",
             "Copies the contents of a Variant array (up to two dimensions) to a dictionary.\r\n"
             "Keys are the texts of the elements.\r\nDuplicates are not added.",
-            "vSourceArray", optional("oDestinationDictionary")),
+            parameter("vSourceArray", "an array with one or two dimensions"),
+            optional("oDestinationDictionary",
+                     "the dictionary to fill; receives a new one when it is no object")),
         method<&General::CopyDictionaryToVariantArray>(
             6, "CopyDictionaryToVariantArray",
             "Copies the contents of a Dictionary to a Variant array (up to two dimensions) .\r\n"
             "Duplicates are added.\r\nOnly the last dimension of the array is copied.",
-            "oSourceDictionary", optional("vDestinationArray")),
+            parameter("oSourceDictionary", "a dictionary, or any object with Items"),
+            optional("vDestinationArray", "the array that grows; becomes one when it is none")),
         method<&General::GetArrayUpperDimension>(
             7, "GetArrayUpperDimension",
             "Determines the uppermost dimension of an array.\r\nOptionally returns the lower-bound of the "
             "first dimension.",
-            "vVariant", optional("iLowerDimensionLBound")),
+            parameter("vVariant", "any value"),
+            optional("iLowerDimensionLBound", "receives the lower bound of the first dimension")),
         method<&General::GetArrayDimensions>(8, "GetArrayDimensions",
-                                             "Returns the number of dimensions in an array", "vArray"),
-        method<&General::GetArrayElemCount>(9, "GetArrayElemCount",
-                                            "Returns the number of elements in the Nth dimension of an array",
-                                            "vArray", optional("lDimension", 1)),
+                                             "Returns the number of dimensions in an array",
+                                             parameter("vArray", "the array")),
+        method<&General::GetArrayElemCount>(
+            9, "GetArrayElemCount", "Returns the number of elements in the Nth dimension of an array",
+            parameter("vArray", "the array"), optional("lDimension", 1, "the dimension, from 1")),
         method<&General::GetArrayElemIndexFromPosition>(
             10, "GetArrayElemIndexFromPosition",
-            "Returns the index for a one-base position in a one-based or zero-based array", "vArray",
-            "lPosition", optional("lDimension", 1)),
-        method<&General::IsSameDataType>(11, "IsSameDataType",
-                                         "Always True: no value is refused, whatever the data types listed.",
-                                         "vValue", "vDataTypes"),
+            "Returns the index for a one-base position in a one-based or zero-based array",
+            parameter("vArray", "the array"), parameter("lPosition", "a position from 1"),
+            optional("lDimension", 1, "the dimension, from 1")),
+        method<&General::IsSameDataType>(
+            11, "IsSameDataType", "Always True: no value is refused, whatever the data types listed.",
+            parameter("vValue", "any value"), parameter("vDataTypes", "an array of type codes")),
         method<&General::HTMLtoText>(
             12, "HTMLtoText", "Returns the plain text of an HTML text, or the HTML text without its scripts.",
-            "sSourceHTMLText", optional("bRemoveScriptOnly", 0)));
+            parameter("sSourceHTMLText", "the HTML text"),
+            optional("bRemoveScriptOnly", 0, "whether only the scripts are removed")));
 }
 
 } // namespace vlgs

@@ -52,19 +52,31 @@ class VLGS_API Buffer final : public Component {
              .interfaceId = guid("2831711F-FB7C-4CC2-A404-DE14CA3C59A3"),
              .creatable = true},
             identity(),
-            put<&Buffer::SetChunkSize>(1, "ChunkSize", "Least number of bytes by which the store grows",
-                                       "lChunkSize"),
+            put<&Buffer::SetChunkSize>(
+                1, "ChunkSize", "Least number of bytes by which the store grows",
+                parameter("lChunkSize", "a number of bytes; 200 for a number below 1")),
             get<&Buffer::ChunkSize>(1, "ChunkSize", "Least number of bytes by which the store grows"),
-            put<&Buffer::SetCompact>(2, "Compact", "Whether texts are stored in the system's code page",
-                                     "bCompact"),
+            put<&Buffer::SetCompact>(
+                2, "Compact", "Whether texts are stored in the system's code page",
+                parameter("bCompact",
+                          "whether bytes of the code page are stored in place of 16-bit characters")),
             get<&Buffer::Compact>(2, "Compact", "Whether texts are stored in the system's code page"),
             method<&Buffer::Clear>(3, "Clear", "Empties the store and sets all properties back"),
-            put<&Buffer::SetDelimiter>(4, "Delimiter", "What follows every stored text", "sDelimiter"),
+            put<&Buffer::SetDelimiter>(
+                4, "Delimiter", "What follows every stored text",
+                parameter("sDelimiter", "what follows each text that is stored from now on")),
             get<&Buffer::Delimiter>(4, "Delimiter", "What follows every stored text"),
-            method<&Buffer::PutData>(5, "PutData", "Stores a text or the elements of an array",
-                                     optional("vData"), optional("sDelimiter")),
-            method<&Buffer::GetData>(6, "GetData", "Gives what is stored, in one of three forms",
-                                     "eStreamType", optional("sDelimiter")));
+            method<&Buffer::PutData>(
+                5, "PutData", "Stores a text or the elements of an array",
+                optional("vData", "a text, a value that converts to one, or an array of such"),
+                optional("sDelimiter", "what follows the text; the property when empty"))
+                .raises(RunTimeError::TypeMismatch, "an element is an object")
+                .raises(RunTimeError::SubscriptOutOfRange, "an array has not one dimension")
+                .raises(RunTimeError::Overflow, "the store would pass 2,147,483,647 bytes"),
+            method<&Buffer::GetData>(
+                6, "GetData", "Gives what is stored, in one of three forms",
+                parameter("eStreamType", "1 bytes, 2 an array of texts, 3 one text; Empty for another"),
+                optional("sDelimiter", "what the texts are split at; the property when empty")));
     }
     static const ClassInfo& description();
     const ClassInfo* classInfo() const noexcept override { return &description(); }

@@ -168,38 +168,80 @@ constexpr auto INIFile::describe() {
         get<&INIFile::FileDirectory>(4, "FileDirectory", "The file's folder"),
         get<&INIFile::FullPath>(5, "FullPath", "The file's folder and name"),
         get<&INIFile::Sections>(defaultMember, "Sections", "The sections in order"),
-        get<&INIFile::Section>(6, "Section", "A section by name or position", "vSection"),
-        get<&INIFile::Key>(7, "key", "A key of a section by name or position", "vSection", "vKey"),
-        get<&INIFile::KeyValue>(8, "KeyValue", "The text of a key", "sSection", "sKey"),
-        method<&INIFile::CreateSection>(9, "CreateSection", "Finds or creates a section", "sSectionName",
-                                        optional("Before"), optional("After")),
-        method<&INIFile::CreateKey>(10, "CreateKey", "Creates a key or changes its text", "vSection",
-                                    "sKeyName", "sKeyValue", optional("Before"), optional("After")),
-        method<&INIFile::Save>(11, "Save", "Writes the document to its file or to another one",
-                               optional("sSaveAs", u"")),
+        get<&INIFile::Section>(
+            6, "Section", "A section by name or position",
+            parameter("vSection", "a section, by its name in any case or its position from 1")),
+        get<&INIFile::Key>(7, "key", "A key of a section by name or position",
+                           parameter("vSection", "a section, by its name in any case or its position from 1"),
+                           parameter("vKey", "a key, by its name in any case or its position from 1")),
+        get<&INIFile::KeyValue>(8, "KeyValue", "The text of a key",
+                                parameter("sSection", "the section's name"),
+                                parameter("sKey", "the key's name")),
+        method<&INIFile::CreateSection>(
+            9, "CreateSection", "Finds or creates a section",
+            parameter("sSectionName", "the name; a section that is there is returned"),
+            optional("Before", "the member before which the new one goes: its position from 1 or its key"),
+            optional("After", "the member behind which the new one goes; not together with Before"))
+            .raises(eMsg_SectionNameCannotBeBlank, "the name is empty")
+            .raises(RunTimeError::InvalidProcedureCall, "Before or After names no section, or both are given")
+            .raises(RunTimeError::TypeMismatch, "Before or After is neither a number nor a text"),
+        method<&INIFile::CreateKey>(
+            10, "CreateKey", "Creates a key or changes its text",
+            parameter("vSection", "the section, which is created when there is none of that name"),
+            parameter("sKeyName", "the name; the text of a key that is there changes"),
+            parameter("sKeyValue", "the key's text"),
+            optional("Before", "the member before which the new one goes: its position from 1 or its key"),
+            optional("After", "the member behind which the new one goes; not together with Before"))
+            .raises(eMsg_KeyNameCannotBeBlank, "the name is empty"),
+        method<&INIFile::Save>(
+            11, "Save", "Writes the document to its file or to another one",
+            optional("sSaveAs", u"",
+                     "the path to write to and to be bound to; the document's own when empty"))
+            .raises(eMsg_ErrorSavingINIFileX,
+                    "the file cannot be written, or the code page holds a character not"),
         method<&INIFile::Clone>(12, "Clone", "A document with the same content and another path",
-                                "sNewFilename"),
+                                parameter("sNewFilename", "the path to which the new document is bound")),
         method<&INIFile::Clear>(13, "Clear", "Lets go of all sections"),
-        method<&INIFile::GetStream>(14, "GetStream", "The document as one text", optional("bUseCRLF", 0)),
+        method<&INIFile::GetStream>(14, "GetStream", "The document as one text",
+                                    optional("bUseCRLF", 0, "whether each line ends in CR LF")),
         method<&INIFile::GetStream2>(15, "GetStream2", "The document in a form of streams",
-                                     optional("eStreamType"), optional("sDelimiter")),
-        method<&INIFile::PutStream>(16, "PutStream", "Reads lines that end in CR LF into the document",
-                                    "vData"),
-        method<&INIFile::PutStream2>(17, "PutStream2", "Reads lines into the document", "vData",
-                                     optional("eStreamType"), optional("sDelimiter"),
-                                     optional("bCompact", 0)),
+                                     optional("eStreamType", "1 bytes, 2 an array of texts, 3 one text"),
+                                     optional("sDelimiter", "what stands between lines; CR LF when empty"))
+            .raises(eMsg_StreamingErrorX, "the text cannot be made"),
+        method<&INIFile::PutStream>(
+            16, "PutStream", "Reads lines that end in CR LF into the document",
+            parameter("vData", "a text, or an array of texts, whose lines end in CR LF"))
+            .raises(eMsg_ErrorReadingINIFileX, "the file cannot be read"),
+        method<&INIFile::PutStream2>(17, "PutStream2", "Reads lines into the document",
+                                     parameter("vData", "a text or an array of texts"),
+                                     optional("eStreamType", "without effect"),
+                                     optional("sDelimiter", "what stands between lines; CR LF when empty"),
+                                     optional("bCompact", 0, "whether the text is in the system's code page"))
+            .raises(eMsg_ErrorReadingINIFileX, "the file cannot be read"),
         get<&INIFile::DelayedDelete>(18, "DelayedDelete", "Whether the file is deleted as the document ends"),
-        put<&INIFile::SetDelayedDelete>(18, "DelayedDelete",
-                                        "Whether the file is deleted as the document ends", "bDelete"),
+        put<&INIFile::SetDelayedDelete>(
+            18, "DelayedDelete", "Whether the file is deleted as the document ends",
+            parameter("bDelete", "whether the document deletes its file as it ends")),
         method<&INIFile::Delete>(19, "Delete", "Deletes the file"),
-        method<&INIFile::DeleteSection>(20, "DeleteSection", "Removes a section", "vSection"),
-        method<&INIFile::DeleteKey>(21, "DeleteKey", "Removes a key of a section", "vSection", "vKey"),
-        get<&INIFile::KeyCount>(22, "KeyCount", "Number of keys of a section", "vSection"),
-        get<&INIFile::Count>(23, "Count", "Number of sections"),
-        get<&INIFile::SectionCount>(24, "SectionCount", "Number of sections"),
+        method<&INIFile::DeleteSection>(
+            20, "DeleteSection", "Removes a section",
+            parameter("vSection", "a section, by its name in any case or its position from 1")),
+        method<&INIFile::DeleteKey>(
+            21, "DeleteKey", "Removes a key of a section", parameter("vSection", "the section's name"),
+            parameter("vKey", "a key, by its name in any case or its position from 1")),
+        get<&INIFile::KeyCount>(
+            22, "KeyCount", "Number of keys of a section",
+            parameter("vSection", "a section, by its name in any case or its position from 1")),
+        get<&INIFile::Count>(23, "Count", "Number of sections")
+            .raises(RunTimeError::ObjectVariableNotSet,
+                    "the document has no collection of sections, as after Clear"),
+        get<&INIFile::SectionCount>(24, "SectionCount", "Number of sections")
+            .raises(RunTimeError::ObjectVariableNotSet,
+                    "the document has no collection of sections, as after Clear"),
         get<&INIFile::TotalKeyCount>(25, "TotalKeyCount", "Number of keys of all sections"),
         get<&INIFile::Locked>(26, "Locked", "Whether the file is held open against writers"),
-        put<&INIFile::SetLocked>(26, "Locked", "Whether the file is held open against writers", "bLocked"),
+        put<&INIFile::SetLocked>(26, "Locked", "Whether the file is held open against writers",
+                                 parameter("bLocked", "True holds the file, False lets it go")),
         identity(ordinaryClassName));
 }
 

@@ -41,11 +41,19 @@ constexpr auto CorvaTools::describe() {
          .interfaceId = guid("89e6ec84-05c0-4a56-80d0-8f0947a834cc"),
          .creatable = true},
         identity(),
-        method<&CorvaTools::IsDocLocked>(1, "IsDocLocked", "Whether a document of a project is locked",
-                                         "sPath", "sGUID"),
-        method<&CorvaTools::Hash>(2, "Hash", "A hash of a text, 0 to 16383", "sValue"),
+        method<&CorvaTools::IsDocLocked>(
+            1, "IsDocLocked", "Whether a document of a project is locked",
+            parameter("sPath", "a path inside the project's folder, normally the project file"),
+            parameter("sGUID", "the document's identifier, in any case"))
+            .raises(RunTimeError::PermissionDenied, "the folder cannot be read"),
+        method<&CorvaTools::Hash>(2, "Hash", "A hash of a text, 0 to 16383",
+                                  parameter("sValue", "the text, which stays as it is"))
+            .example("CorvaTools.Hash AB", "4091"),
         method<&CorvaTools::RetrieveViewProperties>(3, "RetrieveViewProperties",
-                                                    "The objects of a view property string", "sProperties"));
+                                                    "The objects of a view property string",
+                                                    parameter("sProperties", "a view property string"))
+            .raises(eMsg_ErrorReadingViewPropertiesStringX, "the text is no view property string")
+            .raises(eMsg_QuotesNotEvenX, "a quote is not closed"));
 }
 
 } // namespace vlgs

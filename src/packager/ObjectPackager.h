@@ -44,13 +44,17 @@ constexpr auto ObjectPackager::describe() {
         identity(),
         method<&ObjectPackager::PackObject>(1, "PackObject",
                                             "Returns a descriptor of an object that holds no reference to it",
-                                            "oObject", optional("lObjPtr")),
-        method<&ObjectPackager::UnpackObject>(2, "UnpackObject", "Returns the object of a descriptor",
-                                              "vDescriptor"),
+                                            parameter("oObject", "the object; the Decimal 0 for none"),
+                                            optional("lObjPtr", "receives the object's number")),
+        method<&ObjectPackager::UnpackObject>(
+            2, "UnpackObject", "Returns the object of a descriptor",
+            parameter("vDescriptor", "a value that PackObject returned, or any other")),
         get<&ObjectPackager::IsDescriptorFormat>(
-            3, "IsDescriptorFormat", "Whether a value has the form of a descriptor", "vDescriptor"),
+            3, "IsDescriptorFormat", "Whether a value has the form of a descriptor",
+            parameter("vDescriptor", "a value that PackObject returned, or any other")),
         get<&ObjectPackager::RefCount>(
-            4, "RefCount", "The number of references to the object of a descriptor", "vDescriptor"));
+            4, "RefCount", "The number of references to the object of a descriptor",
+            parameter("vDescriptor", "a value that PackObject returned, or any other")));
 }
 
 } // namespace vlgs

@@ -36,11 +36,13 @@ constexpr auto RegValue::describe() {
          .interfaceId = guid("031A19DF-3D33-4253-8731-7152A8D019B4"),
          .creatable = true},
         identity(), get<&RegValue::DataType>(1, "DataType", "The type of the data"),
-        put<&RegValue::SetDataType>(1, "DataType", "The type of the data", "eNewType"),
+        put<&RegValue::SetDataType>(1, "DataType", "The type of the data", parameter("eNewType", "the type")),
         get<&RegValue::ValueName>(2, "ValueName", "The name of the value"),
-        put<&RegValue::SetValueName>(2, "ValueName", "The name of the value", "sNewName"),
+        put<&RegValue::SetValueName>(
+            2, "ValueName", "The name of the value",
+            parameter("sNewName", "the name; an empty one is the key's default value")),
         get<&RegValue::Value>(3, "Value", "The data"),
-        put<&RegValue::SetValue>(3, "Value", "The data", "vNewValue"));
+        put<&RegValue::SetValue>(3, "Value", "The data", parameter("vNewValue", "the data")));
 }
 
 } // namespace vlgs

@@ -46,8 +46,14 @@ constexpr auto ViewProperties::describe() {
          .interfaceId = guid("8a46fa53-1961-4f3f-9740-02261a6a5222")},
         identity(), method<&ViewProperties::Clear>(1, "Clear", "Empties the dictionary and lets it go"),
         get<&ViewProperties::Dictionary>(2, "Dictionary", "The properties by name"),
-        get<&ViewProperties::PropertyString>(3, "PropertyString", "The properties as text"),
-        put<&ViewProperties::SetPropertyString>(3, "PropertyString", "The properties as text", "sValue"));
+        get<&ViewProperties::PropertyString>(3, "PropertyString", "The properties as text")
+            .raises(eMsg_ErrorReadingViewPropertiesStringX,
+                    "reading: the dictionary holds what cannot be written")
+            .raises(eMsg_ErrorSettingPropertyStringX,
+                    "writing: the text is no view property string; nothing changes"),
+        put<&ViewProperties::SetPropertyString>(
+            3, "PropertyString", "The properties as text",
+            parameter("sValue", "a view property string, in place of all that was there")));
 }
 
 } // namespace vlgs

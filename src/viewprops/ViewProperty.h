@@ -56,13 +56,16 @@ constexpr auto ViewProperty::describe() {
         identity(ordinaryClassName),
         method<&ViewProperty::Clear>(1, "Clear", "Lets value, type and key side go"),
         get<&ViewProperty::DataType>(2, "DataType", type),
-        put<&ViewProperty::SetDataType>(2, "DataType", type, "DataType"),
+        put<&ViewProperty::SetDataType>(2, "DataType", type, parameter("DataType", "b, i, s, y, p, c or d")),
         get<&ViewProperty::Value>(defaultMember, "Value", value),
-        putRef<&ViewProperty::SetValue>(defaultMember, "Value", value, "vValue"),
-        put<&ViewProperty::SetValue>(defaultMember, "Value", value, "vValue"),
+        putRef<&ViewProperty::SetValue>(defaultMember, "Value", value,
+                                        parameter("vValue", "a plain value or an object")),
+        put<&ViewProperty::SetValue>(defaultMember, "Value", value,
+                                     parameter("vValue", "a plain value or an object")),
         get<&ViewProperty::KeySideViewProperty>(3, "KeySideViewProperty", keySide),
-        putRef<&ViewProperty::SetKeySideViewProperty>(3, "KeySideViewProperty", keySide,
-                                                      "KeySideViewProperty"));
+        putRef<&ViewProperty::SetKeySideViewProperty>(
+            3, "KeySideViewProperty", keySide,
+            parameter("KeySideViewProperty", "the property that is the pair's key")));
 }
 
 } // namespace vlgs

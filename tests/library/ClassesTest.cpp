@@ -51,5 +51,15 @@ TEST(Classes, IdentifiersAreAllDifferent) {
         EXPECT_TRUE(seen.insert(info->id.bytes).second) << info->name;
 }
 
+TEST(Classes, RowsTellWhatTheirMembersAndParametersMean) {
+    for (const auto* info : classes())
+        for (const auto& member : info->members()) {
+            EXPECT_FALSE(member.help.empty()) << info->name() << '.' << member.name;
+            for (const auto& parameter : member.parameters)
+                EXPECT_FALSE(parameter.meaning.empty())
+                    << info->name() << '.' << member.name << ' ' << parameter.name;
+        }
+}
+
 } // namespace
 } // namespace vlgs

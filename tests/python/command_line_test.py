@@ -2,8 +2,13 @@
 
 import json
 import os
+import pathlib
+import re
+import shlex
 import subprocess
 import unittest
+
+ROOT = pathlib.Path(__file__).resolve().parents[2]
 
 
 def vlgs(*words, **variables):
@@ -72,6 +77,25 @@ class CommandLineTest(unittest.TestCase):
         self.assertIn("interface", vlgs("idl")[1])
         self.assertRegex(vlgs("--version")[1], r"^vlgs 9\.1002\.0\.23$")
         self.assertIn("usage", vlgs("--help")[1])
+
+    def test_the_reference_is_the_committed_one(self):
+        pages = {"README.md": vlgs("describe", "--markdown")[1]}
+        for line in vlgs("classes")[1].splitlines():
+            name = line.split()[0]
+            pages[name + ".md"] = vlgs("describe", "--markdown", name)[1]
+        committed = {page.name: page.read_text() for page in (ROOT / "docs/reference").glob("*.md")}
+        self.assertEqual(sorted(committed), sorted(pages))
+        for name, text in pages.items():
+            self.assertTrue(committed[name] == text, f"docs/reference/{name} is stale: run scripts/reference.sh")
+
+    def test_examples_print_what_the_reference_says(self):
+        examples = []
+        for page in (ROOT / "docs/reference").glob("*.md"):
+            examples += re.findall(r"^```\n\$ vlgs (.*)\n((?:.*\n)*?)```$", page.read_text(), re.MULTILINE)
+        self.assertGreater(len(examples), 10)
+        for words, output in examples:
+            with self.subTest(words=words):
+                self.assertEqual(vlgs(*shlex.split(words)), (0, output, ""))
 
     def test_a_full_disk_is_reported(self):
         with open("/dev/full", "w") as full:

@@ -2,6 +2,7 @@
 
 #include "Misuse.h"
 #include "base/CaseFold.h"
+#include "base/Text.h"
 #include "library/Classes.h"
 
 #include <algorithm>
@@ -98,23 +99,83 @@ std::vector<Member> membersOf(std::span<const MemberInfo> infos) {
     return members;
 }
 
-void writeMember(std::ostream& out, const Member& member) {
+/// Every parameter of a member's rows once, the way of reading it first.
+std::vector<const ParameterInfo*> parametersOf(const Member& member) {
+    std::vector<const ParameterInfo*> parameters;
+    for (const auto* row : member.rows)
+        for (const auto& parameter : row->parameters)
+            if (std::ranges::find(parameters, parameter.name, &ParameterInfo::name) == parameters.end())
+                parameters.push_back(&parameter);
+    return parameters;
+}
+
+/// The name of a code of the message catalogue, "" for a number of the run time.
+std::string_view messageName(std::int32_t code) {
+    const auto& messages = enumInfo(enumMessages{});
+    const auto found = std::ranges::find(messages.members, code, &EnumMember::value);
+    return found == messages.members.end() ? std::string_view() : found->name;
+}
+
+void writeSummary(std::ostream& out, const Member& member) {
     out << "  " << member.signature() << "\n      " << member.main().help << " (" << member.access()
         << (member.main().id == defaultMember ? ", default member" : "") << ")\n";
+}
+
+void writeMember(std::ostream& out, const Member& member) {
+    writeSummary(out, member);
+    std::size_t width = 0;
+    const auto parameters = parametersOf(member);
+    for (const auto* parameter : parameters)
+        width = std::max(width, parameter->name.size());
+    for (const auto* parameter : parameters)
+        out << "      " << parameter->name << std::string(width + 2 - parameter->name.size(), ' ')
+            << parameter->meaning << '\n';
+    for (const auto& error : member.main().errors)
+        out << "      raises " << error.code << " when " << error.when << '\n';
+    if (const auto& example = member.main().example; !example.call.empty())
+        out << "\n      $ vlgs call " << example.call << "\n      "
+            << replaceAll(String::fromUtf8(example.prints), u"\n", u"\n      ").toUtf8() << '\n';
 }
 
 void writeClass(std::ostream& out, const ClassInfo& info) {
     out << info.programmaticId().toUtf8() << (info.header().creatable ? "" : " (made by other classes only)")
         << "\n  " << info.header().help << "\n\n";
     for (const auto& member : membersOf(info.members()))
-        writeMember(out, member);
+        writeSummary(out, member);
     if (!info.events().empty())
         out << "\nEvents:\n";
     for (const auto& event : membersOf(info.events()))
-        writeMember(out, event);
+        writeSummary(out, event);
 }
 
 // ---- Reference pages ------------------------------------------------------------------------------------
+
+/// The help text with plain line ends.
+std::string helpLines(const MemberInfo& member) {
+    return replaceAll(String::fromUtf8(member.help), u"\r\n", u"\n").toUtf8();
+}
+
+void writeMarkdownMember(std::ostream& out, const Member& member) {
+    const MemberInfo& main = member.main();
+    out << "\n### " << main.name << "\n\n```\n"
+        << member.signature() << "\n```\n\n"
+        << helpLines(main) << (main.help.ends_with('.') ? "" : ".") << " *" << member.access()
+        << (main.id == defaultMember ? ", the default member" : "") << "*\n";
+    const auto parameters = parametersOf(member);
+    if (!parameters.empty())
+        out << '\n';
+    for (const auto* parameter : parameters)
+        out << "- `" << parameter->name << "`: " << parameter->meaning << '\n';
+    if (!main.errors.empty())
+        out << "\n| Raises | when |\n|---|---|\n";
+    for (const auto& error : main.errors) {
+        const auto name = messageName(error.code);
+        out << "| " << error.code << (name.empty() ? "" : " `" + std::string(name) + "`") << " | "
+            << error.when << " |\n";
+    }
+    if (!main.example.call.empty())
+        out << "\n```\n$ vlgs call " << main.example.call << '\n' << main.example.prints << "\n```\n";
+}
 
 void writeMarkdownMembers(std::ostream& out, std::string_view title, std::span<const MemberInfo> infos) {
     const auto members = membersOf(infos);
@@ -122,10 +183,7 @@ void writeMarkdownMembers(std::ostream& out, std::string_view title, std::span<c
         return;
     out << "\n## " << title << "\n";
     for (const auto& member : members)
-        out << "\n### " << member.main().name << "\n\n```\n"
-            << member.signature() << "\n```\n\n"
-            << member.main().help << ". *" << member.access()
-            << (member.main().id == defaultMember ? ", the default member" : "") << "*\n";
+        writeMarkdownMember(out, member);
 }
 
 void writeMarkdownClass(std::ostream& out, const ClassInfo& info) {
@@ -140,6 +198,9 @@ void writeMarkdownClass(std::ostream& out, const ClassInfo& info) {
 
 void writeMarkdownIndex(std::ostream& out) {
     out << "# Reference\n\nWritten by `scripts/reference.sh` from the descriptions of the classes.\n\n"
+           "Codes of the message catalogue (those with a name beside them) and those of the class GUID are "
+           "raised as\n"
+           "0x80040000 + code, all other numbers as they are.\n\n"
            "| Class | | |\n|---|---|---|\n";
     for (const auto* info : classes())
         out << "| [" << info->name() << "](" << info->name() << ".md) | " << info->header().help << " | "
