@@ -49,9 +49,9 @@ std::u16string expand(const std::uint8_t* data, std::size_t size) {
 }
 
 std::u16string normal(std::u16string_view text, bool isOldForm) {
-    const auto root = make<RegistryKeyNode>(hive);
-    readRegistryText(text, isOldForm, hive, *root);
-    return registryTextOf(hive, *root);
+    RegistryKeyNode root(hive);
+    readRegistryText(text, isOldForm, hive, root);
+    return registryTextOf(hive, root);
 }
 
 void check(bool holds) {
@@ -65,15 +65,15 @@ void checkAddition(const std::u16string& first, const std::u16string& written) {
     for (std::size_t at = 0; (at = lines.find(u"\r\n\r\n", at)) != lines.npos;)
         lines.erase(at, 2);
     const auto addition = registryAddition(lines);
-    const auto root = make<RegistryKeyNode>(hive);
-    readRegistryText(first + addition, false, hive, *root);
-    const auto both = make<RegistryKeyNode>(hive);
-    readRegistryText(first + written, false, hive, *both);
-    check(registryTextOf(hive, *root) == registryTextOf(hive, *both));
+    RegistryKeyNode root(hive);
+    readRegistryText(first + addition, false, hive, root);
+    RegistryKeyNode both(hive);
+    readRegistryText(first + written, false, hive, both);
+    check(registryTextOf(hive, root) == registryTextOf(hive, both));
     const auto cut = first + addition.substr(0, addition.size() / 2);
-    const auto part = make<RegistryKeyNode>(hive);
-    check(readRegistryText(cut, false, hive, *part).end == first.size());
-    check(registryTextOf(hive, *part) == first);
+    RegistryKeyNode part(hive);
+    check(readRegistryText(cut, false, hive, part).end == first.size());
+    check(registryTextOf(hive, part) == first);
 }
 
 } // namespace

@@ -4,9 +4,9 @@ namespace vlgs {
 
 namespace {
 
-void raiseFailure(std::int32_t number) {
-    if (number != 0)
-        raise(static_cast<RunTimeError>(number));
+void raiseFailure(OrderedStore::Failure failure) {
+    if (failure)
+        raise(*failure);
 }
 
 } // namespace

@@ -8,6 +8,10 @@ namespace {
 
 constexpr auto outOfMemory = static_cast<std::int32_t>(RunTimeError::OutOfMemory);
 
+std::int32_t numberOf(OrderedStore::Failure failure) noexcept {
+    return failure ? static_cast<std::int32_t>(*failure) : 0;
+}
+
 } // namespace
 
 const ClassInfo& Collection::description() {
@@ -20,20 +24,20 @@ Variant Collection::Item(const Variant& Index) const {
 }
 
 std::int32_t Collection::Remove(const Variant& Index) try {
-    return Store()->remove(Index);
+    return numberOf(Store()->remove(Index));
 } catch (const std::bad_alloc&) {
     return outOfMemory;
 }
 
 std::int32_t Collection::Add(const Variant& Item, const String& key, const Variant& Before,
                              const Variant& After) try {
-    return Store()->add(Item, key, Before, After);
+    return numberOf(Store()->add(Item, key, Before, After));
 } catch (const std::bad_alloc&) {
     return outOfMemory;
 }
 
 bool Collection::IsPresent(const Variant& Index) const {
-    return store_ && store_->read(Index).failure == 0;
+    return store_ && store_->read(Index).member;
 }
 
 Ref<Enumerator> Collection::NewEnum() {

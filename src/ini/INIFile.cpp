@@ -151,7 +151,7 @@ Ref<Property> INIFile::createKeyIn(const KeyPlace& place, String name, String va
     key->SetName(name);
     key->LetValue(value);
     const auto failure = place.add->Store()->add(key, std::move(name), before, after);
-    if (!refusesKnown || failure == 0)
+    if (!refusesKnown || !failure)
         return key;
     auto* found = propertyIn(place.add.get(), key->name().view());
     if (!found)

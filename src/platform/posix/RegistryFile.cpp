@@ -136,7 +136,7 @@ std::string targetOf(const std::string& path) {
 } // namespace
 
 RegistryFile::RegistryFile(std::string path, std::u16string_view hive)
-    : path_(std::move(path)), hive_(hive), root_(make<RegistryKeyNode>(hive)) {}
+    : path_(std::move(path)), hive_(hive), root_(hive) {}
 
 RegistryFile::~RegistryFile() {
     try {
@@ -193,7 +193,7 @@ bool RegistryFile::readOn(int file, const struct stat& status) {
     const String text = registryText(std::string_view(bytes).substr(lastBytes_.size()));
     if (!isRegistryAddition(text))
         return false;
-    const auto places = readRegistryText(text, false, hive_, *root_);
+    const auto places = readRegistryText(text, false, hive_, root_);
     end_ += places.end * 2;
     see(file, status, std::string_view(bytes).substr(0, end_ - from));
     return true;
@@ -210,7 +210,7 @@ RegistryStatus RegistryFile::readWhole(int file, const struct stat& status) {
         const auto content = decodeRegistryFile(bytes);
         if (content) {
             const auto text = content->text.view();
-            const auto places = readRegistryText(text, content->isOldForm, hive_, *root_);
+            const auto places = readRegistryText(text, content->isOldForm, hive_, root_);
             end_ = byteOrderMark.size() + places.end * 2;
             additions_ = byteOrderMark.size() + places.additions * 2;
             takesAdditions_ =
@@ -233,7 +233,7 @@ void RegistryFile::see(int file, const struct stat& status, std::string_view byt
 void RegistryFile::forget() {
     if (!seen_)
         return;
-    root_ = make<RegistryKeyNode>(hive_);
+    root_ = RegistryKeyNode(hive_);
     seen_ = Descriptor();
     seenStatus_ = {};
     status_ = RegistryStatus::Success;
@@ -246,7 +246,7 @@ RegistryStatus RegistryFile::change(const Describe& describe) {
     RegistryTextWriter preview(hive_);
     auto status = refresh();
     if (status == RegistryStatus::Success)
-        status = describe(*root_, preview);
+        status = describe(root_, preview);
     if (status != RegistryStatus::Success || preview.lines().empty())
         return status;
     if (!seen_)
@@ -259,7 +259,7 @@ RegistryStatus RegistryFile::change(const Describe& describe) {
     status = read(file.get());
     RegistryTextWriter writer(hive_);
     if (status == RegistryStatus::Success)
-        status = describe(*root_, writer);
+        status = describe(root_, writer);
     if (status != RegistryStatus::Success || writer.lines().empty())
         return status;
     return write(file.get(), writer.lines());
@@ -273,7 +273,7 @@ int RegistryFile::create() {
     auto file = NewFile::create(folder, 0600);
     if (!file)
         return errno;
-    const auto text = registryTextOf(hive_, *make<RegistryKeyNode>(hive_));
+    const auto text = registryTextOf(hive_, RegistryKeyNode(hive_));
     int error = file->write(std::string(byteOrderMark) + registryBytes(text));
     if (error == 0)
         error = file->publish(path_);
@@ -289,7 +289,7 @@ RegistryStatus RegistryFile::write(int file, const std::u16string& lines) {
         if (takesAdditions_) {
             error = add(file, lines);
         } else {
-            readRegistryText(lines, false, hive_, *root_);
+            readRegistryText(lines, false, hive_, root_);
             error = replace(file);
         }
     } catch (...) {
@@ -318,7 +318,7 @@ int RegistryFile::add(int file, const std::u16string& lines) {
         error = errno;
     if (error != 0)
         return ::ftruncate(file, end) == 0 ? error : errno;
-    readRegistryText(text, false, hive_, *root_);
+    readRegistryText(text, false, hive_, root_);
     end_ += bytes.size();
     see(file, status, bytes);
     if (end_ - additions_ > std::max(shortAdditions, additions_))
@@ -329,7 +329,7 @@ int RegistryFile::add(int file, const std::u16string& lines) {
 /// Puts a text without additions in the file's place; 0, or the value of errno.
 int RegistryFile::replace(int file) {
     const auto target = targetOf(path_);
-    const auto bytes = std::string(byteOrderMark) + registryBytes(registryTextOf(hive_, *root_));
+    const auto bytes = std::string(byteOrderMark) + registryBytes(registryTextOf(hive_, root_));
     auto made = NewFile::createFor(target, 0600);
     if (!made)
         return errno;

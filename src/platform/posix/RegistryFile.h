@@ -29,7 +29,7 @@ class RegistryFile {
     RegistryStatus refresh();
 
     /// As it was at the last refresh.
-    RegistryKeyNode& root() noexcept { return *root_; }
+    RegistryKeyNode& root() noexcept { return root_; }
     bool isWritable() const noexcept;
 
     /// Looks at the tree and either writes the lines of a change (none: there is nothing to change) or
@@ -53,7 +53,7 @@ class RegistryFile {
 
     std::string path_;
     std::u16string_view hive_;
-    Ref<RegistryKeyNode> root_;
+    RegistryKeyNode root_;
 
     /// The file that was read, which keeps its number from being used again; none when there is no file.
     Descriptor seen_;

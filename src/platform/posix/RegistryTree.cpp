@@ -2,19 +2,6 @@
 
 namespace vlgs::posix {
 
-namespace {
-
-template <class Node>
-Node* nodeIn(const Variant* member) noexcept {
-    return member ? static_cast<Node*>(member->object()) : nullptr;
-}
-
-std::int32_t positionOf(std::uint32_t index) noexcept {
-    return static_cast<std::int32_t>(index) + 1;
-}
-
-} // namespace
-
 bool isRegistryPath(std::u16string_view path) {
     std::size_t depth = 0;
     return forEachKeyName(path, [&](std::u16string_view name) {
@@ -23,7 +10,8 @@ bool isRegistryPath(std::u16string_view path) {
 }
 
 RegistryKeyNode* RegistryKeyNode::child(std::u16string_view name) const noexcept {
-    return nodeIn<RegistryKeyNode>(keys_.withKey(name));
+    const auto place = keys_.find(name);
+    return place ? keys_[place].get() : nullptr;
 }
 
 RegistryKeyNode* RegistryKeyNode::find(std::u16string_view path) noexcept {
@@ -37,9 +25,9 @@ RegistryKeyNode& RegistryKeyNode::make(std::u16string_view path) {
     forEachKeyName(path, [&](std::u16string_view name) {
         RegistryKeyNode* next = key->child(name);
         if (!next) {
-            const auto made = vlgs::make<RegistryKeyNode>(name);
-            key->keys_.add(made, made->name());
+            auto made = std::make_unique<RegistryKeyNode>(name);
             next = made.get();
+            key->keys_.add(std::move(made), next->name());
         }
         key = next;
         return true;
@@ -55,30 +43,32 @@ void RegistryKeyNode::remove(std::u16string_view path) {
         return (key = key->child(name)) != nullptr;
     });
     if (parent && key)
-        parent->keys_.remove(String(key->name()));
+        parent->keys_.remove(parent->keys_.find(key->name()));
 }
 
 const RegistryKeyNode& RegistryKeyNode::key(std::uint32_t index) const noexcept {
-    return *nodeIn<RegistryKeyNode>(keys_.at(positionOf(index)));
+    return *keys_[keys_.at(index)];
 }
 
 const RegistryValueNode& RegistryKeyNode::value(std::uint32_t index) const noexcept {
-    return *nodeIn<RegistryValueNode>(values_.at(positionOf(index)));
+    return values_[values_.at(index)];
 }
 
 const RegistryValueNode* RegistryKeyNode::findValue(std::u16string_view name) const noexcept {
-    return nodeIn<RegistryValueNode>(values_.withKey(name));
+    const auto place = values_.find(name);
+    return place ? &values_[place] : nullptr;
 }
 
 void RegistryKeyNode::setValue(String name, RegistryData data) {
-    if (auto* value = nodeIn<RegistryValueNode>(values_.withKey(name)))
-        value->data = std::move(data);
+    if (const auto place = values_.find(name))
+        values_[place].data = std::move(data);
     else
-        values_.add(vlgs::make<RegistryValueNode>(name, std::move(data)), name);
+        values_.add({name, std::move(data)}, name);
 }
 
-void RegistryKeyNode::removeValue(const String& name) {
-    values_.remove(name);
+void RegistryKeyNode::removeValue(std::u16string_view name) {
+    if (const auto place = values_.find(name))
+        values_.remove(place);
 }
 
 } // namespace vlgs::posix

@@ -4,9 +4,10 @@
 // stand in the order in which they were made. No key lies deeper than `deepestRegistryKey`.
 #pragma once
 
-#include "automation/OrderedStore.h"
+#include "base/KeyedSequence.h"
 #include "platform/Registry.h"
 
+#include <memory>
 #include <string_view>
 
 namespace vlgs::posix {
@@ -33,14 +34,12 @@ bool forEachKeyName(std::u16string_view path, Visit&& visit) {
 /// Whether a path from the root of a hive keeps the platform's limits.
 bool isRegistryPath(std::u16string_view path);
 
-struct RegistryValueNode final : Object {
-    RegistryValueNode(String valueName, RegistryData valueData)
-        : name(std::move(valueName)), data(std::move(valueData)) {}
+struct RegistryValueNode {
     String name;
     RegistryData data;
 };
 
-class RegistryKeyNode final : public Object {
+class RegistryKeyNode {
   public:
     explicit RegistryKeyNode(String name) : name_(std::move(name)) {}
 
@@ -53,23 +52,24 @@ class RegistryKeyNode final : public Object {
     /// Removes the key at a path with all that is below it; nothing happens when there is none, or for "".
     void remove(std::u16string_view path);
 
-    std::uint32_t keyCount() const noexcept { return static_cast<std::uint32_t>(keys_.count()); }
-    std::uint32_t valueCount() const noexcept { return static_cast<std::uint32_t>(values_.count()); }
+    std::uint32_t keyCount() const noexcept { return keys_.size(); }
+    std::uint32_t valueCount() const noexcept { return values_.size(); }
     // REQUIRES: index < the count.
     const RegistryKeyNode& key(std::uint32_t index) const noexcept;
     const RegistryValueNode& value(std::uint32_t index) const noexcept;
 
+    /// Null when there is none; valid until the key changes.
     const RegistryValueNode* findValue(std::u16string_view name) const noexcept;
     /// A value that is there keeps its place and the spelling of its name.
     void setValue(String name, RegistryData data);
-    void removeValue(const String& name);
+    void removeValue(std::u16string_view name);
 
   private:
     RegistryKeyNode* child(std::u16string_view name) const noexcept;
 
     String name_;
-    OrderedStore keys_;
-    OrderedStore values_;
+    KeyedSequence<std::unique_ptr<RegistryKeyNode>> keys_;
+    KeyedSequence<RegistryValueNode> values_;
 };
 
 } // namespace vlgs::posix
