@@ -1,10 +1,13 @@
-// Identifiers of 16 bytes, as the class descriptions fix them at compile time.
+// Identifiers of 16 bytes, as the class descriptions fix them at compile time and as texts name them.
 #pragma once
 
+#include "base/Ascii.h"
 #include "base/Export.h"
+#include "base/String.h"
 
 #include <array>
 #include <cstdint>
+#include <optional>
 #include <string_view>
 
 namespace vlgs {
@@ -28,14 +31,19 @@ consteval GuidValue guid(std::string_view text) {
                 throw "hyphens stand at fixed places in a GUID";
             continue;
         }
-        const int value = c >= '0' && c <= '9'   ? c - '0'
-                          : c >= 'A' && c <= 'F' ? c - 'A' + 10
-                          : c >= 'a' && c <= 'f' ? c - 'a' + 10
-                                                 : throw "not a hexadecimal digit";
+        const int value = ascii::hexValue(static_cast<unsigned char>(c));
+        if (value < 0)
+            throw "not a hexadecimal digit";
         auto& byte = result.bytes[digits++ / 2];
         byte = static_cast<std::uint8_t>(byte << 4 | value);
     }
     return result;
 }
+
+/// The text form "{XXXXXXXX-XXXX-XXXX-XXXX-XXXXXXXXXXXX}", 38 characters, digits in upper case.
+String guidText(const GuidValue& guid);
+
+/// Reads the text form, digits of either case; nothing for any other text, however close.
+std::optional<GuidValue> parseGuid(std::u16string_view text) noexcept;
 
 } // namespace vlgs

@@ -1,5 +1,5 @@
 // The tables of all classes of the component and of the run time's classes that it hands out.
-#include "library/Classes.h"
+#include "library/ClassList.h"
 
 #include "com/Face.h"
 #include "com/Thunks.h"

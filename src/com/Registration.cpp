@@ -6,7 +6,6 @@
 #include "com/TypeLibrary.h"
 #include "library/Classes.h"
 #include "library/LibraryIdentity.h"
-#include "platform/Guid.h"
 
 #include <olectl.h>
 

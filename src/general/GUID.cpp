@@ -1,7 +1,7 @@
 #include "general/GUID.h"
 
 #include "base/Error.h"
-#include "platform/ComponentRegistration.h"
+#include "frame/ClassNames.h"
 #include "platform/Guid.h"
 
 namespace vlgs {
@@ -49,7 +49,7 @@ bool GUID::IsEqualGUID(const String& sGUID1, const String& sGUID2) const {
 }
 
 String GUID::GUIDFromProgID(const String& sProgID) const {
-    const auto id = registeredClassId(sProgID);
+    const auto id = classIdOf(sProgID);
     if (!id)
         fail(Failure::UnknownProgID, u"GUIDFromProgID", u"Error Converting ProgID to GUID");
     return guidText(*id);
@@ -57,7 +57,7 @@ String GUID::GUIDFromProgID(const String& sProgID) const {
 
 String GUID::ProgIDFromGUID(const String& sGUID) const {
     const auto id = parse(sGUID, u"ProgIDFromGUID", u"Error Converting sGUID from String");
-    const auto name = registeredProgId(id);
+    const auto name = progIdOf(id);
     if (!name)
         fail(Failure::NoProgID, u"ProgIDFromGUID", u"Error Converting ProgID to CLSID");
     return *name;

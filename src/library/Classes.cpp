@@ -3,7 +3,8 @@
 #include "automation/ClassDescription.h"
 #include "base/CaseFold.h"
 #include "base/Error.h"
-#include "platform/ComponentRegistration.h"
+#include "frame/ClassNames.h"
+#include "library/ClassList.h"
 
 #include <algorithm>
 #include <array>

@@ -4,7 +4,6 @@
 #include "base/Error.h"
 #include "library/Classes.h"
 #include "library/LibraryIdentity.h"
-#include "platform/Guid.h"
 
 #include <algorithm>
 #include <charconv>

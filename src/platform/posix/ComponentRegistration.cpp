@@ -1,8 +1,6 @@
 #include "platform/ComponentRegistration.h"
 
-#include "base/CaseFold.h"
 #include "base/Text.h"
-#include "platform/Guid.h"
 #include "platform/Registry.h"
 
 namespace vlgs {
@@ -28,9 +26,6 @@ bool canBeProgId(std::u16string_view text) {
 } // namespace
 
 std::optional<GuidValue> registeredClassId(std::u16string_view progId) {
-    for (const ClassInfo* own : ownClasses())
-        if (equalIgnoringCase(own->programmaticId(), progId))
-            return own->header().classId;
     if (!canBeProgId(progId))
         return std::nullopt;
     auto id = registeredText(concat(progId, u"\\CLSID"));
@@ -43,9 +38,6 @@ std::optional<GuidValue> registeredClassId(std::u16string_view progId) {
 }
 
 std::optional<String> registeredProgId(const GuidValue& classId) {
-    for (const ClassInfo* own : ownClasses())
-        if (own->header().classId == classId)
-            return own->programmaticId();
     const auto path = concat(u"CLSID\\", guidText(classId));
     auto progId = registeredText(concat(path, u"\\ProgID"));
     if (!progId)

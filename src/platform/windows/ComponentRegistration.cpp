@@ -1,7 +1,5 @@
 #include "platform/ComponentRegistration.h"
 
-#include "base/CaseFold.h"
-#include "platform/Guid.h"
 #include "platform/windows/Host.h"
 
 #include <memory>
@@ -29,9 +27,6 @@ std::optional<GuidValue> registeredClassId(std::u16string_view progId) {
     LPOLESTR text = nullptr;
     if (SUCCEEDED(CLSIDFromProgID(WideText(progId).get(), &id)) && SUCCEEDED(StringFromCLSID(id, &text)))
         return parseGuid(toString(TaskText(text).get()));
-    for (const ClassInfo* own : ownClasses())
-        if (equalIgnoringCase(own->programmaticId(), progId))
-            return own->header().classId;
     return std::nullopt;
 }
 
@@ -41,9 +36,6 @@ std::optional<String> registeredProgId(const GuidValue& classId) {
     const String idText = guidText(classId);
     if (SUCCEEDED(CLSIDFromString(wide(idText.data()), &id)) && SUCCEEDED(ProgIDFromCLSID(id, &text)))
         return toString(TaskText(text).get());
-    for (const ClassInfo* own : ownClasses())
-        if (own->header().classId == classId)
-            return own->programmaticId();
     return std::nullopt;
 }
 
