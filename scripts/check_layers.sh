@@ -1,46 +1,38 @@
 #!/usr/bin/env bash
-# Fails when a source file includes a header of a room that it may not enter, or an operating-system header
-# outside of the rooms that speak to the host. docs/architecture.md tells the arrows.
+# Fails when docs/architecture.md tells other arrows between the rooms than the build holds, or when an
+# operating-system header is included outside of the rooms that speak to the host. That a room includes nothing that
+# it may not is the build's own check (cmake/Library.cmake), here repeated for the rooms of the other host.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 
-declare -A may=(
-    [base]="base"
-    [automation]="automation platform base"
-    [platform]="platform base"
-    [frame]="frame automation platform base"
-    [ini]="ini frame automation platform base"
-    [general]="general frame automation platform base"
-    [files]="files ini general frame automation platform base"
-    [viewprops]="viewprops frame automation platform base"
-    [locking]="locking files ini viewprops frame automation platform base"
-    [conversion]="conversion frame automation platform base"
-    [registry]="registry ini frame automation platform base"
-    [packager]="packager frame automation platform base"
-    [cipher]="cipher frame automation platform base"
-    [dde]="dde frame automation platform base"
-)
-everything="base platform automation frame ini general files viewprops locking conversion registry packager cipher dde library"
-may[library]=$everything
-may[capi]="capi $everything"
-may[com]="com $everything"
+# vlgs_room(NAME ROOM...) lines: each room, and what it may enter, the rooms below those too.
+declare -A below may
+while read -r room rest; do
+    below[$room]=$rest
+    may[$room]=" $room "
+    for other in $rest; do
+        may[$room]+="${may[$other]}"
+    done
+done < <(sed -nE 's/^ *vlgs_room\(([a-z ]+)\)$/\1/p' cmake/Library.cmake)
 
 bad=0
 for room in "${!may[@]}"; do
-    [ -d "src/$room" ] || continue
     while IFS=: read -r file line include; do
         target=${include#*\"}
         target=${target%%/*}
-        [[ " ${may[$room]} " == *" $target "* ]] && continue
-        echo "$file:$line: $room may not include $target" && bad=1
+        [[ "${may[$room]}" == *" $target "* ]] || { echo "$file:$line: $room may not include $target" && bad=1; }
     done < <(grep -rnoE '^#include "[a-z]+/' "src/$room" --include='*.h' --include='*.cpp')
+    told=$(sed -nE "s/^\| \`src\/$room\`[^|]*\| ([^|]*) \|.*/\1/p" docs/architecture.md | tr -d '`,')
+    if [ "$told" != "${below[$room]:-nothing}" ]; then
+        echo "docs/architecture.md: $room enters '$told', in cmake/Library.cmake '${below[$room]}'" && bad=1
+    fi
+done
+for folder in src/*/; do
+    room=$(basename "$folder")
+    [ -n "${may[$room]+known}" ] || { echo "$folder is no room of cmake/Library.cmake" && bad=1; }
 done
 
-# automation reaches the host through these headers alone
-if grep -rnE '^#include "platform/' src/automation | grep -vE '"platform/(Locale|CodePage|Clock)\.h"'; then
-    echo "automation may include only platform/Locale.h, platform/CodePage.h and platform/Clock.h" && bad=1
-fi
-# and only the host's folders, com and the public C interface know the operating system
+# Only the host's folders, com and the public C interface know the operating system.
 if grep -rnE '^#include <([a-z0-9_]+/)*[a-z0-9_]+\.h>' src --include='*.h' --include='*.cpp' |
         grep -vE '^src/(platform/(posix|windows)|com)/|<std(def|int).h>|<ext/'; then
     echo "operating-system headers belong into src/platform/posix, src/platform/windows and src/com" && bad=1

@@ -1,5 +1,6 @@
 #include "cipher/CipherText.h"
 
+#include "base/Ascii.h"
 #include "platform/CodePage.h"
 
 #include <algorithm>
@@ -17,16 +18,12 @@ constexpr std::uint8_t noDigit = 0xFF;
 
 constexpr auto digitValues = [] {
     std::array<std::uint8_t, 256> values{};
-    values.fill(noDigit);
-    for (std::uint8_t i = 0; i < 10; ++i)
-        values[static_cast<std::size_t>('0') + i] = i;
-    for (std::uint8_t i = 0; i < 6; ++i)
-        values[static_cast<std::size_t>('A') + i] = values[static_cast<std::size_t>('a') + i] =
-            static_cast<std::uint8_t>(10 + i);
+    for (std::size_t c = 0; c < values.size(); ++c) {
+        const int value = ascii::hexValue(static_cast<char16_t>(c));
+        values[c] = value < 0 ? noDigit : static_cast<std::uint8_t>(value);
+    }
     return values;
 }();
-
-constexpr char16_t hexDigits[] = u"0123456789ABCDEF";
 
 std::uint8_t digitValue(char16_t digit) noexcept {
     return digit < digitValues.size() ? digitValues[digit] : noDigit;
@@ -73,8 +70,8 @@ String encipherText(std::u16string_view text, const Skipjack::Key& key) {
             cipher.encrypt(used);
             for (const auto& block : used)
                 for (const auto byte : block) {
-                    *to++ = hexDigits[byte >> 4];
-                    *to++ = hexDigits[byte & 0xF];
+                    *to++ = ascii::hexDigits[byte >> 4];
+                    *to++ = ascii::hexDigits[byte & 0xF];
                 }
             text.remove_prefix(piece.size());
         }

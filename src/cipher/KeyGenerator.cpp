@@ -1,6 +1,7 @@
 #include "cipher/KeyGenerator.h"
 
 #include "automation/Convert.h"
+#include "base/Ascii.h"
 
 #include <bit>
 #include <chrono>
@@ -41,12 +42,11 @@ unsigned char keyByteAt(float secondsSinceMidnight) noexcept {
 
 String generateCipherKey() {
     constexpr std::size_t bytes = 10;
-    constexpr char16_t digits[] = u"0123456789ABCDEF";
     return String::build(2 * bytes, [&](char16_t* to) {
         for (std::size_t i = 0; i < bytes; ++i) {
             const auto byte = keyByteAt(secondsSinceMidnight());
-            *to++ = digits[byte >> 4];
-            *to++ = digits[byte & 0xF];
+            *to++ = ascii::hexDigits[byte >> 4];
+            *to++ = ascii::hexDigits[byte & 0xF];
         }
     });
 }

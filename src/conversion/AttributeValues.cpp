@@ -5,11 +5,11 @@
 #include "automation/NumberFormat.h"
 #include "base/Dates.h"
 #include "base/Text.h"
-#include "conversion/InnermostSource.h"
 #include "conversion/LocaleSettings.h"
 #include "conversion/MaskedReplace.h"
 #include "conversion/RevisionNumbers.h"
 #include "conversion/Timestamps.h"
+#include "frame/Errors.h"
 
 #include <limits>
 

@@ -4,7 +4,6 @@
 #include "automation/NumberText.h"
 #include "base/CaseFold.h"
 #include "base/Text.h"
-#include "conversion/InnermostSource.h"
 #include "conversion/LocaleSettings.h"
 #include "frame/Errors.h"
 #include "platform/CodePage.h"

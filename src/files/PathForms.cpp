@@ -1,6 +1,7 @@
 #include "files/PathForms.h"
 
 #include "automation/Convert.h"
+#include "base/Ascii.h"
 #include "base/Error.h"
 #include "base/Text.h"
 #include "frame/Errors.h"
@@ -14,10 +15,6 @@ namespace {
 
 constexpr std::u16string_view uncStart = u"\\\\";
 
-constexpr bool isLetter(char16_t c) {
-    return (c >= u'A' && c <= u'Z') || (c >= u'a' && c <= u'z');
-}
-
 } // namespace
 
 bool g_IsUNCPathFormat(std::u16string_view sValue) noexcept {
@@ -26,7 +23,7 @@ bool g_IsUNCPathFormat(std::u16string_view sValue) noexcept {
 
 bool g_IsStandardPathFormat(std::u16string_view sValue) noexcept {
     const auto value = trimLeft(sValue);
-    return value.size() >= 2 && isLetter(value[0]) && value[1] == u':';
+    return value.size() >= 2 && ascii::isLetter(value[0]) && value[1] == u':';
 }
 
 bool g_IsRelativePathFormat(std::u16string_view sValue) noexcept {

@@ -6,6 +6,8 @@
 #include "frame/MessageCatalogue.h"
 #include "frame/Messages.h"
 
+#include <new>
+
 namespace vlgs {
 
 /// The thread's message catalogue, made and loaded ("VlComRes.dll" in the library's folder) when there is
@@ -37,6 +39,32 @@ auto underSource(const char16_t* sSource, Routine&& routine) -> decltype(routine
         return routine();
     } catch (...) {
         reraise(sSource);
+    }
+}
+
+/// The same, but an error that already has a source leaves the routine as it is: it keeps that of the
+/// innermost routine which gave it one.
+template <class Routine>
+auto underInnermostSource(const char16_t* sSource, Routine&& routine) -> decltype(routine()) {
+    try {
+        return routine();
+    } catch (const Error& error) {
+        if (!error.source().empty())
+            throw;
+        reraise(sSource);
+    }
+}
+
+/// Runs a routine and raises a message of the catalogue for every failure inside it, with the description of
+/// that failure as the extra text.
+template <class Routine>
+auto underMessage(const char16_t* sSource, enumMessages eMessage, Routine&& routine) -> decltype(routine()) {
+    try {
+        return routine();
+    } catch (const Error& error) {
+        raiseMessage(sSource, eMessage, error.description());
+    } catch (const std::bad_alloc&) {
+        raiseMessage(sSource, eMessage, Error(RunTimeError::OutOfMemory).description());
     }
 }
 

@@ -63,8 +63,8 @@ class Header {
 
 } // namespace
 
-MessageTexts::MessageTexts(std::u16string_view resourceFile) : strings_(resourceFile) {
-    const Header header(strings_);
+MessageTexts::MessageTexts(std::u16string_view resourceFile) : strings_(StringResources::open(resourceFile)) {
+    const Header header(*strings_);
     minimum_ = toLong(header.value(u"Min"));
     maximum_ = header.value(u"Max");
     highest_ = toLong(maximum_);
@@ -107,9 +107,9 @@ String MessageTexts::text(std::int32_t index, std::u16string_view languageCode,
     if (!isValidIndex(index))
         return concat(invalidIndexText_, u"(", decimal(index), u")");
     const std::int32_t offset = offsetOf(languageCode, languageOverride);
-    std::optional<String> text = strings_.load(index + offset);
+    std::optional<String> text = strings_->load(index + offset);
     if (!text && offset != 0)
-        text = strings_.load(index);
+        text = strings_->load(index);
     if (!text)
         raise(RunTimeError::ResourceNotFound);
     return *text;

@@ -9,6 +9,7 @@
 #include "platform/StringResources.h"
 
 #include <cstdint>
+#include <memory>
 #include <vector>
 
 namespace vlgs {
@@ -41,7 +42,7 @@ class MessageTexts {
   private:
     std::int32_t offsetOf(std::u16string_view languageCode, std::u16string_view languageOverride) const;
 
-    StringResources strings_;
+    std::unique_ptr<StringResources> strings_;
     std::int32_t minimum_ = 0;
     String maximum_;
     std::int32_t highest_ = 0;

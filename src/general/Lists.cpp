@@ -3,6 +3,7 @@
 #include "automation/Array.h"
 #include "automation/Convert.h"
 #include "automation/LateBound.h"
+#include "base/Ascii.h"
 #include "base/CaseFold.h"
 #include "base/Error.h"
 #include "base/Text.h"
@@ -134,7 +135,7 @@ Variant g_CSVToVariant(const String& sKeys, const String& sDelimiter, std::int32
             placeValue = 1;
             valid = true;
         } else if (valid) {
-            const bool digit = character >= '0' && character <= '9';
+            const bool digit = ascii::isDigit(static_cast<char16_t>(character));
             if (digit && field > upperBound)
                 upperBound += lChunkSize;
             if (field > upperBound)

@@ -16,17 +16,17 @@ namespace vlgs {
 class StringResources {
   public:
     /// Raises 53 when there is no such resource file.
-    explicit StringResources(std::u16string_view path);
-    StringResources(StringResources&&) noexcept;
-    StringResources& operator=(StringResources&&) noexcept;
-    ~StringResources();
+    static std::unique_ptr<StringResources> open(std::u16string_view path);
+
+    StringResources(const StringResources&) = delete;
+    StringResources& operator=(const StringResources&) = delete;
+    virtual ~StringResources() = default;
 
     /// The text of a number, nothing when the file has none.
-    std::optional<String> load(std::int32_t number);
+    virtual std::optional<String> load(std::int32_t number) = 0;
 
-  private:
-    class Host;
-    std::unique_ptr<Host> host_;
+  protected:
+    StringResources() = default;
 };
 
 } // namespace vlgs

@@ -2,6 +2,7 @@
 
 #include "automation/Array.h"
 #include "automation/Convert.h"
+#include "base/Ascii.h"
 #include "base/Error.h"
 #include "base/Text.h"
 #include "platform/CodePage.h"
@@ -30,10 +31,9 @@ Variant combine(const Bytes& fromHighest) {
 
 String reversedHexadecimal(std::string_view bytes) {
     return String::build(bytes.size() * 2, [&](char16_t* to) {
-        constexpr std::u16string_view digits = u"0123456789ABCDEF";
         for (auto byte = bytes.rbegin(); byte != bytes.rend(); ++byte) {
-            *to++ = digits[static_cast<unsigned char>(*byte) >> 4];
-            *to++ = digits[static_cast<unsigned char>(*byte) & 15];
+            *to++ = ascii::hexDigits[static_cast<unsigned char>(*byte) >> 4];
+            *to++ = ascii::hexDigits[static_cast<unsigned char>(*byte) & 15];
         }
     });
 }

@@ -1,6 +1,6 @@
 #include "automation/OrderedCollection.h"
 #include "base/CaseFold.h"
-#include "viewprops/Failures.h"
+#include "frame/Errors.h"
 #include "viewprops/PropertyString.h"
 #include "viewprops/QuotedText.h"
 #include "viewprops/ViewProperty.h"

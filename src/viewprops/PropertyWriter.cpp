@@ -1,5 +1,5 @@
 #include "automation/LateBound.h"
-#include "viewprops/Failures.h"
+#include "frame/Errors.h"
 #include "viewprops/PropertyString.h"
 #include "viewprops/ViewProperty.h"
 

@@ -1,6 +1,6 @@
 #include "viewprops/QuotedText.h"
 
-#include "viewprops/Failures.h"
+#include "frame/Errors.h"
 
 #include <algorithm>
 #include <string>

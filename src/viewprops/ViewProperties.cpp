@@ -1,6 +1,6 @@
 #include "viewprops/ViewProperties.h"
 
-#include "viewprops/Failures.h"
+#include "frame/Errors.h"
 #include "viewprops/PropertyString.h"
 
 namespace vlgs {

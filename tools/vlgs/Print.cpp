@@ -6,6 +6,7 @@
 #include "automation/Convert.h"
 #include "automation/LateBound.h"
 #include "automation/Record.h"
+#include "base/Ascii.h"
 #include "base/Error.h"
 
 #include <charconv>
@@ -110,8 +111,9 @@ void writeText(std::ostream& out, std::u16string_view text) {
         } else if (pair) {
             out << String(text.substr(i++, 2)).toUtf8();
         } else if (c < 0x20 || c == 0x7F || (c >= 0xD800 && c <= 0xDFFF)) {
-            constexpr char digits[] = "0123456789abcdef";
-            out << "\\u" << digits[c >> 12] << digits[c >> 8 & 15] << digits[c >> 4 & 15] << digits[c & 15];
+            out << "\\u";
+            for (int shift = 12; shift >= 0; shift -= 4)
+                out << static_cast<char>(ascii::lowerHexDigits[c >> shift & 15]);
         } else {
             out << String(1, c).toUtf8();
         }

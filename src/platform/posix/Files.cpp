@@ -87,21 +87,6 @@ bool fileExists(std::u16string_view path) noexcept {
     return found && !has(*found, FileAttributes::Directory);
 }
 
-bool folderExists(std::u16string_view path) noexcept {
-    const auto found = findAttributes(path);
-    return found && has(*found, FileAttributes::Directory);
-}
-
-bool pathExists(std::u16string_view path) noexcept {
-    return findAttributes(path).has_value();
-}
-
-bool isListed(std::u16string_view path, FileAttributes include) noexcept {
-    constexpr auto restricted = FileAttributes::Hidden | FileAttributes::System | FileAttributes::Directory;
-    const auto found = findAttributes(path);
-    return found && !has(*found, restricted & ~include);
-}
-
 FileAttributes attributes(std::u16string_view path) {
     const auto host = hostPath(path);
     return readAttributes(host, statusOf(host));
@@ -149,15 +134,6 @@ void visitFolder(std::u16string_view folder, std::u16string_view extension,
         if (known && !visit({std::move(name), kind}))
             return;
     }
-}
-
-std::vector<FolderEntry> listFolder(std::u16string_view folder, std::u16string_view extension) {
-    std::vector<FolderEntry> entries;
-    visitFolder(folder, extension, [&](FolderEntry entry) {
-        entries.push_back(std::move(entry));
-        return true;
-    });
-    return entries;
 }
 
 } // namespace vlgs

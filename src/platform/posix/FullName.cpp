@@ -1,5 +1,6 @@
 #include "platform/posix/FullName.h"
 
+#include "base/Ascii.h"
 #include "base/CaseFold.h"
 #include "base/Error.h"
 #include "base/Text.h"
@@ -16,12 +17,9 @@ constexpr std::u16string_view separators = u"\\/";
 bool isSeparator(char16_t character) {
     return character == u'\\' || character == u'/';
 }
-bool isLetter(char16_t character) {
-    return (character | 0x20) >= u'a' && (character | 0x20) <= u'z';
-}
 
 bool startsWithDrive(std::u16string_view path) {
-    return path.size() >= 2 && isLetter(path[0]) && path[1] == u':';
+    return path.size() >= 2 && ascii::isLetter(path[0]) && path[1] == u':';
 }
 
 std::u16string_view skipSeparators(std::u16string_view path) {

@@ -1,6 +1,7 @@
 // Locales from the compiled-in table.
 #include "platform/Locale.h"
 
+#include "base/Ascii.h"
 #include "platform/posix/UserEnvironment.h"
 
 #include <algorithm>
@@ -85,13 +86,6 @@ unsigned numberIn(std::u16string_view digits) {
     return value;
 }
 
-bool isLetter(char character) {
-    return character >= 'a' && character <= 'z';
-}
-bool isDigit(char character) {
-    return character >= '0' && character <= '9';
-}
-
 /// The parts of a locale name that choose a locale, in small letters.
 struct Tag {
     std::string language;
@@ -107,8 +101,7 @@ struct Tag {
 std::string inSmallLetters(std::string_view text) {
     std::string small(text);
     for (char& character : small)
-        if (character >= 'A' && character <= 'Z')
-            character = static_cast<char>(character - 'A' + 'a');
+        character = static_cast<char>(ascii::toLower(character));
     return small;
 }
 
@@ -131,10 +124,10 @@ Tag::Tag(std::string_view name) {
 
 // False where the part begins what does not tell locales apart.
 bool Tag::add(const std::string& part) {
-    if (part.size() == 4 && std::ranges::all_of(part, isLetter))
+    if (part.size() == 4 && std::ranges::all_of(part, ascii::isLetter))
         script = part;
-    else if ((part.size() == 2 && std::ranges::all_of(part, isLetter)) ||
-             (part.size() == 3 && std::ranges::all_of(part, isDigit)))
+    else if ((part.size() == 2 && std::ranges::all_of(part, ascii::isLetter)) ||
+             (part.size() == 3 && std::ranges::all_of(part, ascii::isDigit)))
         region = part;
     else if (part == "valencia")
         valencian = true;

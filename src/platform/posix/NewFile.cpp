@@ -1,5 +1,6 @@
 #include "platform/posix/NewFile.h"
 
+#include "base/Ascii.h"
 #include "platform/posix/HostPath.h"
 #include "platform/posix/RandomBytes.h"
 #include "platform/posix/Sharing.h"
@@ -16,10 +17,9 @@ namespace vlgs::posix {
 namespace {
 
 std::string temporaryName(const std::string& folder, std::uint64_t number) {
-    constexpr const char* digits = "0123456789abcdef";
     auto name = folder + "/.vlgs-";
     for (int shift = 60; shift >= 0; shift -= 4)
-        name += digits[number >> shift & 15];
+        name += static_cast<char>(ascii::lowerHexDigits[number >> shift & 15]);
     return name;
 }
 

@@ -1,3 +1,4 @@
+#include "base/Ascii.h"
 #include "base/CaseFold.h"
 #include "base/Text.h"
 #include "platform/CodePage.h"
@@ -28,13 +29,6 @@ bool isHiveName(std::u16string_view name, std::u16string_view hive) {
     return equalIgnoringCase(name, hive) || std::ranges::any_of(shortNames, [&](const auto& names) {
                return names.second == hive && equalIgnoringCase(name, names.first);
            });
-}
-
-int digitValue(char16_t character) noexcept {
-    if (character >= u'0' && character <= u'9')
-        return character - u'0';
-    const char16_t letter = character | 0x20;
-    return letter >= u'a' && letter <= u'f' ? letter - u'a' + 10 : -1;
 }
 
 bool isBlank(char16_t character) noexcept {
@@ -276,7 +270,7 @@ std::optional<RegistryData> Reader::readData() {
 std::optional<std::uint32_t> Reader::readNumber() {
     std::uint32_t number = 0;
     int count = 0;
-    for (int digit; !atEnd() && (digit = digitValue(text_[at_])) >= 0; ++at_, ++count)
+    for (int digit; !atEnd() && (digit = ascii::hexValue(text_[at_])) >= 0; ++at_, ++count)
         number = number << 4 | static_cast<std::uint32_t>(digit);
     return count >= 1 && count <= 8 ? std::optional(number) : std::nullopt;
 }

@@ -1,3 +1,4 @@
+#include "base/Ascii.h"
 #include "platform/posix/RegistryText.h"
 #include "platform/posix/RegistryTextForm.h"
 
@@ -6,13 +7,12 @@ namespace vlgs::posix {
 namespace {
 
 constexpr std::u16string_view lineEnd = u"\r\n";
-constexpr std::u16string_view digits = u"0123456789abcdef";
 /// Registry editors break lines of bytes here.
 constexpr std::size_t lineLength = 80;
 
 void appendHex(std::u16string& text, std::uint32_t number, int digitCount) {
     for (int shift = 4 * digitCount - 4; shift >= 0; shift -= 4)
-        text += digits[number >> shift & 15];
+        text += ascii::lowerHexDigits[number >> shift & 15];
 }
 
 /// A stored text without its final NUL; nothing for one that does not end in one, or that has characters

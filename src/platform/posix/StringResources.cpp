@@ -96,16 +96,14 @@ String firstFileOf(std::u16string_view path) {
     return shared;
 }
 
-} // namespace
-
-class StringResources::Host {
+class TextFiles final : public StringResources {
   public:
-    explicit Host(std::u16string_view path) {
+    explicit TextFiles(std::u16string_view path) {
         blocks_.push_back({0, firstFileOf(path), false, {}});
         read(0);
     }
 
-    std::optional<String> load(std::int32_t number) {
+    std::optional<String> load(std::int32_t number) override {
         const auto block = std::find_if(blocks_.rbegin(), blocks_.rend(),
                                         [&](const Block& candidate) { return candidate.base <= number; });
         if (block == blocks_.rend())
@@ -151,13 +149,10 @@ class StringResources::Host {
     std::vector<Block> blocks_; // by their bases
 };
 
-StringResources::StringResources(std::u16string_view path) : host_(std::make_unique<Host>(path)) {}
-StringResources::StringResources(StringResources&&) noexcept = default;
-StringResources& StringResources::operator=(StringResources&&) noexcept = default;
-StringResources::~StringResources() = default;
+} // namespace
 
-std::optional<String> StringResources::load(std::int32_t number) {
-    return host_->load(number);
+std::unique_ptr<StringResources> StringResources::open(std::u16string_view path) {
+    return std::make_unique<TextFiles>(path);
 }
 
 } // namespace vlgs

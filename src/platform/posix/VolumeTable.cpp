@@ -1,5 +1,6 @@
 #include "platform/posix/HostPath.h"
 
+#include "base/Ascii.h"
 #include "base/CaseFold.h"
 #include "base/Error.h"
 
@@ -12,10 +13,6 @@ namespace vlgs::posix {
 namespace {
 
 constexpr std::string_view standardTable = "C:=/";
-
-bool isLetter(char c) {
-    return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z');
-}
 
 [[noreturn]] void raiseMalformed(std::string_view entry) {
     throw Error(static_cast<std::int32_t>(RunTimeError::InvalidProcedureCall), String(),
@@ -46,7 +43,7 @@ std::string followLinks(const std::string& folder) {
 }
 
 Volume parseEntry(std::string_view entry) {
-    if (entry.size() < 4 || !isLetter(entry[0]) || entry.substr(1, 3) != ":=/")
+    if (entry.size() < 4 || !ascii::isLetter(entry[0]) || entry.substr(1, 3) != ":=/")
         raiseMalformed(entry);
     const auto rest = entry.substr(3);
     const auto bar = rest.find('|');

@@ -100,23 +100,6 @@ bool fileExists(std::u16string_view path) noexcept {
            !path.ends_with(u'/');
 }
 
-bool folderExists(std::u16string_view path) noexcept {
-    const auto found = findAttributes(path);
-    return found && has(*found, FileAttributes::Directory);
-}
-
-bool pathExists(std::u16string_view path) noexcept {
-    return fileExists(path) || folderExists(path);
-}
-
-bool isListed(std::u16string_view path, FileAttributes include) noexcept {
-    constexpr auto restricted = FileAttributes::Hidden | FileAttributes::System | FileAttributes::Directory;
-    if (path.find_first_of(u"*?") != path.npos)
-        return false;
-    const auto found = findAttributes(path);
-    return found && !has(*found, restricted & ~include);
-}
-
 FileAttributes attributes(std::u16string_view path) {
     const DWORD found = hostAttributes(WideText(path));
     if (found == INVALID_FILE_ATTRIBUTES)
@@ -240,15 +223,6 @@ void visitFolder(std::u16string_view folder, std::u16string_view extension,
     } while (FindNextFileW(search, &found));
     if (GetLastError() != ERROR_NO_MORE_FILES)
         raiseLastError();
-}
-
-std::vector<FolderEntry> listFolder(std::u16string_view folder, std::u16string_view extension) {
-    std::vector<FolderEntry> entries;
-    visitFolder(folder, extension, [&](FolderEntry entry) {
-        entries.push_back(std::move(entry));
-        return true;
-    });
-    return entries;
 }
 
 } // namespace vlgs

@@ -8,19 +8,19 @@ namespace vlgs {
 
 using namespace windows;
 
-class StringResources::Host {
+namespace {
+
+class ResourceLibrary final : public StringResources {
   public:
-    explicit Host(std::u16string_view path)
+    explicit ResourceLibrary(std::u16string_view path)
         : module_(LoadLibraryExW(WideText(path).get(), nullptr,
                                  LOAD_LIBRARY_AS_DATAFILE | LOAD_LIBRARY_AS_IMAGE_RESOURCE)) {
         if (!module_)
             raise(RunTimeError::FileNotFound);
     }
-    Host(const Host&) = delete;
-    Host& operator=(const Host&) = delete;
-    ~Host() { FreeLibrary(module_); }
+    ~ResourceLibrary() override { FreeLibrary(module_); }
 
-    std::optional<String> load(std::int32_t number) const {
+    std::optional<String> load(std::int32_t number) override {
         if (number < 0 || number > 0xFFFF)
             return std::nullopt;
         const char16_t* text = nullptr; // with a size of 0 the function tells where the text lies
@@ -35,13 +35,10 @@ class StringResources::Host {
     HMODULE module_;
 };
 
-StringResources::StringResources(std::u16string_view path) : host_(std::make_unique<Host>(path)) {}
-StringResources::StringResources(StringResources&&) noexcept = default;
-StringResources& StringResources::operator=(StringResources&&) noexcept = default;
-StringResources::~StringResources() = default;
+} // namespace
 
-std::optional<String> StringResources::load(std::int32_t number) {
-    return host_->load(number);
+std::unique_ptr<StringResources> StringResources::open(std::u16string_view path) {
+    return std::make_unique<ResourceLibrary>(path);
 }
 
 } // namespace vlgs
