@@ -5,8 +5,8 @@
 #error "The headers of VlGeneralServices need C++20: compile with -std=c++20 or later"
 #endif
 
-// A macro, since attributes have no other name that differs between hosts. Programs import nothing by attribute: the
-// linker finds functions, virtual tables and type information in the import library.
+// A macro, since attributes have no other name that differs between hosts. Programs import nothing by
+// attribute: the linker finds functions, virtual tables and type information in the import library.
 #if defined(_WIN32) && defined(VLGS_BUILDING)
 #define VLGS_API __declspec(dllexport)
 #elif defined(_WIN32)

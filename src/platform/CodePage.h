@@ -59,6 +59,10 @@ class CodePage {
     struct Data;
     explicit CodePage(const Data& data) noexcept : data_(&data) {}
 
+    // `append` and `decode` in any page but UTF-8.
+    bool appendInPage(std::string& bytes, std::u16string_view text) const;
+    String decodeInPage(std::string_view bytes) const;
+
     const Data* data_;
 };
 

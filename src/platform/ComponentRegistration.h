@@ -1,5 +1,5 @@
-// Component registration: the programmatic identifiers ("ProgIDs") and class identifiers of the components that
-// the host knows. Names are found in any case.
+// Component registration: the programmatic identifiers ("ProgIDs") and class identifiers of the components
+// that the host knows. Names are found in any case.
 #pragma once
 
 #include "base/Guid.h"

@@ -72,7 +72,6 @@ class CodesByCharacter {
 struct CodePage::Data {
     explicit Data(const Source& page);
 
-    bool isUtf8() const noexcept { return source.number == utf8Page; }
     bool isDoubleByte() const noexcept { return source.rows != nullptr; }
     bool isLead(unsigned char byte) const noexcept {
         return isDoubleByte() && byte >= firstLead && characters[byte] == noCharacter;
@@ -148,18 +147,6 @@ std::size_t copyAsciiBlocks(const From* from, std::size_t length, To* to) noexce
         for (std::size_t i = 0; i < shortBlockLength; ++i)
             to[at + i] = static_cast<To>(from[at + i]);
     return at;
-}
-
-bool hasLoneSurrogate(std::u16string_view text) noexcept {
-    for (std::size_t i = 0; i < text.size(); ++i) {
-        if ((text[i] & 0xF800) != 0xD800)
-            continue;
-        const bool pair = text[i] < 0xDC00 && i + 1 < text.size() && (text[i + 1] & 0xFC00) == 0xDC00;
-        if (!pair)
-            return true;
-        ++i;
-    }
-    return false;
 }
 
 } // namespace
@@ -255,11 +242,7 @@ unsigned CodePage::number() const noexcept {
     return data_->source.number;
 }
 
-bool CodePage::append(std::string& bytes, std::u16string_view text) const {
-    if (data_->isUtf8()) {
-        bytes += String(text).toUtf8();
-        return !hasLoneSurrogate(text);
-    }
+bool CodePage::appendInPage(std::string& bytes, std::u16string_view text) const {
     bool exact = true;
     std::array<char, 8192> buffer;
     bytes.reserve(bytes.size() + text.size());
@@ -273,22 +256,7 @@ bool CodePage::append(std::string& bytes, std::u16string_view text) const {
     return exact;
 }
 
-std::string CodePage::encode(std::u16string_view text) const {
-    std::string bytes;
-    append(bytes, text);
-    return bytes;
-}
-
-std::optional<std::string> CodePage::encodeExactly(std::u16string_view text) const {
-    std::string bytes;
-    if (!append(bytes, text))
-        return std::nullopt;
-    return bytes;
-}
-
-String CodePage::decode(std::string_view bytes) const {
-    if (data_->isUtf8())
-        return String::fromUtf8(bytes);
+String CodePage::decodeInPage(std::string_view bytes) const {
     if (data_->isDoubleByte())
         return String::build(data_->charactersIn(bytes),
                              [&](char16_t* to) { data_->decodePairs(bytes, to); });

@@ -41,22 +41,10 @@ bool encodePiece(unsigned page, std::string& bytes, std::u16string_view text) {
     std::array<char, 4096> buffer;
     BOOL replaced = FALSE;
     const int length =
-        WideCharToMultiByte(page, isUtf8(page) ? 0 : WC_NO_BEST_FIT_CHARS, wide(text.data()),
-                            static_cast<int>(text.size()), buffer.data(), static_cast<int>(buffer.size()),
-                            isUtf8(page) ? nullptr : "?", isUtf8(page) ? nullptr : &replaced);
+        WideCharToMultiByte(page, WC_NO_BEST_FIT_CHARS, wide(text.data()), static_cast<int>(text.size()),
+                            buffer.data(), static_cast<int>(buffer.size()), "?", &replaced);
     bytes.append(buffer.data(), static_cast<std::size_t>(length));
     return !replaced;
-}
-
-bool hasLoneSurrogate(std::u16string_view text) noexcept {
-    for (std::size_t i = 0; i < text.size(); ++i) {
-        if ((text[i] & 0xF800) != 0xD800)
-            continue;
-        if (text[i] >= 0xDC00 || i + 1 == text.size() || (text[i + 1] & 0xFC00) != 0xDC00)
-            return true;
-        ++i;
-    }
-    return false;
 }
 
 } // namespace
@@ -95,12 +83,7 @@ unsigned CodePage::number() const noexcept {
     return data_->number;
 }
 
-bool CodePage::append(std::string& bytes, std::u16string_view text) const {
-    const bool utf8 = isUtf8(data_->number);
-    if (utf8) {
-        bytes += String(text).toUtf8();
-        return !hasLoneSurrogate(text);
-    }
+bool CodePage::appendInPage(std::string& bytes, std::u16string_view text) const {
     bool exact = true;
     bytes.reserve(bytes.size() + text.size());
     for (constexpr std::size_t piece = 2048; !text.empty(); text.remove_prefix(std::min(piece, text.size())))
@@ -108,22 +91,7 @@ bool CodePage::append(std::string& bytes, std::u16string_view text) const {
     return exact;
 }
 
-std::string CodePage::encode(std::u16string_view text) const {
-    std::string bytes;
-    append(bytes, text);
-    return bytes;
-}
-
-std::optional<std::string> CodePage::encodeExactly(std::u16string_view text) const {
-    std::string bytes;
-    if (!append(bytes, text))
-        return std::nullopt;
-    return bytes;
-}
-
-String CodePage::decode(std::string_view bytes) const {
-    if (isUtf8(data_->number))
-        return String::fromUtf8(bytes);
+String CodePage::decodeInPage(std::string_view bytes) const {
     if (data_->isDoubleByte)
         return decodeBytes(data_->number, bytes);
     return String::build(bytes.size(), [&](char16_t* to) {
