@@ -3,6 +3,7 @@
 #include "Misuse.h"
 #include "base/CaseFold.h"
 #include "base/Text.h"
+#include "frame/Messages.h"
 #include "library/Classes.h"
 
 #include <algorithm>
