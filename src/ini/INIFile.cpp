@@ -163,6 +163,7 @@ Ref<Property> INIFile::createKeyIn(const KeyPlace& place, String name, String va
 Ref<INIFile> INIFile::Clone(const String& sNewFilename) const {
     auto clone = make<INIFile>();
     clone->SetSections(sections_);
+    clone->SetLossyOrigin(lossyOrigin_);
     clone->SetFileType(fileType_);
     clone->SetFullPath(sNewFilename);
     clone->SetDelayedDelete(delayedDelete_);
@@ -171,6 +172,7 @@ Ref<INIFile> INIFile::Clone(const String& sNewFilename) const {
 
 void INIFile::Clear() {
     sections_ = nullptr;
+    lossyOrigin_ = {};
 }
 
 bool INIFile::Save(const String& sSaveAs) {

@@ -71,7 +71,9 @@ class VLGS_API INIFile final : public Component {
                             const Variant& Before = missing, const Variant& After = missing);
 
     /// Writes the document to `sSaveAs`, to which it is then bound, or else to its own path; always True. A
-    /// locked document is unlocked for the time. Raises 11512, and the document then stays unlocked.
+    /// locked document is unlocked for the time. Raises 11512, and the document then stays unlocked: also for
+    /// a character that the code page does not hold, which the description names with its section and key,
+    /// and over the file that the document was read from when that has bytes that are no text.
     bool Save(const String& sSaveAs = {});
 
     /// A document with the same content, bound to another path. The content is shared: each document sees
@@ -131,6 +133,16 @@ class VLGS_API INIFile final : public Component {
     Ref<Collection> SectionKeys(const Variant& vSection) const;
     void Unlock() noexcept { hold_.release(); }
 
+    /// The file that the document was read from, when its text has bytes that are no characters and stand as
+    /// substitutes in the document, and which bytes those are; else empty. `Clear` forgets it with the
+    /// content.
+    struct LossyOrigin {
+        String path;
+        String reason;
+    };
+    const LossyOrigin& lossyOrigin() const noexcept { return lossyOrigin_; }
+    void SetLossyOrigin(LossyOrigin origin) { lossyOrigin_ = std::move(origin); }
+
     /// The sections as they are, null when there are none.
     const Collection* sections() const noexcept { return sections_.get(); }
 
@@ -148,6 +160,7 @@ class VLGS_API INIFile final : public Component {
 
   private:
     Ref<Collection> sections_;
+    LossyOrigin lossyOrigin_;
     String directory_;
     String filename_;
     FileHold hold_;

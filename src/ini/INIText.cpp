@@ -7,10 +7,13 @@
 #include "ini/LineParser.h"
 #include "platform/CodePage.h"
 #include "platform/Files.h"
+#include "platform/Volumes.h"
 
 #include <bit>
+#include <cstdio>
 #include <new>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace vlgs {
@@ -51,6 +54,51 @@ void writeLines(const INIFile& document, Put&& put) {
     put();
 }
 
+// The first character of a text that the code page does not hold, "" when it holds all.
+std::u16string_view firstLacking(const CodePage& page, std::u16string_view text) {
+    for (std::size_t at = 0; at < text.size();) {
+        const bool isPair =
+            (text[at] & 0xFC00) == 0xD800 && at + 1 < text.size() && (text[at + 1] & 0xFC00) == 0xDC00;
+        const auto character = text.substr(at, isPair ? 2 : 1);
+        if (!page.encodeExactly(character))
+            return character;
+        at += character.size();
+    }
+    return {};
+}
+
+[[noreturn]] void raiseForCharacter(std::u16string_view place, std::u16string_view character,
+                                    const CodePage& page) {
+    std::uint32_t number = character[0];
+    if (character.size() == 2)
+        number = 0x10000 + ((number & 0x3FF) << 10 | (character[1] & 0x3FFu));
+    char digits[16];
+    std::snprintf(digits, sizeof digits, "%04X", static_cast<unsigned>(number));
+    throw Error(static_cast<std::int32_t>(RunTimeError::InvalidProcedureCall), String(),
+                concat(place, u" has the character \"", character, u"\" (U+", String::fromUtf8(digits),
+                       u"), which code page ", decimal(page.number()), u" does not hold"));
+}
+
+// Names the first character of a document that the code page does not hold, with its place.
+void refuseLackingCharacters(const INIFile& document, const CodePage& page) {
+    forEach<Property>(document.sections(), [&](const Property& section) {
+        if (const auto lacking = firstLacking(page, section.name()); !lacking.empty())
+            raiseForCharacter(concat(u"The name of section \"", section.name(), u"\""), lacking, page);
+        if (!section.value().isObject())
+            return;
+        forEach<Property>(objectIn<Collection>(&section.value()), [&](const Property& key) {
+            const auto place = [&](std::u16string_view part) {
+                return concat(part, u" of key \"", key.name(), u"\" in section \"", section.name(), u"\"");
+            };
+            if (const auto lacking = firstLacking(page, key.name()); !lacking.empty())
+                raiseForCharacter(place(u"The name"), lacking, page);
+            const auto value = toText(key.value());
+            if (const auto lacking = firstLacking(page, value); !lacking.empty())
+                raiseForCharacter(place(u"The value"), lacking, page);
+        });
+    });
+}
+
 // The document as bytes of the system's code page.
 std::string encodedText(const INIFile& document) {
     const CodePage page = CodePage::system();
@@ -61,9 +109,7 @@ std::string encodedText(const INIFile& document) {
         page.append(bytes, lineEnd);
     });
     if (!exact)
-        throw Error(static_cast<std::int32_t>(RunTimeError::InvalidProcedureCall), String(),
-                    concat(u"The document has a character that code page ", decimal(page.number()),
-                           u" does not hold"));
+        refuseLackingCharacters(document, page);
     return bytes;
 }
 
@@ -117,10 +163,36 @@ class LineCutter {
 
 constexpr std::size_t chunkSize = 65536;
 
+// Remembers the first line of a file whose bytes are no text.
+class LossyLines {
+  public:
+    LossyLines(INIFile& document, const String& path) : document_(document), path_(path) {}
+
+    // One more line, and whether its bytes are text.
+    void count(bool isText, const CodePage& page) {
+        ++lines_;
+        if (!isText)
+            tell(concat(u" has bytes that are no characters in code page ", decimal(page.number())));
+    }
+    void count() { ++lines_; }
+    void tell(std::u16string_view what) {
+        if (!std::exchange(told_, true))
+            document_.SetLossyOrigin({fullPath(path_), concat(u"Line ", decimal(lines_), u" of the file",
+                                                              what, u"; saving would lose them")});
+    }
+
+  private:
+    INIFile& document_;
+    const String& path_;
+    std::int64_t lines_ = 0;
+    bool told_ = false;
+};
+
 void readBytes(LineParser& parser, FileReader& file, std::string_view chunk, std::vector<char>& buffer,
-               const CodePage& page) {
+               const CodePage& page, LossyLines& lossy) {
     const bool bytewise = LineParser::bytewise(page);
     const auto take = [&](std::string_view line) {
+        lossy.count(page.isText(line), page);
         if (bytewise)
             parser.parse(line, page);
         else
@@ -134,33 +206,40 @@ void readBytes(LineParser& parser, FileReader& file, std::string_view chunk, std
 
 // A last odd byte is no character.
 void readUtf16(LineParser& parser, FileReader& file, std::string_view chunk, std::vector<char>& buffer,
-               std::endian order) {
+               std::endian order, LossyLines& lossy) {
     static_assert(chunkSize % sizeof(char16_t) == 0);
     const std::size_t high = order == std::endian::big ? 0 : 1;
-    const auto take = [&](std::u16string_view line) { parser.parse(line); };
+    const auto take = [&](std::u16string_view line) {
+        lossy.count();
+        parser.parse(line);
+    };
     LineCutter<char16_t> cutter;
     std::u16string units;
+    bool isOdd = false;
     for (; !chunk.empty(); chunk = {buffer.data(), file.read(buffer.data(), chunkSize)}) {
         units.resize(chunk.size() / sizeof(char16_t));
         for (std::size_t i = 0; i < units.size(); ++i)
             units[i] = static_cast<char16_t>(static_cast<unsigned char>(chunk[2 * i + high]) << 8 |
                                              static_cast<unsigned char>(chunk[2 * i + 1 - high]));
         cutter.cut(units, take);
+        isOdd = chunk.size() % sizeof(char16_t) != 0;
     }
     cutter.finish(take);
+    if (isOdd)
+        lossy.tell(u" ends in half a UTF-16 character");
 }
 
-void readMarked(LineParser& parser, FileReader& file) {
+void readMarked(LineParser& parser, FileReader& file, LossyLines& lossy) {
     std::vector<char> buffer(chunkSize);
     const std::string_view chunk(buffer.data(), file.read(buffer.data(), chunkSize));
     if (chunk.starts_with("\xFF\xFE"))
-        readUtf16(parser, file, chunk.substr(2), buffer, std::endian::little);
+        readUtf16(parser, file, chunk.substr(2), buffer, std::endian::little, lossy);
     else if (chunk.starts_with("\xFE\xFF"))
-        readUtf16(parser, file, chunk.substr(2), buffer, std::endian::big);
+        readUtf16(parser, file, chunk.substr(2), buffer, std::endian::big, lossy);
     else if (chunk.starts_with("\xEF\xBB\xBF"))
-        readBytes(parser, file, chunk.substr(3), buffer, CodePage::find(65001).value());
+        readBytes(parser, file, chunk.substr(3), buffer, CodePage::find(65001).value(), lossy);
     else
-        readBytes(parser, file, chunk, buffer, CodePage::system());
+        readBytes(parser, file, chunk, buffer, CodePage::system(), lossy);
 }
 
 // Whatever goes wrong while lines are read becomes one error, which names the document and the cause.
@@ -178,6 +257,10 @@ void readUnderOneError(std::u16string_view path, Read&& read) {
 void g_SaveINIFile(INIFile& document, const String& sSaveAs) {
     try {
         const String path = sSaveAs.empty() ? document.FullPath() : sSaveAs;
+        const auto& lossy = document.lossyOrigin();
+        if (!lossy.reason.empty() && isSameFile(path, lossy.path))
+            throw Error(static_cast<std::int32_t>(RunTimeError::InvalidProcedureCall), String(),
+                        lossy.reason);
         const std::string bytes = encodedText(document);
         const auto before = findAttributes(path);
         ReplaceOptions options;
@@ -216,7 +299,8 @@ void readFileInto(INIFile& document, const String& path) {
     readUnderOneError(path, [&] {
         FileReader file(path);
         LineParser parser(document);
-        readMarked(parser, file);
+        LossyLines lossy(document, path);
+        readMarked(parser, file, lossy);
     });
 }
 

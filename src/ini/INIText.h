@@ -15,7 +15,7 @@ namespace vlgs {
 /// page, every line ended by CR LF. The file has its old content whole or the new one at every moment. A file
 /// that was hidden is hidden afterwards and has no other attribute; even when it was read-only it is written.
 /// Raises 11512 with the description of what went wrong, also for a character that the code page does not
-/// hold, and then has touched nothing.
+/// hold and over the file of the document's `lossyOrigin`, and then has touched nothing.
 void g_SaveINIFile(INIFile& document, const String& sSaveAs);
 
 /// The document's lines in a form of `Buffer`, each followed by the delimiter; Empty for an unknown form.
@@ -27,7 +27,8 @@ Variant g_GetStreamFromINI(const INIFile& document, enumStreamTypes eStreamType,
 void readLines(INIFile& document, std::span<const std::u16string_view> lines);
 
 /// Reads a file into a document in the same way. The file is text in the system's code page, or in UTF-16 or
-/// UTF-8 if its first bytes say so; a line ends at CR LF or at LF alone.
+/// UTF-8 if its first bytes say so; a line ends at CR LF or at LF alone. Bytes that are no text give the code
+/// page's substitutes; the first line with such bytes makes the file the document's `lossyOrigin`.
 void readFileInto(INIFile& document, const String& path);
 
 } // namespace vlgs

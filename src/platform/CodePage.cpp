@@ -2,6 +2,7 @@
 #include "platform/CodePage.h"
 
 #include "base/Ascii.h"
+#include "base/Utf8.h"
 
 #include <charconv>
 #include <utility>
@@ -78,6 +79,10 @@ std::optional<CodePage> CodePage::named(std::string_view name) {
     const auto* end = digits.data() + digits.size();
     const auto [stop, failure] = std::from_chars(digits.data(), end, number);
     return failure == std::errc() && stop == end ? find(number) : std::nullopt;
+}
+
+bool CodePage::isText(std::string_view bytes) const noexcept {
+    return number() == utf8Page ? isUtf8(bytes) : isTextInPage(bytes);
 }
 
 } // namespace vlgs

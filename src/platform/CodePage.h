@@ -44,6 +44,9 @@ class CodePage {
     /// in 932 U+30FB), those of UTF-8 U+FFFD.
     String decode(std::string_view bytes) const;
 
+    /// Whether `decode` puts no substitute into the text of the bytes. Always so in a single-byte page.
+    bool isText(std::string_view bytes) const noexcept;
+
     /// Whether a byte begins a character of two bytes (False throughout in single-byte pages and in UTF-8).
     bool isLeadByte(unsigned char byte) const noexcept;
 
@@ -59,9 +62,10 @@ class CodePage {
     struct Data;
     explicit CodePage(const Data& data) noexcept : data_(&data) {}
 
-    // `append` and `decode` in any page but UTF-8.
+    // `append`, `decode` and `isText` in any page but UTF-8.
     bool appendInPage(std::string& bytes, std::u16string_view text) const;
     String decodeInPage(std::string_view bytes) const;
+    bool isTextInPage(std::string_view bytes) const noexcept;
 
     const Data* data_;
 };

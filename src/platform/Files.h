@@ -57,6 +57,9 @@ bool fileExists(std::u16string_view path) noexcept;
 bool folderExists(std::u16string_view path) noexcept;
 bool pathExists(std::u16string_view path) noexcept;
 
+/// Whether two paths lead to one file or folder, through links too. False when one of them leads nowhere.
+bool isSameFile(std::u16string_view path, std::u16string_view other) noexcept;
+
 /// Whether a directory listing of exactly this path shows it, the listing restricted as the run time's Dir
 /// function does: plain files always, and what is Hidden, System or a Directory only when `include` has that
 /// attribute. "*" and "?" are ordinary characters. Never raises.

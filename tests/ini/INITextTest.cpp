@@ -179,8 +179,61 @@ TEST(INIText, AFailedSaveTouchesNothing) {
     document->CreateKey(u"S", u"k", u"日", missing, missing); // not in the code page
     refused(u"");
     EXPECT_EQ(scratch.read("a.ini"), "old");
+    document->Clear();
+    for (const auto& [section, key, value, told] :
+         {std::tuple(u"S", u"k", u"é😀",
+                     "The value of key \"k\" in section \"S\" has the character \"😀\" "
+                     "(U+1F600), which code page 1252 does not hold"),
+          std::tuple(u"S", u"kЖ", u"",
+                     "The name of key \"kЖ\" in section \"S\" has the character \"Ж\" (U+0416)"),
+          std::tuple(u"日", u"k", u"", "The name of section \"日\" has the character \"日\" (U+65E5)")}) {
+        document->Clear();
+        document->CreateKey(section, key, value);
+        const auto error = raised([&] { document->Save(u""); });
+        EXPECT_NE(error.description.find(told), std::string::npos) << error.description;
+    }
     EXPECT_EQ(scratch.read("readonly.ini"), "old");
     EXPECT_EQ(scratch.entries(), 2u);
+}
+
+TEST(INIText, BytesThatAreNoTextAreNeverSavedOver) {
+    struct Case {
+        const char* page;
+        std::string content;
+        const char* reason; // null: everything is text
+    };
+    const Case cases[] = {
+        {"65001", "[A]\nk=\xEF\xBF\xBD\nl=\xC3\xA9", nullptr},
+        {"65001", "[A]\nk=1\nl=\xE9x\nm=\xFF",
+         "Line 3 of the file has bytes that are no characters in code page 65001"},
+        {"932", "[A]\nk=\x93\xFA\xB1\xA0", nullptr},
+        {"932", "[A\x85\x40]\n", "Line 1 of the file"},
+        {"932", "[A]\nk=\x93", "code page 932"},
+        {"1252", "[A]\nk=\x81\xFF", nullptr},
+        {"65001", "\xEF\xBB\xBF[A]\nk=\xE9", "Line 2 of the file"},
+        {"1252", std::string("\xFF\xFE[\0A\0]\0k", 9), "Line 1 of the file ends in half"},
+    };
+    const Scratch scratch;
+    for (const auto& [page, content, reason] : cases) {
+        const Setting setting("VLGS_CODEPAGE", page);
+        scratch.write("a.ini", content);
+        const auto document = make<INIFile>();
+        document->SetFullPath(scratch.path("a.ini"));
+        readFileInto(*document, scratch.path("a.ini"));
+        const auto clone = document->Clone(scratch.path("./A.INI"));
+        for (const auto& each : {document, clone}) {
+            const auto error = raised([&] { each->Save(u""); });
+            EXPECT_EQ(error.number, reason ? message(11512) : 0) << content;
+            if (reason) {
+                EXPECT_NE(error.description.find(reason), std::string::npos) << error.description;
+                EXPECT_EQ(scratch.read("a.ini"), content);
+            }
+        }
+        EXPECT_TRUE(document->Save(scratch.path("b.ini")));
+        EXPECT_TRUE(document->Save(u""));
+        document->Clear();
+        EXPECT_TRUE(document->Save(scratch.path("a.ini")));
+    }
 }
 
 TEST(INIText, AHiddenFileStaysHiddenAndNothingElse) {

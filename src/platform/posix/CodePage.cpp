@@ -77,13 +77,16 @@ struct CodePage::Data {
         return isDoubleByte() && byte >= firstLead && characters[byte] == noCharacter;
     }
     char16_t pair(unsigned char lead, unsigned char trail) const noexcept {
-        const auto row = source.rows[lead - firstLead];
-        const auto column = static_cast<std::size_t>(trail - firstTrail);
-        return column < row.size() && row[column] != noCharacter ? row[column] : source.substitute;
+        return isMapped(lead, trail) ? source.rows[lead - firstLead][trail - firstTrail] : source.substitute;
     }
     bool isPair(std::string_view bytes, std::size_t at) const noexcept {
         return isLead(static_cast<unsigned char>(bytes[at])) && at + 1 < bytes.size() &&
                static_cast<unsigned char>(bytes[at + 1]) >= firstTrail;
+    }
+    bool isMapped(unsigned char lead, unsigned char trail) const noexcept {
+        const auto row = source.rows[lead - firstLead];
+        const auto column = static_cast<std::size_t>(trail - firstTrail);
+        return column < row.size() && row[column] != noCharacter;
     }
     std::size_t charactersIn(std::string_view bytes) const noexcept;
     void decodePairs(std::string_view bytes, char16_t* to) const noexcept;
@@ -267,6 +270,18 @@ String CodePage::decodeInPage(std::string_view bytes) const {
                 to[at] = data_->characters[static_cast<unsigned char>(bytes[at])];
         }
     });
+}
+
+bool CodePage::isTextInPage(std::string_view bytes) const noexcept {
+    for (std::size_t at = 0; data_->isDoubleByte() && at < bytes.size(); ++at) {
+        if (!data_->isLead(static_cast<unsigned char>(bytes[at])))
+            continue;
+        if (!data_->isPair(bytes, at) || !data_->isMapped(static_cast<unsigned char>(bytes[at]),
+                                                          static_cast<unsigned char>(bytes[at + 1])))
+            return false;
+        ++at;
+    }
+    return true;
 }
 
 bool CodePage::isLeadByte(unsigned char byte) const noexcept {

@@ -98,6 +98,16 @@ void setAttributes(std::u16string_view path, FileAttributes attributes) {
         raiseHostError(error, host);
 }
 
+bool isSameFile(std::u16string_view path, std::u16string_view other) noexcept {
+    try {
+        const auto one = statusOf(hostPath(path));
+        const auto two = statusOf(hostPath(other));
+        return one.st_dev == two.st_dev && one.st_ino == two.st_ino;
+    } catch (...) {
+        return false;
+    }
+}
+
 std::uint64_t fileLength(std::u16string_view path) {
     const auto host = hostPath(path);
     const auto status = statusOf(host);

@@ -2,6 +2,7 @@
 
 #include "base/CaseFold.h"
 #include "base/Error.h"
+#include "base/Utf8.h"
 #include "platform/posix/FolderStream.h"
 
 #include <algorithm>
@@ -13,33 +14,6 @@ namespace vlgs::posix {
 namespace {
 
 constexpr char16_t escape = 0xDC00;
-
-bool isContinuation(unsigned char byte) {
-    return (byte & 0xC0) == 0x80;
-}
-
-/// The length of the well-formed UTF-8 sequence at the front of a text that is not empty, 0 when there is
-/// none.
-std::size_t sequenceLength(std::string_view text) {
-    const auto byte = [&](std::size_t at) { return static_cast<unsigned char>(text[at]); };
-    const auto first = byte(0);
-    if (first < 0x80)
-        return 1;
-    const std::size_t length = first >= 0xC2 && first < 0xE0   ? 2
-                               : first >= 0xE0 && first < 0xF0 ? 3
-                               : first >= 0xF0 && first < 0xF5 ? 4
-                                                               : 0;
-    if (length == 0 || text.size() < length)
-        return 0;
-    for (std::size_t i = 1; i < length; ++i)
-        if (!isContinuation(byte(i)))
-            return 0;
-    const auto second = byte(1);
-    const bool overlong = (first == 0xE0 && second < 0xA0) || (first == 0xF0 && second < 0x90);
-    const bool surrogate = first == 0xED && second >= 0xA0;
-    const bool beyond = first == 0xF4 && second >= 0x90;
-    return overlong || surrogate || beyond ? 0 : length;
-}
 
 bool isEscape(char16_t character) {
     return character == (escape | u'\\') || (character >= (escape | 0x80) && character <= (escape | 0xFF));
@@ -114,7 +88,7 @@ String libraryName(std::string_view name) {
     std::u16string out;
     out.reserve(name.size());
     while (!name.empty()) {
-        const auto length = sequenceLength(name);
+        const auto length = utf8SequenceLength(name);
         if (length == 1 && name[0] != '\\')
             out += static_cast<char16_t>(name[0]);
         else if (length > 1)

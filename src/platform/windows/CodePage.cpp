@@ -100,6 +100,12 @@ String CodePage::decodeInPage(std::string_view bytes) const {
     });
 }
 
+bool CodePage::isTextInPage(std::string_view bytes) const noexcept {
+    return !data_->isDoubleByte || bytes.empty() ||
+           MultiByteToWideChar(data_->number, MB_ERR_INVALID_CHARS, bytes.data(),
+                               static_cast<int>(bytes.size()), nullptr, 0) > 0;
+}
+
 bool CodePage::isLeadByte(unsigned char byte) const noexcept {
     return data_->isLead[byte];
 }

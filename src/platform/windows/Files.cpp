@@ -113,6 +113,23 @@ void setAttributes(std::u16string_view path, FileAttributes attributes) {
         raiseLastError();
 }
 
+bool isSameFile(std::u16string_view path, std::u16string_view other) noexcept {
+    try {
+        constexpr DWORD shareAll = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
+        const auto identity = [](std::u16string_view name, BY_HANDLE_FILE_INFORMATION& found) {
+            const Handle file(CreateFileW(WideText(name).get(), 0, shareAll, nullptr, OPEN_EXISTING,
+                                          FILE_FLAG_BACKUP_SEMANTICS, nullptr));
+            return file && GetFileInformationByHandle(file.get(), &found);
+        };
+        BY_HANDLE_FILE_INFORMATION one{}, two{};
+        return identity(path, one) && identity(other, two) &&
+               one.dwVolumeSerialNumber == two.dwVolumeSerialNumber &&
+               one.nFileIndexHigh == two.nFileIndexHigh && one.nFileIndexLow == two.nFileIndexLow;
+    } catch (const std::exception&) {
+        return false;
+    }
+}
+
 std::uint64_t fileLength(std::u16string_view path) {
     if (has(attributes(path), FileAttributes::Directory))
         raise(RunTimeError::FileNotFound);
