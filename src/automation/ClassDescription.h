@@ -27,6 +27,7 @@
 #pragma once
 
 #include "automation/Array.h"
+#include "automation/CallError.h"
 #include "automation/ClassInfo.h"
 #include "automation/Convert.h"
 #include "base/Error.h"
@@ -85,7 +86,7 @@ template <auto Function>
 struct MemberRow {
     using Traits = FunctionTraits<decltype(Function)>;
     static constexpr auto function = Function;
-    MemberKind kind;
+    InvokeKind kind;
     DispatchId id;
     std::string_view name;
     std::string_view help;
@@ -125,26 +126,26 @@ struct MemberRow {
 };
 
 template <auto Function, class... Names>
-constexpr auto row(MemberKind kind, DispatchId id, std::string_view name, std::string_view help,
+constexpr auto row(InvokeKind kind, DispatchId id, std::string_view name, std::string_view help,
                    Names... names) {
     static_assert(sizeof...(Names) == MemberRow<Function>::Traits::arity, "name each parameter");
     return MemberRow<Function>{kind, id, name, help, {ParameterRow(names)...}};
 }
 template <auto Function, class... Names>
 constexpr auto method(DispatchId id, std::string_view name, std::string_view help, Names... names) {
-    return row<Function>(MemberKind::Method, id, name, help, names...);
+    return row<Function>(InvokeKind::Method, id, name, help, names...);
 }
 template <auto Function, class... Names>
 constexpr auto get(DispatchId id, std::string_view name, std::string_view help, Names... names) {
-    return row<Function>(MemberKind::PropertyGet, id, name, help, names...);
+    return row<Function>(InvokeKind::PropertyGet, id, name, help, names...);
 }
 template <auto Function, class... Names>
 constexpr auto put(DispatchId id, std::string_view name, std::string_view help, Names... names) {
-    return row<Function>(MemberKind::PropertyPut, id, name, help, names...);
+    return row<Function>(InvokeKind::PropertyPut, id, name, help, names...);
 }
 template <auto Function, class... Names>
 constexpr auto putRef(DispatchId id, std::string_view name, std::string_view help, Names... names) {
-    return row<Function>(MemberKind::PropertyPutRef, id, name, help, names...);
+    return row<Function>(InvokeKind::PropertyPutRef, id, name, help, names...);
 }
 
 /// A class's table: its facts and its rows in interface order; `events` are the rows of its outgoing
@@ -438,6 +439,31 @@ struct ResultType<void> {
     static constexpr TypeInfo info{};
 };
 
+/// Runs a call and then hands its by-reference arguments back, also when it raises; its own failure goes
+/// before one of handing back.
+template <class Call, class WriteBack>
+auto callAndWriteBack(Call&& call, WriteBack&& writeBack) {
+    const auto guarded = [&] {
+        try {
+            return call();
+        } catch (...) {
+            try {
+                writeBack();
+            } catch (const std::exception&) {
+            }
+            throw;
+        }
+    };
+    if constexpr (std::is_void_v<decltype(call())>) {
+        guarded();
+        writeBack();
+    } else {
+        auto result = guarded();
+        writeBack();
+        return result;
+    }
+}
+
 // ---- From table to description --------------------------------------------------------------------------
 
 template <class T>
@@ -468,24 +494,45 @@ struct ClassDescriptionOf {
         }
         static constexpr auto parameters = parameterInfos(std::make_index_sequence<Traits::arity>());
 
+        /// Reads the arguments of a call; `given` has one for each parameter.
+        template <template <class> class Holder, std::size_t... N, class... Given>
+        static auto hold(std::index_sequence<N...>, const Given&... given) {
+            std::size_t at = 0;
+            [[maybe_unused]] const auto read = [&]<std::size_t At>(const auto& each) {
+                at = At;
+                return Holder<std::tuple_element_t<At, Parameters>>(each, parameters[At]);
+            };
+            try {
+                return std::tuple<Holder<std::tuple_element_t<N, Parameters>>...>{
+                    read.template operator()<N>(given)...};
+            } catch (...) {
+                raiseMisfit(table.header, info, at);
+            }
+        }
+
+        /// Calls the member with held arguments and hands back what it wrote.
+        template <class... Holders>
+        static auto run(T& self, std::tuple<Holders...>& holders) {
+            return std::apply(
+                [&](auto&... each) {
+                    return callAndWriteBack(
+                        [&]() -> std::remove_cvref_t<typename Traits::Result> {
+                            return (self.*std::remove_cvref_t<decltype(row)>::function)(each.get()...);
+                        },
+                        [&] { (each.writeBack(), ...); });
+                },
+                holders);
+        }
+
         template <std::size_t... N>
-        static Variant call(T& self, Variant* const* slots, std::index_sequence<N...>) {
-            std::tuple<ArgumentHolder<std::tuple_element_t<N, Parameters>>...> holders{
-                ArgumentHolder<std::tuple_element_t<N, Parameters>>(slots[N], parameters[N])...};
-            constexpr auto function = std::remove_cvref_t<decltype(row)>::function;
-            using R = typename Traits::Result;
+        static Variant call(T& self, Variant* const* slots, std::index_sequence<N...> all) {
+            auto holders = hold<ArgumentHolder>(all, slots[N]...);
+            using R = std::remove_cvref_t<typename Traits::Result>;
             if constexpr (std::is_void_v<R>) {
-                (self.*function)(std::get<N>(holders).get()...);
-                (std::get<N>(holders).writeBack(), ...);
+                run(self, holders);
                 return {};
-            } else if constexpr (!(ArgumentHolder<std::tuple_element_t<N, Parameters>>::byReference || ...)) {
-                return TypeTraits<std::remove_cvref_t<R>>::to(
-                    (self.*function)(std::get<N>(holders).get()...));
             } else {
-                Variant result =
-                    TypeTraits<std::remove_cvref_t<R>>::to((self.*function)(std::get<N>(holders).get()...));
-                (std::get<N>(holders).writeBack(), ...);
-                return result;
+                return TypeTraits<R>::to(run(self, holders));
             }
         }
         static Variant invoke(Object& self, [[maybe_unused]] Variant* const* slots) {

@@ -1,11 +1,10 @@
 #include "automation/ClassInfo.h"
 
-#include "base/CaseFold.h"
+#include "automation/CallError.h"
 #include "base/Error.h"
 
 #include <algorithm>
 #include <array>
-#include <bit>
 
 namespace vlgs {
 
@@ -20,96 +19,151 @@ bool equalNames(std::string_view a, std::u16string_view b) noexcept {
         a, b, [](char x, char16_t y) { return lowerAscii(static_cast<char16_t>(x)) == lowerAscii(y); });
 }
 
-constexpr std::size_t bitOf(MemberKind kind) {
-    return static_cast<std::size_t>(std::countr_zero(static_cast<unsigned>(kind)));
+std::optional<std::size_t> placeOf(const MemberInfo& member, std::u16string_view name) noexcept {
+    const auto found = std::ranges::find_if(
+        member.parameters, [&](const ParameterInfo& each) { return equalNames(each.name, name); });
+    if (found == member.parameters.end())
+        return {};
+    return static_cast<std::size_t>(found - member.parameters.begin());
 }
 
-using Slots = std::array<Variant*, ClassInfo::maximumParameters>;
-
-// A property write takes its value last, whatever optional parameters stand before it.
-void place(const MemberInfo& member, std::span<Variant> arguments, Slots& slots) {
-    const std::size_t count = member.parameters.size();
-    if (arguments.size() > count)
-        raise(RunTimeError::WrongNumberOfArguments);
-    const bool write = covers(InvokeKind(12), InvokeKind(member.kind));
-    for (std::size_t i = 0; i < arguments.size(); ++i) {
-        const bool value = write && i + 1 == arguments.size();
-        slots[value ? count - 1 : i] = &arguments[i];
+/// Each parameter's argument, null for one that was left out, and which argument of the call that is.
+class Placement {
+  public:
+    Placement(const ClassHeader& type, const MemberInfo& member, const Arguments& arguments)
+        : type_(type), member_(member), arguments_(arguments) {
+        std::fill_n(slots_.begin(), member.parameters.size(), nullptr);
+        placePositional();
+        if (!arguments.named.empty())
+            placeNamed();
+        for (std::size_t i = 0; i < member.parameters.size(); ++i)
+            check(i);
     }
-}
+    Variant* const* slots() const noexcept { return slots_.data(); }
+    std::size_t argumentOf(std::size_t parameter) const noexcept { return argument_[parameter]; }
 
-void placeNamed(const MemberInfo& member, std::span<const NamedArgument> arguments, Slots& slots) {
-    for (const NamedArgument& argument : arguments) {
-        const auto found = std::ranges::find_if(member.parameters, [&](const ParameterInfo& parameter) {
-            return equalNames(parameter.name, argument.name);
-        });
-        if (found == member.parameters.end())
-            raise(RunTimeError::NamedArgumentNotFound);
-        auto& slot = slots[static_cast<std::size_t>(found - member.parameters.begin())];
-        if (slot)
-            raise(RunTimeError::WrongNumberOfArguments);
-        slot = argument.value;
+  private:
+    // A property write takes its value last, whatever optional parameters stand before it.
+    void placePositional() {
+        const std::size_t count = member_.parameters.size();
+        const auto arguments = arguments_.positional;
+        if (arguments.size() > count)
+            throw tooManyArguments(type_, member_, arguments.size() + arguments_.named.size()).in(arguments_);
+        for (std::size_t i = 0; i < arguments.size(); ++i)
+            put(writes(member_.kind) && i + 1 == arguments.size() ? count - 1 : i, i, arguments[i]);
     }
-}
+    void placeNamed() {
+        for (std::size_t i = 0; i < arguments_.named.size(); ++i) {
+            const NamedArgument& given = arguments_.named[i];
+            const std::size_t argument = arguments_.positional.size() + i;
+            const auto place = given.place ? std::optional(static_cast<std::size_t>(*given.place))
+                                           : placeOf(member_, given.name);
+            if (!place || *place >= member_.parameters.size())
+                throw noSuchParameter(type_, member_, given.name).in(arguments_, argument);
+            if (slots_[*place])
+                throw argumentGivenTwice(type_, member_, *place).in(arguments_, argument);
+            put(*place, argument, *given.value);
+        }
+    }
+    void put(std::size_t parameter, std::size_t argument, Variant& value) noexcept {
+        slots_[parameter] = &value;
+        argument_[parameter] = static_cast<std::uint8_t>(argument);
+    }
+    void check(std::size_t i) {
+        const ParameterInfo& parameter = member_.parameters[i];
+        if (slots_[i] && !slots_[i]->isMissing()) {
+            if (arguments_.byReference && parameter.type.byReference)
+                *arguments_.byReference |= 1u << argument_[i];
+            return;
+        }
+        if (!parameter.optional)
+            throw argumentLeftOut(type_, member_, i)
+                .in(arguments_, slots_[i] ? std::optional<std::size_t>(argument_[i]) : std::nullopt);
+        slots_[i] = nullptr;
+    }
+
+    const ClassHeader& type_;
+    const MemberInfo& member_;
+    const Arguments& arguments_;
+    std::array<Variant*, ClassInfo::maximumParameters> slots_;
+    std::array<std::uint8_t, ClassInfo::maximumParameters> argument_;
+};
+
+/// Counts the default members on the calling thread's stack, the ones of callers' own objects between them
+/// included.
+class DefaultMemberStep {
+  public:
+    DefaultMemberStep() noexcept { ++depth; }
+    DefaultMemberStep(const DefaultMemberStep&) = delete;
+    DefaultMemberStep& operator=(const DefaultMemberStep&) = delete;
+    ~DefaultMemberStep() { --depth; }
+    bool isOneTooMany() const noexcept { return depth > 100; }
+
+  private:
+    constinit static thread_local int depth;
+};
+constinit thread_local int DefaultMemberStep::depth = 0;
+
+} // namespace
 
 // Not inlined, so that reading a property without parameters needs no frame for them.
-[[gnu::noinline]] Variant invokeWithParameters(Object& self, const MemberInfo& member,
-                                               const Arguments& arguments) {
-    Slots slots;
-    std::fill_n(slots.begin(), member.parameters.size(), nullptr);
-    place(member, arguments.positional, slots);
-    placeNamed(member, arguments.named, slots);
-    for (std::size_t i = 0; i < member.parameters.size(); ++i) {
-        if (slots[i] && !slots[i]->isMissing())
-            continue;
-        if (!member.parameters[i].optional)
-            raise(RunTimeError::ArgumentNotOptional);
-        slots[i] = nullptr;
+[[gnu::noinline]] Variant ClassInfo::invokeWithParameters(Object& self, const MemberInfo& member,
+                                                          const Arguments& arguments) const {
+    const Placement placement(header_, member, arguments);
+    try {
+        return member.invoke(self, placement.slots());
+    } catch (const MisfitError& misfit) {
+        throw CallError(misfit, arguments, placement.argumentOf(misfit.parameter()));
     }
-    return member.invoke(self, slots.data());
 }
 
-// `document.Sections("A")`, `section.Value("k")`: arguments of a property that takes none go to the default
-// member of the object that is its value.
-[[gnu::noinline]] Variant invokeResult(Object& self, const MemberInfo& member, InvokeKind kind,
-                                       const Arguments& arguments) {
-    if (arguments.positional.empty())
-        raise(RunTimeError::NamedArgumentNotFound);
+// `document.Sections("A")`, `section.Value("k")`
+[[gnu::noinline]] Variant ClassInfo::invokeResult(Object& self, const MemberInfo& member, InvokeKind kind,
+                                                  const Arguments& arguments) const {
+    const auto& named = arguments.named;
+    if (arguments.positional.empty() ||
+        std::ranges::any_of(named, [](const auto& each) { return each.place.has_value(); }))
+        throw noSuchParameter(header_, member, named.empty() ? std::u16string_view() : named[0].name)
+            .in(arguments, arguments.positional.size());
     const bool mayGiveObject =
         member.result.type == VarType::Object || member.result.type == VarType::Variant;
     const Variant value =
-        member.kind == MemberKind::PropertyGet && mayGiveObject ? member.invoke(self, nullptr) : Variant();
+        member.kind == InvokeKind::PropertyGet && mayGiveObject ? member.invoke(self, nullptr) : Variant();
     if (!value.isObject())
-        raise(RunTimeError::WrongNumberOfArguments);
+        throw tooManyArguments(header_, member, arguments.positional.size() + named.size()).in(arguments);
     if (!value.object())
         raise(RunTimeError::ObjectVariableNotSet);
+    const DefaultMemberStep step;
+    if (step.isOneTooMany())
+        throw endlessDefaultMembers(header_, member).in(arguments);
     return value.reference()->invoke(defaultMember, kind, arguments);
 }
-
-} // namespace
 
 ClassInfo::ClassInfo(const ClassHeader& header, std::span<const MemberInfo> members,
                      std::span<const MemberInfo> events, Ref<Object> (*factory)())
     : header_(header),
       programmaticId_(String::fromUtf8(std::string(header.library) + "." + std::string(header.name))),
       members_(members), events_(events), create_(factory), names_(members.size()) {
+    MembersByKind nobody;
+    nobody.fill(NameTable::none);
     for (std::uint16_t index = 0; index < members.size(); ++index) {
         const auto place = static_cast<std::size_t>(members[index].id - enumerationMember);
         if (place >= byId_.size())
-            byId_.resize(place + 1, {NameTable::none, NameTable::none, NameTable::none, NameTable::none});
-        auto& member = byId_[place][bitOf(members[index].kind)];
-        member = std::min(member, index);
+            byId_.resize(place + 1, nobody);
+        for (unsigned asked = 0; asked < nobody.size(); ++asked)
+            if (covers(InvokeKind(asked), members[index].kind))
+                byId_[place][asked] = std::min(byId_[place][asked], index);
         names_.add(members[index].name, index);
     }
-    for (auto& [method, get, put, putRef] : byId_) {
-        put = put == NameTable::none ? putRef : put;
-        putRef = putRef == NameTable::none ? put : putRef;
-    }
+    for (auto& byKind : byId_)
+        for (unsigned asked = 0; asked < byKind.size(); ++asked)
+            if (byKind[asked] == NameTable::none && writes(InvokeKind(asked)))
+                byKind[asked] = byKind[static_cast<std::size_t>(InvokeKind::Write)];
 }
 
 Ref<Object> ClassInfo::create() const {
     if (!create_)
-        raise(RunTimeError::CannotCreateObject);
+        throw cannotCreate(programmaticId_);
     return create_();
 }
 
@@ -118,21 +172,27 @@ DispatchId ClassInfo::idOf(std::u16string_view name) const noexcept {
     return member == NameTable::none ? unknownMember : members_[member].id;
 }
 
+std::optional<std::int32_t> ClassInfo::parameterOf(DispatchId member,
+                                                   std::u16string_view name) const noexcept {
+    for (const auto& row : members_)
+        if (row.id == member)
+            if (const auto place = placeOf(row, name))
+                return static_cast<std::int32_t>(*place);
+    return {};
+}
+
 const MemberInfo* ClassInfo::find(DispatchId member, InvokeKind kind) const noexcept {
     const auto place = static_cast<std::uint32_t>(member) - static_cast<std::uint32_t>(enumerationMember);
     if (place >= byId_.size())
         return nullptr;
-    std::uint16_t first = NameTable::none;
-    for (std::size_t bit = 0; bit < byId_[place].size(); ++bit)
-        if (static_cast<unsigned>(kind) >> bit & 1)
-            first = std::min(first, byId_[place][bit]);
-    return first == NameTable::none ? nullptr : &members_[first];
+    const auto index = byId_[place][static_cast<std::size_t>(kind) & 15];
+    return index == NameTable::none ? nullptr : &members_[index];
 }
 
 Variant ClassInfo::invoke(Object& self, DispatchId id, InvokeKind kind, const Arguments& arguments) const {
     const MemberInfo* member = find(id, kind);
     if (!member)
-        raise(RunTimeError::NoSuchMember);
+        throw noSuchMember(*this, id, kind).in(arguments);
     if (!member->parameters.empty())
         return invokeWithParameters(self, *member, arguments);
     if (arguments.positional.empty() && arguments.named.empty())

@@ -13,13 +13,12 @@
 #include <array>
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <span>
 #include <string_view>
 #include <vector>
 
 namespace vlgs {
-
-enum class MemberKind : std::uint8_t { Method = 1, PropertyGet = 2, PropertyPut = 4, PropertyPutRef = 8 };
 
 /// Type of a parameter or result.
 struct TypeInfo {
@@ -72,7 +71,7 @@ using Invoker = Variant (*)(Object& self, Variant* const* slots);
 struct MemberInfo {
     std::string_view name;
     DispatchId id = 0;
-    MemberKind kind = MemberKind::Method;
+    InvokeKind kind = InvokeKind::Method;
     bool hidden = false;
     std::string_view help;
     std::span<const ParameterInfo> parameters;
@@ -118,14 +117,29 @@ class VLGS_API ClassInfo {
 
     /// The number of the member of that name in any case, or `unknownMember`.
     DispatchId idOf(std::u16string_view name) const noexcept;
+    /// The place from 0 of a parameter by its name in any case, in any of the members of that number; nothing
+    /// for a name that none of them has.
+    std::optional<std::int32_t> parameterOf(DispatchId member, std::u16string_view name) const noexcept;
     /// The member of that number that serves the call; null when there is none.
     const MemberInfo* find(DispatchId member, InvokeKind kind) const noexcept;
+
+    /// The one routine that late-bound calls of every face go through. Arguments are placed, left-out ones
+    /// replaced by their defaults, each is converted to its parameter's type, and what the member writes goes
+    /// back to the caller. Arguments of a property that takes none go to the default member of the object that
+    /// is its value, and on from there, up to a hundred steps.
+    ///
+    /// Raises CallError for the call itself: 438 no such member, 448 to 450 for arguments, 13, 6, 91 and 94 for
+    /// ones that do not fit; and what the member raises.
     Variant invoke(Object& self, DispatchId member, InvokeKind kind, const Arguments& arguments) const;
 
   private:
-    /// The members of one number, by the place of the kind's bit. A property that is written in one way only
-    /// has that for both ways.
-    using MembersByKind = std::array<std::uint16_t, 4>;
+    /// The members of one number, by what a call asks for. A property that is written in one way only has
+    /// that for both ways.
+    using MembersByKind = std::array<std::uint16_t, 16>;
+
+    Variant invokeWithParameters(Object& self, const MemberInfo& member, const Arguments& arguments) const;
+    Variant invokeResult(Object& self, const MemberInfo& member, InvokeKind kind,
+                         const Arguments& arguments) const;
 
     const ClassHeader& header_;
     String programmaticId_;

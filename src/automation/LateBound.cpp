@@ -1,5 +1,6 @@
 #include "automation/LateBound.h"
 
+#include "automation/CallError.h"
 #include "automation/ClassInfo.h"
 #include "base/Error.h"
 
@@ -11,8 +12,11 @@ Variant callMember(const Ref<Object>& object, std::u16string_view name, InvokeKi
         raise(RunTimeError::ObjectVariableNotSet);
     const ClassInfo* info = object->classInfo();
     const DispatchId member = info ? info->idOf(name) : object->idOf(name);
-    if (member == unknownMember)
+    if (member == unknownMember) {
+        if (info)
+            throw noSuchMember(*info, name);
         raise(RunTimeError::NoSuchMember);
+    }
     return info ? info->invoke(*object, member, kind, {arguments})
                 : object->invoke(member, kind, {arguments});
 }

@@ -33,7 +33,18 @@ struct Endings {
 };
 constinit thread_local Endings endings{};
 
+/// The number of the calling thread, 1 and up.
+std::uint32_t threadNumber() noexcept {
+    constinit static std::atomic<std::uint32_t> last = 0;
+    constinit thread_local std::uint32_t number = 0;
+    if (number == 0)
+        number = last.fetch_add(1, std::memory_order_relaxed) % 0x7FFFFFFF + 1;
+    return number;
+}
+
 } // namespace
+
+Object::Object() noexcept : thread_(threadNumber() & 0x7FFFFFFF), watched_(0) {}
 
 Object::~Object() {
     if (watched_)
@@ -61,6 +72,10 @@ void Object::release() const noexcept {
 void Object::watchEnd(void (*watcher)(const Object*) noexcept) const noexcept {
     endWatcher.store(watcher, std::memory_order_relaxed);
     watched_ = 1;
+}
+
+bool Object::isOfThisThread() const noexcept {
+    return thread_ == threadNumber();
 }
 
 DispatchId Object::idOf(std::u16string_view name) const {

@@ -4,6 +4,7 @@
 #include "base/String.h"
 
 #include <cstdint>
+#include <optional>
 #include <span>
 #include <type_traits>
 #include <utility>
@@ -19,29 +20,38 @@ inline constexpr DispatchId defaultMember = 0;
 inline constexpr DispatchId enumerationMember = -4;
 inline constexpr DispatchId unknownMember = -1;
 
-/// What a late-bound call asks for; a call may ask for a method or a property at once.
+/// The kinds of members, and what a late-bound call asks for: one kind, or one of two.
 enum class InvokeKind : std::uint8_t {
     Method = 1,
     PropertyGet = 2,
     MethodOrGet = 3,
     PropertyPut = 4,
     PropertyPutRef = 8,
+    Write = 12,
 };
 constexpr bool covers(InvokeKind asked, InvokeKind kind) {
     return (static_cast<unsigned>(asked) & static_cast<unsigned>(kind)) != 0;
 }
+constexpr bool writes(InvokeKind kind) {
+    return covers(InvokeKind::Write, kind);
+}
 
-/// An argument given by name: `name` is the parameter's name in any case.
+/// An argument given for a parameter: by the parameter's name in any case, or by its place from 0.
 struct NamedArgument {
     std::u16string_view name;
     Variant* value;
+    std::optional<std::int32_t> place = {};
 };
 
 /// Arguments of a late-bound call. Positional ones come in the order of the parameters (the value of a
-/// property write last); a by-reference parameter writes its new value back into the caller's Variant.
+/// property write last); a by-reference parameter writes its new value back into the caller's Variant, also
+/// when the member raises.
 struct Arguments {
     std::span<Variant> positional;
     std::span<const NamedArgument> named = {};
+    /// Where the caller wants to know which ones went to by-reference parameters: bit `i` for the i-th
+    /// argument, positional ones first.
+    std::uint32_t* byReference = nullptr;
 };
 
 /// Objects are created by `make<T>` and live while a Ref holds them. They are used only on the thread that
@@ -54,6 +64,9 @@ class VLGS_API Object {
     void retain() const noexcept { ++references_; }
     void release() const noexcept;
     std::int32_t referenceCount() const noexcept { return static_cast<std::int32_t>(references_); }
+
+    /// Whether the calling thread is the one that made the object.
+    bool isOfThisThread() const noexcept;
 
     /// The description of the object's class; null for an object that is not of this library. An object that
     /// has one is called through it: only objects without one override `idOf` and `invoke`.
@@ -71,12 +84,13 @@ class VLGS_API Object {
     void watchEnd(void (*watcher)(const Object*) noexcept) const noexcept;
 
   protected:
-    Object() = default;
+    Object() noexcept;
     virtual ~Object();
 
   private:
     mutable std::uint32_t references_ = 0;
-    mutable std::uint32_t watched_ = 0;
+    std::uint32_t thread_ : 31;
+    mutable std::uint32_t watched_ : 1;
 };
 
 /// A counted reference to an object, or to none.

@@ -44,8 +44,10 @@ HRESULT STDMETHODCALLTYPE getTypeInfo(Face* self, UINT index, LCID, ITypeInfo** 
     }
 }
 
-HRESULT STDMETHODCALLTYPE getIdsOfNames(Face* self, REFIID, OLECHAR** names, UINT count, LCID,
+HRESULT STDMETHODCALLTYPE getIdsOfNames(Face* self, REFIID reserved, OLECHAR** names, UINT count, LCID,
                                         DISPID* ids) noexcept {
+    if (reserved != IID_NULL)
+        return DISP_E_UNKNOWNINTERFACE;
     return numbersOf(*self->object, names, count, ids);
 }
 

@@ -32,6 +32,12 @@ constexpr StatusNumber statusNumbers[] = {
     {E_INVALIDARG, RunTimeError::InvalidProcedureCall},
 };
 
+// Those of them that a call answers when it does not come to its member.
+constexpr HRESULT callStatuses[] = {
+    DISP_E_MEMBERNOTFOUND, DISP_E_PARAMNOTFOUND, DISP_E_PARAMNOTOPTIONAL,
+    DISP_E_BADPARAMCOUNT,  DISP_E_TYPEMISMATCH,  DISP_E_OVERFLOW,
+};
+
 /// The exception in flight as an Error, nothing when there is not even memory to tell of it.
 std::optional<Error> currentError() noexcept {
     try {
@@ -68,6 +74,13 @@ std::int32_t toNumber(HRESULT status) noexcept {
         if (known.status == status)
             return static_cast<std::int32_t>(known.number);
     return status;
+}
+
+HRESULT toCallStatus(std::int32_t number) noexcept {
+    for (const HRESULT status : callStatuses)
+        if (toNumber(status) == number)
+            return status;
+    return DISP_E_EXCEPTION;
 }
 
 HRESULT reportFailure(REFIID iid) noexcept {

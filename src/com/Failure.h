@@ -15,6 +15,10 @@ HRESULT toStatus(std::int32_t number) noexcept;
 /// mismatch …) give the run time's numbers for them.
 std::int32_t toNumber(HRESULT status) noexcept;
 
+/// The automation status for the number of a late-bound call that did not come to its member (438, 448 to
+/// 450, 13, 6); DISP_E_EXCEPTION for every other number.
+HRESULT toCallStatus(std::int32_t number) noexcept;
+
 /// Inside a catch block: stores the exception in the thread's error information, as raised by interface
 /// `iid`, and returns its status. `bad_alloc` is 7, anything else that is no `Error` 440.
 HRESULT reportFailure(REFIID iid) noexcept;

@@ -24,7 +24,7 @@ class OutgoingArguments {
         for (std::size_t i = 0; i < arguments.positional.size(); ++i)
             toVariant(arguments.positional[i], values_[values_.size() - 1 - i]);
         // The value of a property write is a named argument to automation.
-        if (covers(InvokeKind(12), kind) && !values_.empty())
+        if (writes(kind) && !values_.empty())
             ids_.insert(ids_.begin(), DISPID_PROPERTYPUT);
         parameters_ = {values_.data(), ids_.empty() ? nullptr : ids_.data(),
                        static_cast<UINT>(values_.size()), static_cast<UINT>(ids_.size())};
@@ -133,7 +133,7 @@ Variant ForeignObject::invoke(DispatchId member, InvokeKind kind, const Argument
     OleVariant result;
     EXCEPINFO failure{};
     UINT argument = 0;
-    const bool write = covers(InvokeKind(12), kind);
+    const bool write = writes(kind);
     const HRESULT status =
         dispatch_->Invoke(member, IID_NULL, LOCALE_USER_DEFAULT, static_cast<WORD>(kind), outgoing.get(),
                           write ? nullptr : result.put(), &failure, &argument);

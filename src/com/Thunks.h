@@ -237,7 +237,6 @@ struct Thunk;
 template <class T, std::size_t I, class... P, class R>
 struct Thunk<T, I, std::tuple<P...>, R> {
     using Row = typename ClassDescriptionOf<T>::template Row<false, I>;
-    static constexpr auto function = std::remove_cvref_t<decltype(Row::row)>::function;
     using Value = std::remove_cvref_t<R>;
     using WireResult = typename Wire<Value>::Type;
 
@@ -247,40 +246,8 @@ struct Thunk<T, I, std::tuple<P...>, R> {
             return E_POINTER;
         *result = WireResult{};
         try {
-            return run(self, result, std::index_sequence_for<P...>(), given...);
-        } catch (const NullPointer&) {
-            return E_POINTER;
-        } catch (...) {
-            return reportFailure(interfaceOf<T>);
-        }
-    }
-
-  private:
-    template <std::size_t... N>
-    static HRESULT run(Face* self, WireResult* result, std::index_sequence<N...>,
-                       const typename WireArgument<P>::Type&... given) {
-        std::tuple<WireArgument<P>...> arguments{WireArgument<P>(given, Row::parameters[N])...};
-        auto value =
-            Wire<Value>::to((static_cast<T*>(self->object)->*function)(std::get<N>(arguments).get()...));
-        try {
-            (std::get<N>(arguments).writeBack(), ...);
-        } catch (...) {
-            Wire<Value>::drop(value);
-            throw;
-        }
-        *result = value;
-        return S_OK;
-    }
-};
-
-template <class T, std::size_t I, class... P>
-struct Thunk<T, I, std::tuple<P...>, void> {
-    using Row = typename ClassDescriptionOf<T>::template Row<false, I>;
-    static constexpr auto function = std::remove_cvref_t<decltype(Row::row)>::function;
-
-    static HRESULT STDMETHODCALLTYPE call(Face* self, typename WireArgument<P>::Type... given) noexcept {
-        try {
-            run(self, std::index_sequence_for<P...>(), given...);
+            auto arguments = Row::template hold<WireArgument>(std::index_sequence_for<P...>(), given...);
+            *result = Wire<Value>::to(Row::run(*static_cast<T*>(self->object), arguments));
             return S_OK;
         } catch (const NullPointer&) {
             return E_POINTER;
@@ -288,13 +255,22 @@ struct Thunk<T, I, std::tuple<P...>, void> {
             return reportFailure(interfaceOf<T>);
         }
     }
+};
 
-  private:
-    template <std::size_t... N>
-    static void run(Face* self, std::index_sequence<N...>, const typename WireArgument<P>::Type&... given) {
-        std::tuple<WireArgument<P>...> arguments{WireArgument<P>(given, Row::parameters[N])...};
-        (static_cast<T*>(self->object)->*function)(std::get<N>(arguments).get()...);
-        (std::get<N>(arguments).writeBack(), ...);
+template <class T, std::size_t I, class... P>
+struct Thunk<T, I, std::tuple<P...>, void> {
+    using Row = typename ClassDescriptionOf<T>::template Row<false, I>;
+
+    static HRESULT STDMETHODCALLTYPE call(Face* self, typename WireArgument<P>::Type... given) noexcept {
+        try {
+            auto arguments = Row::template hold<WireArgument>(std::index_sequence_for<P...>(), given...);
+            Row::run(*static_cast<T*>(self->object), arguments);
+            return S_OK;
+        } catch (const NullPointer&) {
+            return E_POINTER;
+        } catch (...) {
+            return reportFailure(interfaceOf<T>);
+        }
     }
 };
 

@@ -167,6 +167,11 @@ void convert(const Variant& value, VARTYPE type, VARIANT& to) {
     }
 }
 
+/// Whether an array has to stay where it is.
+bool isFixed(const SAFEARRAY* array) {
+    return array && (array->fFeatures & (FADF_FIXEDSIZE | FADF_STATIC | FADF_AUTO));
+}
+
 void assignReference(VARIANT& to, const Variant& value) {
     const auto type = static_cast<VARTYPE>(to.vt & ~VT_BYREF);
     if (type == VT_VARIANT)
@@ -350,6 +355,11 @@ void assign(VARIANT& to, const Variant& value) {
             assignReference(to, value);
         return;
     }
+    if (to.vt & VT_ARRAY && isFixed(to.parray)) {
+        if (value.isArray())
+            assign(to.parray, value.array());
+        return;
+    }
     VARIANT fresh;
     toVariant(value, fresh);
     VariantClear(&to);
@@ -408,11 +418,11 @@ SAFEARRAY* toSafeArray(const Array& array) {
 
 void assign(SAFEARRAY*& to, const Array& value) {
     std::unique_ptr<SAFEARRAY, DestroyArray> fresh(toSafeArray(value));
-    // An array of fixed size stays where it is and takes over what fits it.
-    if (to && (to->fFeatures & (FADF_FIXEDSIZE | FADF_STATIC | FADF_AUTO))) {
+    // An array of fixed size stays where it is. It takes over what has its shape, and nothing else.
+    if (isFixed(to)) {
         if (!fresh || elementTypeOf(to) != elementTypeOf(fresh.get()) ||
             dimensionsOf(to) != dimensionsOf(fresh.get()))
-            raise(RunTimeError::TypeMismatch);
+            return;
         const USHORT features = to->fFeatures;
         check(SafeArrayCopyData(fresh.get(), to));
         to->fFeatures = features; // some versions of the system take over the other array's

@@ -23,7 +23,8 @@ void assign(VARIANT& to, const Variant& value);
 Array fromSafeArray(SAFEARRAY* array);
 /// A new array that the receiver destroys; null for an array without dimensions.
 SAFEARRAY* toSafeArray(const Array& array);
-/// Puts the value in the place of an array that a caller's variable holds.
+/// Puts the value in the place of an array that a caller's variable holds. An array of fixed size takes over
+/// the elements of one with the same bounds and element type, and stays as it is otherwise.
 void assign(SAFEARRAY*& to, const Array& value);
 
 } // namespace vlgs::com

@@ -1,5 +1,6 @@
 #include "library/Classes.h"
 
+#include "automation/CallError.h"
 #include "automation/ClassDescription.h"
 #include "base/CaseFold.h"
 #include "base/Error.h"
@@ -91,7 +92,7 @@ const ClassInfo* findClass(std::u16string_view name) {
 Ref<Object> createObject(std::u16string_view name) {
     const ClassInfo* info = findClass(name);
     if (!info)
-        raise(RunTimeError::CannotCreateObject);
+        throw cannotCreate(name);
     return info->create();
 }
 

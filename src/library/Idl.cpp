@@ -174,13 +174,13 @@ std::string parameterText(const ParameterInfo& parameter) {
     return "[" + direction + optionality(parameter) + "] " + type + " " + std::string(parameter.name);
 }
 
-std::string_view kindAttribute(MemberKind kind) {
+std::string_view kindAttribute(InvokeKind kind) {
     switch (kind) {
-    case MemberKind::PropertyGet:
+    case InvokeKind::PropertyGet:
         return ", propget";
-    case MemberKind::PropertyPut:
+    case InvokeKind::PropertyPut:
         return ", propput";
-    case MemberKind::PropertyPutRef:
+    case InvokeKind::PropertyPutRef:
         return ", propputref";
     default:
         return "";

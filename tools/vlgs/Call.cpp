@@ -159,11 +159,11 @@ InvokeKind kindOf(const Request& request, const std::vector<const MemberInfo*>& 
     if (request.written)
         return InvokeKind::PropertyPut;
     const auto takes = [&](const MemberInfo* row) {
-        return row->kind <= MemberKind::PropertyGet &&
+        return row->kind <= InvokeKind::PropertyGet &&
                (count <= row->parameters.size() || row->result.type == VarType::Object);
     };
     const auto writes = [&](const MemberInfo* row) {
-        return row->kind >= MemberKind::PropertyPut && count == row->parameters.size();
+        return row->kind >= InvokeKind::PropertyPut && count == row->parameters.size();
     };
     const bool write = std::ranges::none_of(rows, takes) && std::ranges::any_of(rows, writes);
     return write ? InvokeKind::PropertyPut : InvokeKind::MethodOrGet;
@@ -174,7 +174,7 @@ std::vector<WrittenArgument> writtenArguments(const std::vector<const MemberInfo
                                               const CallArguments& arguments) {
     std::vector<WrittenArgument> result;
     for (const auto* row : rows) {
-        if (!covers(kind, InvokeKind(row->kind)))
+        if (!covers(kind, row->kind))
             continue;
         for (std::size_t i = 0; i < row->parameters.size(); ++i) {
             const auto& parameter = row->parameters[i];

@@ -52,13 +52,13 @@ struct Member {
     std::vector<const MemberInfo*> rows;
 
     const MemberInfo& main() const { return *rows.front(); }
-    bool isMethod() const { return main().kind == MemberKind::Method; }
+    bool isMethod() const { return main().kind == InvokeKind::Method; }
 
     std::string access() const {
         const bool reads =
-            std::ranges::any_of(rows, [](auto row) { return row->kind == MemberKind::PropertyGet; });
+            std::ranges::any_of(rows, [](auto row) { return row->kind == InvokeKind::PropertyGet; });
         const bool writes =
-            std::ranges::any_of(rows, [](auto row) { return row->kind >= MemberKind::PropertyPut; });
+            std::ranges::any_of(rows, [](auto row) { return row->kind >= InvokeKind::PropertyPut; });
         if (isMethod())
             return "method";
         return reads && writes ? "read/write property" : reads ? "read-only property" : "write-only property";
@@ -68,7 +68,7 @@ struct Member {
     std::string signature() const {
         auto parameters = main().parameters;
         TypeInfo type = main().result;
-        if (main().kind >= MemberKind::PropertyPut) { // its value is the last parameter
+        if (main().kind >= InvokeKind::PropertyPut) { // its value is the last parameter
             type = parameters.back().type;
             parameters = parameters.first(parameters.size() - 1);
         }
@@ -92,7 +92,7 @@ std::vector<Member> membersOf(std::span<const MemberInfo> infos) {
             std::ranges::find(members, info.name, [](const Member& m) { return m.main().name; });
         if (known == members.end())
             members.push_back({{&info}});
-        else if (info.kind == MemberKind::PropertyGet)
+        else if (info.kind == InvokeKind::PropertyGet)
             known->rows.insert(known->rows.begin(), &info);
         else
             known->rows.push_back(&info);
