@@ -81,7 +81,8 @@ CallError noSuchMember(const ClassInfo& type, DispatchId id, InvokeKind kind) {
                            : member.kind == InvokeKind::PropertyGet ? u" is read-only"
                            : member.kind == InvokeKind::Method      ? u" is a method"
                                                                     : u" is written in another way")};
-    return {RunTimeError::NoSuchMember, concat(String::fromUtf8(type.name()), u" has no member ", decimal(id))};
+    return {RunTimeError::NoSuchMember,
+            concat(String::fromUtf8(type.name()), u" has no member ", decimal(id))};
 }
 
 CallError noSuchParameter(const ClassHeader& type, const MemberInfo& member, std::u16string_view name) {
@@ -106,7 +107,8 @@ CallError tooManyArguments(const ClassHeader& type, const MemberInfo& member, st
 }
 
 CallError argumentGivenTwice(const ClassHeader& type, const MemberInfo& member, std::size_t parameter) {
-    return {RunTimeError::WrongNumberOfArguments, concat(nameOf(type, member, parameter), u" is given twice")};
+    return {RunTimeError::WrongNumberOfArguments,
+            concat(nameOf(type, member, parameter), u" is given twice")};
 }
 
 CallError endlessDefaultMembers(const ClassHeader& type, const MemberInfo& member) {

@@ -1,5 +1,6 @@
-// What goes wrong with a late-bound call before its member runs. The number is the run time's; the description
-// begins with the run time's text and names what it is about: "Argument not optional: sSection of INIFile.Key".
+// What goes wrong with a late-bound call before its member runs. The number is the run time's; the
+// description begins with the run time's text and names what it is about: "Argument not optional: sSection of
+// INIFile.Key".
 #pragma once
 
 #include "automation/ClassInfo.h"
@@ -37,7 +38,8 @@ class MisfitError final : public Error {
     std::size_t parameter_;
 };
 
-/// Inside a catch block: raises the conversion's error as a MisfitError. Any other exception goes on as it is.
+/// Inside a catch block: raises the conversion's error as a MisfitError. Any other exception goes on as it
+/// is.
 [[noreturn]] void raiseMisfit(const ClassHeader& type, const MemberInfo& member, std::size_t parameter);
 
 /// 429 for a class that callers cannot create, or that there is not.

@@ -125,11 +125,11 @@ class VLGS_API ClassInfo {
 
     /// The one routine that late-bound calls of every face go through. Arguments are placed, left-out ones
     /// replaced by their defaults, each is converted to its parameter's type, and what the member writes goes
-    /// back to the caller. Arguments of a property that takes none go to the default member of the object that
-    /// is its value, and on from there, up to a hundred steps.
+    /// back to the caller. Arguments of a property that takes none go to the default member of the object
+    /// that is its value, and on from there, up to a hundred steps.
     ///
-    /// Raises CallError for the call itself: 438 no such member, 448 to 450 for arguments, 13, 6, 91 and 94 for
-    /// ones that do not fit; and what the member raises.
+    /// Raises CallError for the call itself: 438 no such member, 448 to 450 for arguments, 13, 6, 91 and 94
+    /// for ones that do not fit; and what the member raises.
     Variant invoke(Object& self, DispatchId member, InvokeKind kind, const Arguments& arguments) const;
 
   private:

@@ -14,7 +14,9 @@ constexpr std::size_t longest = 64;
 /// The number of steps from one name to the other. REQUIRES: neither is longer than `longest`.
 std::size_t distance(std::u16string_view a, std::string_view b) noexcept {
     std::array<std::array<std::size_t, longest + 1>, 3> rows;
-    const auto row = [&](std::size_t i) -> auto& { return rows[i % rows.size()]; };
+    const auto row = [&](std::size_t i) -> auto& {
+        return rows[i % rows.size()];
+    };
     const auto left = [&](std::size_t i) { return foldCase(a[i - 1]); };
     const auto above = [&](std::size_t j) { return foldCase(static_cast<unsigned char>(b[j - 1])); };
     for (std::size_t j = 0; j <= b.size(); ++j)

@@ -39,6 +39,8 @@ class TestBed final : public Object, public EventSource {
     double Weigh(std::int32_t lNumber, const String& sText, const Variant& vAny, double dNumber) {
         return lNumber + static_cast<double>(sText.length()) + toDouble(vAny) + dNumber;
     }
+    /// Writes to its arguments as Change does, and raises 76 then.
+    void ChangeAndFail(std::int32_t& lNumber, String& sText);
     void Fail(std::int32_t lNumber, const String& sSource, const String& sDescription);
     void FailOutOfMemory();
 
@@ -93,7 +95,9 @@ class TestBed final : public Object, public EventSource {
                    method<&TestBed::Weigh>(14, "Weigh", "Adds plain values", "lNumber", "sText", "vAny",
                                            "dNumber"),
                    method<&TestBed::Tell>(13, "Tell", "Raises Told and gives back what the last one wrote",
-                                          "sWhat"))
+                                          "sWhat"),
+                   method<&TestBed::ChangeAndFail>(15, "ChangeAndFail", "Writes to its arguments and raises",
+                                                   "lNumber", "sText"))
             .withEvents(method<&TestBed::Told>(1, "Told", "Something was told", "sWhat"));
     }
     static const ClassInfo& description() { return classInfoOf<TestBed>(); }
@@ -105,6 +109,31 @@ class TestBed final : public Object, public EventSource {
     std::int32_t number_ = 0;
     Ref<Object> other_;
     std::vector<Variant> items_;
+};
+
+/// An object that stands for a value: its default member gives it, whatever it is.
+class TestHolder final : public Object {
+  public:
+    Variant Value() const { return value_; }
+    void SetValue(const Variant& vValue) { value_ = vValue; }
+
+    static constexpr auto describe() {
+        return describeClass<TestHolder>(
+            {.name = "TestHolder",
+             .help = "Holds a value",
+             .number = 2,
+             .classId = guid("6d3ba3cc-1f0c-4b44-8f0e-0d6a0c1d6b11"),
+             .interfaceId = guid("b2f4a2ce-7f38-4b5c-9a4d-3c35c1a2d9f0"),
+             .creatable = true,
+             .library = "VlgsTest"},
+            get<&TestHolder::Value>(defaultMember, "Value", "The value"),
+            put<&TestHolder::SetValue>(defaultMember, "Value", "The value", "vValue"));
+    }
+    static const ClassInfo& description() { return classInfoOf<TestHolder>(); }
+    const ClassInfo* classInfo() const noexcept override { return &description(); }
+
+  private:
+    Variant value_;
 };
 
 inline String TestBed::Typed(std::int16_t iNumber, std::int32_t lNumber, double dNumber, bool bFlag,
@@ -123,6 +152,12 @@ inline String TestBed::Optionals(std::int32_t lA, const String& sB, const Varian
                                  const std::int32_t* lD) {
     return concat(u"a=", toText(lA), u";b=", sB, u";c=", vC.isMissing() ? String(u"missing") : toText(vC),
                   u";d=", lD ? toText(*lD) : String(u"none"));
+}
+
+inline void TestBed::ChangeAndFail(std::int32_t& lNumber, String& sText) {
+    Variant ignored;
+    Change(lNumber, sText, ignored);
+    raise(RunTimeError::PathNotFound);
 }
 
 inline void TestBed::Fail(std::int32_t lNumber, const String& sSource, const String& sDescription) {

@@ -1,5 +1,5 @@
 // Calls in both directions: late bound, through a generated table, of a caller's objects, and events.
-#include "support/TestBed.h"
+#include "support/LateBoundCases.h"
 
 #include "com/Face.h"
 #include "com/Failure.h"
@@ -108,11 +108,96 @@ class Calls : public ::testing::Test {
     ComPtr<IDispatch> bed;
 };
 
-TEST_F(Calls, LeftOutArgumentsAreTheirDefaults) {
-    EXPECT_EQ(call(u"optionals", {}).value, Variant(u"a=7;b=,;c=missing;d=none"));
-    EXPECT_EQ(call(u"Optionals", {left(), left(), number(3)}).value, Variant(u"a=7;b=,;c=3;d=none"));
-    EXPECT_EQ(call(u"Optionals", {number(4), number(5)}, DISPATCH_METHOD, {3, 0}).value,
-              Variant(u"a=4;b=,;c=missing;d=5"));
+/// The number and description that a caller learns from a failed call and takes over.
+void takeFailure(HRESULT status, EXCEPINFO& failure, test::LateBoundOutcome& outcome) {
+    outcome.error = toNumber(status == DISP_E_EXCEPTION ? failure.scode : status);
+    ComPtr<IErrorInfo> told;
+    if (status != DISP_E_EXCEPTION && GetErrorInfo(0, told.put()) == S_OK)
+        told->GetDescription(&failure.bstrDescription);
+    outcome.description = toString(failure.bstrDescription).toUtf8();
+    SysFreeString(failure.bstrSource);
+    SysFreeString(failure.bstrDescription);
+}
+
+test::LateBoundOutcome callByDispatch(IDispatch* target, const test::LateBoundCall& asked) {
+    std::vector<LPOLESTR> names{const_cast<LPOLESTR>(wide(asked.member))};
+    std::vector<Variant> arguments = asked.positional;
+    for (const auto& [name, value] : asked.named) {
+        names.push_back(const_cast<LPOLESTR>(wide(name)));
+        arguments.push_back(value);
+    }
+    std::vector<DISPID> ids(names.size());
+    const HRESULT found =
+        target->GetIDsOfNames(IID_NULL, names.data(), static_cast<UINT>(names.size()), 0, ids.data());
+    test::LateBoundOutcome outcome;
+    if (ids[0] == DISPID_UNKNOWN) {
+        outcome.error = toNumber(found);
+        return outcome;
+    }
+    // Last first, the named ones before the others; each a variable of the caller.
+    const std::size_t named = asked.named.size();
+    const auto placeOf = [&](std::size_t i) {
+        return i < asked.positional.size() ? arguments.size() - 1 - i : i - asked.positional.size();
+    };
+    std::vector<OleVariant> variables(arguments.size());
+    std::vector<VARIANT> given(arguments.size());
+    for (std::size_t i = 0; i < arguments.size(); ++i) {
+        toVariant(arguments[i], variables[i].get());
+        given[placeOf(i)].vt = VT_BYREF | VT_VARIANT;
+        given[placeOf(i)].pvarVal = &variables[i].get();
+    }
+    std::vector<DISPID> places(ids.begin() + 1, ids.end());
+    if (writes(asked.kind) && named == 0 && !arguments.empty())
+        places.push_back(DISPID_PROPERTYPUT);
+    DISPPARAMS parameters{given.data(), places.data(), static_cast<UINT>(given.size()),
+                          static_cast<UINT>(places.size())};
+    OleVariant result;
+    EXCEPINFO failure{};
+    const HRESULT status = target->Invoke(ids[0], IID_NULL, 0, static_cast<WORD>(asked.kind), &parameters,
+                                          result.put(), &failure, nullptr);
+    if (FAILED(status))
+        takeFailure(status, failure, outcome);
+    outcome.result = fromVariant(result.get());
+    for (auto& variable : variables)
+        outcome.arguments.push_back(fromVariant(variable.get()));
+    return outcome;
+}
+
+TEST_F(Calls, EveryCallComesOutAsOnEveryFace) {
+    test::checkLateBoundCalls([](const Ref<Object>& target, const test::LateBoundCall& asked) {
+        const auto dispatch = ComPtr<IDispatch>::attach(DualObject::wrap(target.get()));
+        return callByDispatch(dispatch.get(), asked);
+    });
+}
+
+TEST_F(Calls, NamesAndReferencesThatAreNoneAreRefused) {
+    wchar_t text[] = L"Optionals", nothing[] = L"nothing", last[] = L"LD";
+    OLECHAR* names[] = {text, nothing, last};
+    DISPID ids[3];
+    EXPECT_EQ(bed->GetIDsOfNames(IID_NULL, names, 3, 0, ids), DISP_E_UNKNOWNNAME);
+    EXPECT_EQ(ids[0], 4);
+    EXPECT_EQ(ids[1], DISPID_UNKNOWN);
+    EXPECT_EQ(ids[2], 3) << "known whatever stands before it";
+    EXPECT_EQ(bed->GetIDsOfNames(IID_IDispatch, names, 1, 0, ids), DISP_E_UNKNOWNINTERFACE);
+    VARIANT dangling;
+    dangling.vt = VT_BYREF | VT_VARIANT;
+    dangling.pvarVal = nullptr;
+    EXPECT_EQ(call(u"Echo", {dangling}).number, 5);
+}
+
+TEST_F(Calls, AnArrayOfFixedSizeStaysAndTheCallSucceeds) {
+    SAFEARRAYBOUND bound{3, 0};
+    SAFEARRAY* fixed = SafeArrayCreate(VT_VARIANT, 1, &bound);
+    fixed->fFeatures |= FADF_FIXEDSIZE;
+    VARIANT numberVariable = number(2), textVariable{}, array;
+    array.vt = VT_BYREF | VT_ARRAY | VT_VARIANT;
+    array.pparray = &fixed;
+    SAFEARRAY* const before = fixed;
+    EXPECT_EQ(call(u"Change", {numberVariable, textVariable, array}).status, S_OK);
+    EXPECT_EQ(fixed, before);
+    EXPECT_EQ(fromSafeArray(fixed).size(), 3u);
+    fixed->fFeatures &= static_cast<USHORT>(~FADF_FIXEDSIZE);
+    SafeArrayDestroy(fixed);
 }
 
 TEST_F(Calls, StatusesTellWhatIsWrongWithTheArguments) {
@@ -256,6 +341,11 @@ TEST_F(Calls, TablesTakeWireTypes) {
     EXPECT_EQ(changed, 8);
     EXPECT_EQ(toString(word), u"go!");
     EXPECT_EQ(change(&face, nullptr, &word, &any.get()), E_POINTER);
+
+    const auto changeAndFail = entry<HRESULT(STDMETHODCALLTYPE*)(Face*, LONG*, BSTR*)>(19);
+    EXPECT_EQ(changeAndFail(&face, &changed, &word), static_cast<HRESULT>(0x800A004C));
+    EXPECT_EQ(changed, 16) << "written back though the member raised";
+    EXPECT_EQ(toString(word), u"go!!");
     SysFreeString(word);
 
     const auto optionals = entry<HRESULT(STDMETHODCALLTYPE*)(Face*, LONG, BSTR, VARIANT, LONG*, BSTR*)>(3);
