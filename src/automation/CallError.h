@@ -40,7 +40,8 @@ class MisfitError final : public Error {
 
 /// Inside a catch block: raises the conversion's error as a MisfitError. Any other exception goes on as it
 /// is.
-[[noreturn]] void raiseMisfit(const ClassHeader& type, const MemberInfo& member, std::size_t parameter);
+[[noreturn]] VLGS_API void raiseMisfit(const ClassHeader& type, const MemberInfo& member,
+                                       std::size_t parameter);
 
 /// 429 for a class that callers cannot create, or that there is not.
 CallError cannotCreate(std::u16string_view name);

@@ -43,7 +43,9 @@ inline const Object* from(const vlgs_object* object) {
 inline vlgs_object* give(Ref<Object> object) {
     return reinterpret_cast<vlgs_object*>(object.detach());
 }
-/// The object of a caller's handle; raises 91 for none.
+/// Raises -2147417842 for an object that another thread made.
+void checkThread(const Object& object);
+/// The object of a caller's handle; raises 91 for none and -2147417842 for another thread's.
 Ref<Object> held(vlgs_object* object);
 
 inline String textOf(const char* text, std::size_t length) {

@@ -52,9 +52,16 @@ void raiseKeptError() {
                 textOf(kept.description.data(), kept.description.size()));
 }
 
+void checkThread(const Object& object) {
+    constexpr std::int32_t wrongThread = -2147417842; // automation's status for it
+    if (!object.isOfThisThread())
+        throw Error(wrongThread, {}, u"The object is used on a thread that did not make it");
+}
+
 Ref<Object> held(vlgs_object* object) {
     if (!object)
         raise(RunTimeError::ObjectVariableNotSet);
+    checkThread(*from(object));
     return Ref<Object>(from(object));
 }
 

@@ -44,6 +44,9 @@ int vlgs_invoke(vlgs_object* object, int32_t member, uint32_t kind, vlgs_value* 
     return guarded([&] {
         if (named > count || named > ClassInfo::maximumParameters)
             raise(RunTimeError::WrongNumberOfArguments);
+        for (const Variant& argument : from(arguments, count))
+            if (argument.isObject() && argument.object())
+                checkThread(*argument.object());
         const std::size_t positional = count - named;
         std::array<String, ClassInfo::maximumParameters> texts;
         std::array<NamedArgument, ClassInfo::maximumParameters> byName;

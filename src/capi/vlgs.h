@@ -16,7 +16,8 @@
  * output is written only by a call that succeeds, without regard to what it held before. No C++ exception
  * ever leaves a function; exhausted memory is error 7.
  *
- * An object is used, and released for the last time, on the thread that received it. Descriptions (classes,
+ * An object is used, and released for the last time, on the thread that made it; a call on another thread is
+ * answered with error -2147417842. Descriptions (classes,
  * enumerations, names, help texts) are constant, live as long as the library is loaded and may be read on
  * any thread.
  *

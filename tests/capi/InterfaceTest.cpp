@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include <string>
+#include <thread>
 
 namespace vlgs::test {
 namespace {
@@ -67,6 +68,26 @@ TEST(CInterface, RefusesRangesOutsideAnArrayAndValuesThatAreNone) {
     EXPECT_EQ(vlgs_array_new(VLGS_LONG, dimensions, 61, elements), VLGS_RAISED);
     EXPECT_EQ(vlgs_last_error()->number, 9);
     vlgs_clear(&array, 1);
+}
+
+TEST(CInterface, AnswersCallsOnAnotherThreadWithAnError) {
+    vlgs_object* bed = newBed();
+    std::thread([&] {
+        vlgs_object* own = newBed();
+        vlgs_value argument{}, result{};
+        argument.type = VLGS_OBJECT;
+        argument.as.object = bed;
+        std::int32_t member = 0;
+        vlgs_object* enumerator = nullptr;
+        for (const int status : {vlgs_id_of(bed, "Echo", &member), vlgs_enumerate(bed, &enumerator),
+                                 vlgs_invoke(bed, 9, VLGS_GET, nullptr, 0, nullptr, 0, &result),
+                                 vlgs_invoke(own, 1, VLGS_METHOD, &argument, 1, nullptr, 0, &result)}) {
+            EXPECT_EQ(status, VLGS_RAISED);
+            EXPECT_EQ(vlgs_last_error()->number, -2147417842);
+        }
+        vlgs_release(own);
+    }).join();
+    vlgs_release(bed);
 }
 
 struct Client {

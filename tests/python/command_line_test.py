@@ -40,11 +40,13 @@ class CommandLineTest(unittest.TestCase):
 
     def test_errors(self):
         for words, report in (
-            (("Nothing.X",), "error 429: ActiveX component can't create object\n"),
-            (("Property.Value",), "error 429: ActiveX component can't create object\n"),
-            (("Restricted.Nothing",), "error 438: Object doesn't support this property or method\n"),
-            (("Restricted.ClassName=x",), "error 438: Object doesn't support this property or method\n"),
-            (("GUID.IsEqualGUID",), "error 449: Argument not optional\n"),
+            (("Nothing.X",), "error 429: ActiveX component can't create object: Nothing\n"),
+            (("Property.Value",), "error 429: ActiveX component can't create object: VlGeneralServices.Property\n"),
+            (("Restricted.ClasName",), "error 438: Object doesn't support this property or method: "
+                                       "Restricted.ClasName; did you mean ClassName?\n"),
+            (("Restricted.ClassName=x",), "error 438: Object doesn't support this property or method: "
+                                          "Restricted.ClassName is read-only\n"),
+            (("GUID.IsEqualGUID",), "error 449: Argument not optional: sGUID1 of GUID.IsEqualGUID\n"),
         ):
             with self.subTest(words=words):
                 self.assertEqual(vlgs("call", *words), (1, "", report))

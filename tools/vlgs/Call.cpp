@@ -3,6 +3,7 @@
 #include "HostText.h"
 #include "Misuse.h"
 #include "Print.h"
+#include "automation/CallError.h"
 #include "automation/LateBound.h"
 #include "base/CaseFold.h"
 #include "base/Error.h"
@@ -199,7 +200,7 @@ void call(std::span<const std::string_view> words) {
     const Ref<Object> object = createObject(className);
     const DispatchId member = object->idOf(fromHost(request.member));
     if (member == unknownMember)
-        raise(RunTimeError::NoSuchMember);
+        throw noSuchMember(*object->classInfo(), fromHost(request.member));
     const auto rows = rowsOf(*findClass(className), request.member);
     CallArguments arguments(request, rows);
     if (request.written)
