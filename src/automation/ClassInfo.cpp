@@ -1,6 +1,7 @@
 #include "automation/ClassInfo.h"
 
 #include "automation/CallError.h"
+#include "base/Ascii.h"
 #include "base/Error.h"
 
 #include <algorithm>
@@ -10,13 +11,10 @@ namespace vlgs {
 
 namespace {
 
-constexpr char16_t lowerAscii(char16_t c) {
-    return c >= u'A' && c <= u'Z' ? c + (u'a' - u'A') : c;
-}
-
 bool equalNames(std::string_view a, std::u16string_view b) noexcept {
-    return std::ranges::equal(
-        a, b, [](char x, char16_t y) { return lowerAscii(static_cast<char16_t>(x)) == lowerAscii(y); });
+    return std::ranges::equal(a, b, [](char x, char16_t y) {
+        return ascii::toLower(static_cast<char16_t>(x)) == ascii::toLower(y);
+    });
 }
 
 std::optional<std::size_t> placeOf(const MemberInfo& member, std::u16string_view name) noexcept {

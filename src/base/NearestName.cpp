@@ -1,6 +1,6 @@
 #include "base/NearestName.h"
 
-#include "base/CaseFold.h"
+#include "base/Ascii.h"
 
 #include <algorithm>
 #include <array>
@@ -17,8 +17,8 @@ std::size_t distance(std::u16string_view a, std::string_view b) noexcept {
     const auto row = [&](std::size_t i) -> auto& {
         return rows[i % rows.size()];
     };
-    const auto left = [&](std::size_t i) { return foldCase(a[i - 1]); };
-    const auto above = [&](std::size_t j) { return foldCase(static_cast<unsigned char>(b[j - 1])); };
+    const auto left = [&](std::size_t i) { return ascii::toLower(a[i - 1]); };
+    const auto above = [&](std::size_t j) { return ascii::toLower(static_cast<unsigned char>(b[j - 1])); };
     for (std::size_t j = 0; j <= b.size(); ++j)
         row(0)[j] = j;
     for (std::size_t i = 1; i <= a.size(); ++i) {
