@@ -244,7 +244,7 @@ struct TypeTraits<Ref<T>> {
         return type;
     }();
     static Ref<T> from(const Variant& value) {
-        const Ref<Object> object = toObject(value);
+        Ref<Object> object = toObject(value);
         if constexpr (std::is_same_v<T, Object>) {
             return object;
         } else {

@@ -3,6 +3,7 @@
 #include "automation/CallError.h"
 #include "base/Ascii.h"
 #include "base/Error.h"
+#include "base/NameTable.h"
 
 #include <algorithm>
 #include <array>
@@ -141,23 +142,27 @@ ClassInfo::ClassInfo(const ClassHeader& header, std::span<const MemberInfo> memb
                      std::span<const MemberInfo> events, Ref<Object> (*factory)())
     : header_(header),
       programmaticId_(String::fromUtf8(std::string(header.library) + "." + std::string(header.name))),
-      members_(members), events_(events), create_(factory), names_(members.size()) {
+      members_(members), events_(events), create_(factory) {
+    auto names = std::make_unique<NameTable>(members.size());
     MembersByKind nobody;
     nobody.fill(NameTable::none);
-    for (std::uint16_t index = 0; index < members.size(); ++index) {
-        const auto place = static_cast<std::size_t>(members[index].id - enumerationMember);
+    for (std::uint16_t index = 0; const auto& member : members) {
+        const auto place = static_cast<std::size_t>(member.id - enumerationMember);
         if (place >= byId_.size())
             byId_.resize(place + 1, nobody);
         for (unsigned asked = 0; asked < nobody.size(); ++asked)
-            if (covers(InvokeKind(asked), members[index].kind))
+            if (covers(InvokeKind(asked), member.kind))
                 byId_[place][asked] = std::min(byId_[place][asked], index);
-        names_.add(members[index].name, index);
+        names->add(member.name, index++);
     }
     for (auto& byKind : byId_)
         for (unsigned asked = 0; asked < byKind.size(); ++asked)
             if (byKind[asked] == NameTable::none && writes(InvokeKind(asked)))
                 byKind[asked] = byKind[static_cast<std::size_t>(InvokeKind::Write)];
+    names_ = std::move(names);
 }
+
+ClassInfo::~ClassInfo() = default;
 
 Ref<Object> ClassInfo::create() const {
     if (!create_)
@@ -166,7 +171,7 @@ Ref<Object> ClassInfo::create() const {
 }
 
 DispatchId ClassInfo::idOf(std::u16string_view name) const noexcept {
-    const auto member = names_.find(name);
+    const auto member = names_->find(name);
     return member == NameTable::none ? unknownMember : members_[member].id;
 }
 

@@ -8,7 +8,6 @@
 #include "automation/Record.h"
 #include "automation/Variant.h"
 #include "base/Guid.h"
-#include "base/NameTable.h"
 
 #include <array>
 #include <cstdint>
@@ -19,6 +18,8 @@
 #include <vector>
 
 namespace vlgs {
+
+class NameTable;
 
 /// Type of a parameter or result.
 struct TypeInfo {
@@ -104,6 +105,7 @@ class VLGS_API ClassInfo {
 
     ClassInfo(const ClassHeader& header, std::span<const MemberInfo> members,
               std::span<const MemberInfo> events, Ref<Object> (*factory)());
+    ~ClassInfo();
 
     const ClassHeader& header() const noexcept { return header_; }
     std::string_view name() const noexcept { return header_.name; }
@@ -146,7 +148,7 @@ class VLGS_API ClassInfo {
     std::span<const MemberInfo> members_;
     std::span<const MemberInfo> events_;
     Ref<Object> (*create_)();
-    NameTable names_;
+    std::unique_ptr<const NameTable> names_;
     std::vector<MembersByKind> byId_; // from `enumerationMember` on
 };
 

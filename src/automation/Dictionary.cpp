@@ -2,6 +2,7 @@
 
 #include "automation/Convert.h"
 #include "base/CaseFold.h"
+#include "base/HashIndex.h"
 #include "base/KeyedHash.h"
 
 #include <algorithm>
@@ -10,6 +11,8 @@
 namespace vlgs {
 
 namespace {
+
+constexpr auto none = HashIndex::none;
 
 // What keys can be the same as each other; of the kinds that are not here, only keys of one type.
 enum class KeyKind : std::uint8_t { Empty, Null, Text, Number, Object, Error, Unusable };
@@ -104,6 +107,9 @@ const ClassInfo& Dictionary::description() {
     return classInfoOf<Dictionary>();
 }
 
+Dictionary::Dictionary() : index_(std::make_unique<HashIndex>()) {}
+Dictionary::~Dictionary() = default;
+
 Variant Dictionary::Item(const Variant& Key) {
     const std::uint64_t hash = hashOf(Key);
     const std::uint32_t entry = locate(Key, hash);
@@ -128,6 +134,10 @@ void Dictionary::Add(const Variant& Key, const Variant& Item) {
     append(Key, hash, Item);
 }
 
+std::int32_t Dictionary::Count() const noexcept {
+    return static_cast<std::int32_t>(index_->size());
+}
+
 bool Dictionary::Exists(const Variant& Key) const {
     return locate(Key, hashOf(Key)) != none;
 }
@@ -140,7 +150,7 @@ const Variant* Dictionary::find(const Variant& Key) const {
 template <class Part>
 Array Dictionary::collect(Part Entry::*part) const {
     std::vector<Variant> values;
-    values.reserve(index_.size());
+    values.reserve(index_->size());
     for (const Entry& entry : entries_)
         if (entry.live)
             values.push_back(entry.*part);
@@ -164,8 +174,8 @@ void Dictionary::PutKey(const Variant& Key, const Variant& NewKey) {
     if (other != none && other != entry)
         raise(RunTimeError::KeyAlreadyPresent);
     Variant key = NewKey;
-    index_.erase(hash, entry);
-    index_.insert(newHash, entry);
+    index_->erase(hash, entry);
+    index_->insert(newHash, entry);
     entries_[entry].key.swap(key);
 }
 
@@ -174,14 +184,14 @@ void Dictionary::Remove(const Variant& Key) {
     const std::uint32_t entry = locate(Key, hash);
     if (entry == none)
         throw Error(elementNotFound, {}, u"Element not found");
-    index_.erase(hash, entry);
+    index_->erase(hash, entry);
     // The item ends when all is done: its end may run code that comes back to this dictionary.
     const Entry gone = std::exchange(entries_[entry], {{}, {}, false});
 }
 
 void Dictionary::RemoveAll() noexcept {
     const std::vector<Entry> gone = std::exchange(entries_, {});
-    index_.clear();
+    index_->clear();
 }
 
 void Dictionary::PutCompareMode(std::int32_t Mode) {
@@ -228,16 +238,16 @@ bool Dictionary::same(const Variant& a, const Variant& b) const {
 }
 
 std::uint32_t Dictionary::locate(const Variant& key, std::uint64_t hash) const {
-    return index_.find(hash, [&](std::uint32_t entry) { return same(entries_[entry].key, key); });
+    return index_->find(hash, [&](std::uint32_t entry) { return same(entries_[entry].key, key); });
 }
 
 Dictionary::Entry& Dictionary::append(const Variant& key, std::uint64_t hash, Variant item) {
     Entry entry{key, std::move(item)};
-    if (entries_.size() == entries_.capacity() && entries_.size() / 2 > index_.size() && enumerators_ == 0)
+    if (entries_.size() == entries_.capacity() && entries_.size() / 2 > index_->size() && enumerators_ == 0)
         closeUp();
-    index_.reserve(1);
+    index_->reserve(1);
     entries_.push_back(std::move(entry));
-    index_.insert(hash, static_cast<std::uint32_t>(entries_.size() - 1));
+    index_->insert(hash, static_cast<std::uint32_t>(entries_.size() - 1));
     return entries_.back();
 }
 
@@ -248,7 +258,7 @@ void Dictionary::closeUp() {
     for (std::size_t i = 0; i < entries_.size(); ++i)
         if (entries_[i].live)
             numbers[i] = live++;
-    index_.renumber(numbers);
+    index_->renumber(numbers);
     std::erase_if(entries_, [](const Entry& entry) { return !entry.live; });
 }
 

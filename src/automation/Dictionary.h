@@ -8,11 +8,13 @@
 
 #include "automation/Array.h"
 #include "automation/ClassDescription.h"
-#include "base/HashIndex.h"
 
+#include <memory>
 #include <vector>
 
 namespace vlgs {
+
+class HashIndex;
 
 class VLGS_API Dictionary final : public Object {
   public:
@@ -61,6 +63,8 @@ class VLGS_API Dictionary final : public Object {
                 .hidden());
     }
     static const ClassInfo& description();
+    Dictionary();
+    ~Dictionary() override;
     const ClassInfo* classInfo() const noexcept override { return &description(); }
 
     /// Raised for a key that is not present.
@@ -74,7 +78,7 @@ class VLGS_API Dictionary final : public Object {
     void PutItem(const Variant& Key, const Variant& Item);
     /// Raises 457 when the key is present.
     void Add(const Variant& Key, const Variant& Item);
-    std::int32_t Count() const noexcept { return static_cast<std::int32_t>(index_.size()); }
+    std::int32_t Count() const noexcept;
     bool Exists(const Variant& Key) const;
     /// Arrays of Variants from 0, in the order in which the keys were added.
     Array Items() const;
@@ -101,7 +105,6 @@ class VLGS_API Dictionary final : public Object {
         Variant item;
         bool live = true;
     };
-    static constexpr std::uint32_t none = HashIndex::none;
 
     std::uint64_t hashOf(const Variant& key) const;
     bool same(const Variant& a, const Variant& b) const;
@@ -114,7 +117,7 @@ class VLGS_API Dictionary final : public Object {
     // In the order of addition. Removed entries stay, dead, until too many are; they are not closed up while
     // an enumerator stands among them.
     std::vector<Entry> entries_;
-    HashIndex index_;
+    std::unique_ptr<HashIndex> index_;
     std::int32_t compareMode_ = binaryCompare;
     mutable std::uint32_t enumerators_ = 0;
 };

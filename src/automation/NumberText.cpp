@@ -237,7 +237,7 @@ std::optional<double> doubleOf(Numeral numeral) {
     return numeral.negative ? -value : value;
 }
 
-String withSeparator(std::string digits, const Locale& locale) {
+String withSeparator(const std::string& digits, const Locale& locale) {
     const auto point = digits.find('.');
     if (point == digits.npos)
         return String::fromUtf8(digits);

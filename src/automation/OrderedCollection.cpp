@@ -1,5 +1,7 @@
 #include "automation/OrderedCollection.h"
 
+#include "automation/OrderedStore.h"
+
 namespace vlgs {
 
 namespace {
@@ -14,6 +16,9 @@ void raiseFailure(OrderedStore::Failure failure) {
 const ClassInfo& OrderedCollection::description() {
     return classInfoOf<OrderedCollection>();
 }
+
+OrderedCollection::OrderedCollection() : store_(make<OrderedStore>()) {}
+OrderedCollection::~OrderedCollection() = default;
 
 Variant OrderedCollection::Item(const Variant& Index) const {
     const auto [member, failure] = store_->read(Index);
@@ -31,8 +36,20 @@ void OrderedCollection::Add(const Variant& Item, const Variant& Key, const Varia
     raiseFailure(store_->add(Item, std::move(key), Before, After));
 }
 
+std::int32_t OrderedCollection::Count() const noexcept {
+    return store_->count();
+}
+
 void OrderedCollection::Remove(const Variant& Index) {
     raiseFailure(store_->remove(Index));
+}
+
+Ref<Enumerator> OrderedCollection::NewEnum() const {
+    return store_->enumerate();
+}
+
+const Ref<OrderedStore>& OrderedCollection::store() const noexcept {
+    return store_;
 }
 
 } // namespace vlgs

@@ -3,9 +3,10 @@
 #pragma once
 
 #include "automation/ClassDescription.h"
-#include "automation/OrderedStore.h"
 
 namespace vlgs {
+
+class OrderedStore;
 
 class VLGS_API OrderedCollection final : public Object {
   public:
@@ -43,6 +44,8 @@ class VLGS_API OrderedCollection final : public Object {
                 .hidden());
     }
     static const ClassInfo& description();
+    OrderedCollection();
+    ~OrderedCollection() override;
     const ClassInfo* classInfo() const noexcept override { return &description(); }
 
     /// Raises 5 for a key that is not present, 9 for a position out of range, 13 for an index that is neither
@@ -55,18 +58,18 @@ class VLGS_API OrderedCollection final : public Object {
     void Add(const Variant& Item, const Variant& Key = missing, const Variant& Before = missing,
              const Variant& After = missing);
 
-    std::int32_t Count() const noexcept { return store_->count(); }
+    std::int32_t Count() const noexcept;
 
     /// Raises like `Item`.
     void Remove(const Variant& Index);
 
     /// Yields the members by position; see OrderedStore::enumerate for changes meanwhile.
-    Ref<Enumerator> NewEnum() const { return store_->enumerate(); }
+    Ref<Enumerator> NewEnum() const;
 
-    const Ref<OrderedStore>& store() const noexcept { return store_; }
+    const Ref<OrderedStore>& store() const noexcept;
 
   private:
-    Ref<OrderedStore> store_ = make<OrderedStore>();
+    Ref<OrderedStore> store_;
 };
 
 } // namespace vlgs

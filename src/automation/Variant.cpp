@@ -13,6 +13,7 @@ Variant::Variant(const Decimal& value) noexcept
     value_.bits = value.low;
 }
 
+// NOLINTNEXTLINE(performance-unnecessary-value-param): its block is taken
 Variant::Variant(Array value) noexcept : type_(arrayOf(value.element())) {
     value_.array = std::exchange(value.data_, nullptr);
 }
@@ -61,7 +62,7 @@ Decimal Variant::decimal() const noexcept {
 }
 
 // An Array is one pointer to its block, the pointer that the value holds.
-static_assert(sizeof(Array) == sizeof(ArrayData*));
+static_assert(sizeof(Array) == sizeof(ArrayData*)); // NOLINT(bugprone-sizeof-expression)
 const Array& Variant::array() const noexcept {
     return reinterpret_cast<const Array&>(value_.array);
 }

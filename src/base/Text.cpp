@@ -1,5 +1,8 @@
 #include "base/Text.h"
 
+#include "base/CaseFold.h"
+
+#include <algorithm>
 #include <string>
 
 namespace vlgs {
@@ -44,6 +47,24 @@ std::vector<std::u16string_view> split(std::u16string_view text, std::u16string_
             pieces.push_back(text.substr(from, at - from));
             from = at + delimiter.size();
         }
+    pieces.push_back(text.substr(from));
+    return pieces;
+}
+
+std::vector<std::u16string_view> splitIgnoringCase(std::u16string_view text, std::u16string_view delimiter) {
+    // Below 128 nothing but a letter equals another character.
+    const bool isCaseless = std::ranges::all_of(delimiter, [](char16_t c) {
+        return c < 0x80 && !(c >= u'A' && c <= u'Z') && !(c >= u'a' && c <= u'z');
+    });
+    if (isCaseless)
+        return split(text, delimiter);
+    std::vector<std::u16string_view> pieces;
+    std::size_t from = 0;
+    for (auto at = findIgnoringCase(text, delimiter); at != text.npos;
+         at = findIgnoringCase(text, delimiter, from)) {
+        pieces.push_back(text.substr(from, at - from));
+        from = at + delimiter.size();
+    }
     pieces.push_back(text.substr(from));
     return pieces;
 }

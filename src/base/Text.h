@@ -23,6 +23,11 @@ String replaceAll(std::u16string_view text, std::u16string_view find, std::u16st
 /// text. The pieces point into `text`.
 std::vector<std::u16string_view> split(std::u16string_view text, std::u16string_view delimiter);
 
+/// The pieces of `text` between the occurrences of `delimiter`, found from left to right without regard to
+/// case; an empty delimiter gives one piece, the whole text. The pieces point into `text`. Linear in both
+/// texts.
+std::vector<std::u16string_view> splitIgnoringCase(std::u16string_view text, std::u16string_view delimiter);
+
 /// Decimal text of a whole number, independent of the locale.
 String decimal(std::int64_t value);
 

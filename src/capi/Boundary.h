@@ -14,7 +14,8 @@
 namespace vlgs::capi {
 
 // A vlgs_value is a Variant under another name.
-static_assert(sizeof(vlgs_value) == sizeof(Variant) && alignof(vlgs_value) == alignof(Variant));
+static_assert(sizeof(vlgs_value) == sizeof(Variant));
+static_assert(alignof(vlgs_value) == alignof(Variant));
 static_assert(sizeof(vlgs_dimension) == sizeof(Dimension));
 
 inline Variant& from(vlgs_value* value) {

@@ -58,8 +58,8 @@ int vlgs_text(const vlgs_value* value, char* buffer, size_t capacity, size_t* le
         if (!from(value).isString())
             raise(RunTimeError::TypeMismatch);
         const std::string text = from(value).text().toUtf8(LoneSurrogates::Kept);
-        if (text.size() <= capacity && !text.empty())
-            std::memcpy(buffer, text.data(), text.size());
+        if (text.size() <= capacity)
+            text.copy(buffer, text.size());
         *length = text.size();
     });
 }

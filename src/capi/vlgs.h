@@ -38,6 +38,8 @@ extern "C" {
 #pragma GCC visibility push(default)
 #endif
 
+/* NOLINTBEGIN(modernize-use-using): C has none */
+
 enum { VLGS_DONE = 0, VLGS_RAISED = 1 };
 
 /* "9.1002.0.23" */
@@ -278,6 +280,8 @@ typedef struct vlgs_constant {
 
 /* The members of all enumerations: `index` counts from 0. Returns 0 behind the last one. */
 int vlgs_constant_describe(size_t index, vlgs_constant* out);
+
+/* NOLINTEND(modernize-use-using) */
 
 #ifdef __GNUC__
 #pragma GCC visibility pop

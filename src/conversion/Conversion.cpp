@@ -3,6 +3,8 @@
 #include "automation/Convert.h"
 #include "automation/DateFormat.h"
 #include "base/Dates.h"
+#include "conversion/AttributeValues.h"
+#include "conversion/LocaleSettings.h"
 #include "conversion/RevisionNumbers.h"
 #include "conversion/Timestamps.h"
 #include "platform/Clock.h"

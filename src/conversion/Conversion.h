@@ -2,8 +2,8 @@
 // form that is the same everywhere.
 #pragma once
 
-#include "conversion/AttributeValues.h"
-#include "conversion/LocaleSettings.h"
+#include "conversion/AttributeTypes.h"
+#include "conversion/LocaleRecord.h"
 #include "frame/Component.h"
 
 namespace vlgs {

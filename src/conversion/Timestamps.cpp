@@ -123,11 +123,11 @@ String g_CTimestamp(const Variant& vValue, TimestampParts parts, Date& dtTypedRe
         const Date date = dateOf(vValue, parts, bTruncGarbage);
         const bool both = parts.date == parts.time;
         const auto& patterns = bUseLocaleFormat ? localePatterns() : universalPatterns();
-        const String text = formatDate(date,
-                                       both         ? patterns.timestamp
-                                       : parts.date ? patterns.date
-                                                    : patterns.time,
-                                       FirstDayOfWeek::System);
+        String text = formatDate(date,
+                                 both         ? patterns.timestamp
+                                 : parts.date ? patterns.date
+                                              : patterns.time,
+                                 FirstDayOfWeek::System);
         dtTypedReturn = both ? date : parts.date ? dayOf(date) : timeOf(date);
         return text;
     });

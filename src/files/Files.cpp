@@ -139,7 +139,7 @@ String Files::AdjustSystemDBPath(const String& sFullPath) {
 }
 
 String Files::GetReadWriteFile(const String& sPath, bool& bUsedTempFile) {
-    const String path = g_GetReadWriteFile(sPath, bUsedTempFile);
+    String path = g_GetReadWriteFile(sPath, bUsedTempFile);
     isDirectoryReadOnly_ = bUsedTempFile || path.empty();
     return path;
 }

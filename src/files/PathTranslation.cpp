@@ -18,7 +18,7 @@ String messageText(std::int32_t message) {
 
 // The share of a mapped drive ("M:").
 String g_GetUNCPath(std::u16string_view drive) {
-    const auto share = String(cutAtNul(mappedShare(drive)));
+    auto share = String(cutAtNul(mappedShare(drive)));
     if (share.empty())
         throw Error(objectErrorBase + eMsg_ErrorTranslatingPathToUNC,
                     u"VlGeneralServices.modFiles.g_GetUNCPath", messageText(eMsg_InvalidDriveMapping));

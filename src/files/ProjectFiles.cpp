@@ -56,7 +56,7 @@ String createIn(std::u16string_view folder, std::u16string_view name, Create&& c
 
 // Copies a file into a folder, where it can be written.
 String copyInto(std::u16string_view folder, const String& path) {
-    const String copy =
+    String copy =
         createIn(folder, filePart(path), [&](const String& to) { copyFile(path, to, Readable::ByUserOnly); });
     setAttributes(copy, attributes(copy) & ~FileAttributes::ReadOnly);
     return copy;
@@ -82,11 +82,11 @@ String firstFolder() {
 } // namespace
 
 String g_CheckVLSFilePath(const String& sPath, bool bNoErrorRaise) {
-    const String path = trim(sPath);
+    String path = trim(sPath);
     const auto extension = extensionPart(path);
     const bool isProject = equalIgnoringCase(extension, projectExtension);
     if (!path.empty()) {
-        const String project = isProject ? path : withExtension(path, projectExtension);
+        String project = isProject ? path : withExtension(path, projectExtension);
         if (isListed(project))
             return project;
     }

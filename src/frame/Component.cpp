@@ -3,6 +3,7 @@
 #include "automation/ClassInfo.h"
 #include "base/CaseFold.h"
 #include "base/Text.h"
+#include "frame/ComponentFacts.h"
 #include "frame/Errors.h"
 #include "frame/SharedState.h"
 #include "platform/Module.h"

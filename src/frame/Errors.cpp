@@ -1,11 +1,13 @@
 #include "frame/Errors.h"
 
 #include "frame/Component.h"
+#include "frame/ComponentFacts.h"
 #include "frame/SharedState.h"
 
 #include <exception>
 #include <limits>
 #include <new>
+#include <utility>
 
 namespace vlgs {
 
@@ -80,11 +82,8 @@ void RaiseSavedError() {
     SharedState& state = SharedState::ofThread();
     if (state.savedNumber == 0)
         return;
-    const Error error(state.savedNumber, state.savedSource, state.savedDescription);
-    state.savedSource = {};
-    state.savedDescription = {};
-    state.savedNumber = 0;
-    throw error;
+    throw Error(std::exchange(state.savedNumber, 0), std::exchange(state.savedSource, {}),
+                std::exchange(state.savedDescription, {}));
 }
 
 } // namespace vlgs

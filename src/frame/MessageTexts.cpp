@@ -1,5 +1,6 @@
 #include "frame/MessageTexts.h"
 
+#include "automation/Array.h"
 #include "automation/Convert.h"
 #include "base/CaseFold.h"
 #include "base/Error.h"
@@ -62,6 +63,23 @@ class Header {
 };
 
 } // namespace
+
+String replaceParameters(const String& text, const Variant& params) {
+    if (text.empty())
+        return text;
+    String result = replaceAll(text, u"%%", u"~~");
+    if (params.isArray()) {
+        const Array& elements = params.array();
+        const std::int64_t upper = elements.upper();
+        std::int64_t number = 0;
+        for (std::int64_t index = elements.lower(); index <= upper; ++index)
+            result = replaceAll(result, concat(u"%", decimal(++number)),
+                                toText(elements.get(static_cast<std::int32_t>(index))));
+    } else if (!params.isMissing() && !params.isEmpty() && !params.isNull()) {
+        raise(RunTimeError::TypeMismatch);
+    }
+    return replaceAll(result, u"~~", u"%");
+}
 
 MessageTexts::MessageTexts(std::u16string_view resourceFile) : strings_(StringResources::open(resourceFile)) {
     const Header header(*strings_);

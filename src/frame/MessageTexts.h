@@ -14,6 +14,15 @@
 
 namespace vlgs {
 
+class Variant;
+
+/// Makes "%" a per cent sign and puts the elements of `params`, a one-dimensional array, in the places of
+/// "%1", "%2" … Missing, Empty and Null stand for no elements; anything else that is no array raises 13.
+///
+/// The elements go in one after the other, so that "%1" is also replaced inside "%10" and inside what an
+/// earlier element brought in, and a "~~" of the text comes back as "%": "Copy %1 to %2 (100%%)".
+String replaceParameters(const String& text, const Variant& params);
+
 class MessageTexts {
   public:
     /// Raises 53 when there is no such resource file, 13 or 6 when its "Min" or "Max" is no number.

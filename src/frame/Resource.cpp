@@ -1,6 +1,8 @@
 #include "frame/Resource.h"
 
 #include "base/Text.h"
+#include "frame/ComponentFacts.h"
+#include "frame/MessageTexts.h"
 #include "platform/Locale.h"
 
 #include <algorithm>
@@ -16,30 +18,15 @@ constexpr std::size_t nativeNameBuffer = 50;
 
 } // namespace
 
-String replaceParameters(const String& text, const Variant& params) {
-    if (text.empty())
-        return text;
-    String result = replaceAll(text, u"%%", u"~~");
-    if (params.isArray()) {
-        const Array& elements = params.array();
-        const std::int64_t upper = elements.upper();
-        std::int64_t number = 0;
-        for (std::int64_t index = elements.lower(); index <= upper; ++index)
-            result = replaceAll(result, concat(u"%", decimal(++number)),
-                                toText(elements.get(static_cast<std::int32_t>(index))));
-    } else if (!params.isMissing() && !params.isEmpty() && !params.isNull()) {
-        raise(RunTimeError::TypeMismatch);
-    }
-    return replaceAll(result, u"~~", u"%");
-}
-
 const ClassInfo& Resource::description() {
     return classInfoOf<Resource>();
 }
 
 Resource::Resource()
-    : texts_(messageResourceFile()),
+    : texts_(std::make_unique<MessageTexts>(messageResourceFile())),
       languageEnglish_(Locale::system().item(englishLanguageName).value_or(String())) {}
+
+Resource::~Resource() = default;
 
 String Resource::LanguageNative() const {
     const Locale locale = Locale::system();
@@ -52,7 +39,7 @@ void Resource::SetLanguageOverride(String& sLanguageCode) {
 }
 
 String Resource::ResourceString(std::int32_t& lIndex, const String& sLanguageCode) {
-    return texts_.text(lIndex, sLanguageCode, languageOverride_);
+    return texts_->text(lIndex, sLanguageCode, languageOverride_);
 }
 
 String Resource::ResourceReplaceableString(std::int32_t Index, const String& sLanguageCode,
@@ -70,6 +57,34 @@ Variant Resource::ResourceOfFormat(std::int32_t lIndex, m_enumResourceFormat lFo
     if (lFormat != eStringResource && IsValidIndex(lIndex))
         raise(RunTimeError::ResourceNotFound);
     return ResourceString(lIndex, sLanguageCode);
+}
+
+String Resource::ResourceFilename() const {
+    return texts_->name();
+}
+
+String Resource::ApplicationFilename() const {
+    return texts_->applicationName();
+}
+
+String Resource::ResourceFileVersion() const {
+    return texts_->version();
+}
+
+String Resource::Languages() const {
+    return texts_->languages();
+}
+
+std::int32_t Resource::MessageMin() const {
+    return texts_->minimum();
+}
+
+String Resource::MessageMax() const {
+    return texts_->maximum();
+}
+
+bool Resource::IsValidIndex(std::int32_t& lIndex) const {
+    return texts_->isValidIndex(lIndex);
 }
 
 } // namespace vlgs

@@ -2,9 +2,12 @@
 #pragma once
 
 #include "frame/Component.h"
-#include "frame/MessageTexts.h"
+
+#include <memory>
 
 namespace vlgs {
+
+class MessageTexts;
 
 // clang-format off
 #define VLGS_RESOURCE_FORMATS(value) \
@@ -24,37 +27,31 @@ namespace vlgs {
 VLGS_ENUMERATION(m_enumResourceFormat, "2d7f56ed-bf1a-4818-9ce9-3a3c035bbe3c", "Kinds of resources",
                  VLGS_RESOURCE_FORMATS)
 
-/// Makes "%" a per cent sign and puts the elements of `params`, a one-dimensional array, in the places of
-/// "%1", "%2" … Missing, Empty and Null stand for no elements; anything else that is no array raises 13.
-///
-/// The elements go in one after the other, so that "%1" is also replaced inside "%10" and inside what an
-/// earlier element brought in, and a "~~" of the text comes back as "%": "Copy %1 to %2 (100%%)".
-String replaceParameters(const String& text, const Variant& params);
-
 /// Takes no part in the count of live objects. Creating one raises 53 when the resource file is not there.
 class VLGS_API Resource final : public Component {
   public:
     Resource();
+    ~Resource() override;
 
     /// The native name of the user's language, at most 49 characters.
     String LanguageNative() const;
     /// The English name of the user's language.
     String LanguageEnglish() const { return languageEnglish_; }
-    String ResourceFilename() const { return texts_.name(); }
-    String ApplicationFilename() const { return texts_.applicationName(); }
-    String ResourceFileVersion() const { return texts_.version(); }
+    String ResourceFilename() const;
+    String ApplicationFilename() const;
+    String ResourceFileVersion() const;
     /// The codes of the languages that there are texts in, "en;de;fr".
-    String Languages() const { return texts_.languages(); }
+    String Languages() const;
 
     /// The language of texts that are asked for without one, in place of the user's; "" when none was set.
     String LanguageOverride() const { return languageOverride_; }
     /// Writing "" leaves it unchanged.
     void SetLanguageOverride(String& sLanguageCode);
 
-    std::int32_t MessageMin() const { return texts_.minimum(); }
+    std::int32_t MessageMin() const;
     /// A text, unlike the minimum.
-    String MessageMax() const { return texts_.maximum(); }
-    bool IsValidIndex(std::int32_t& lIndex) const { return texts_.isValidIndex(lIndex); }
+    String MessageMax() const;
+    bool IsValidIndex(std::int32_t& lIndex) const;
 
     /// A message's text, see MessageTexts::text. Raises 326 for a valid index that has none.
     String ResourceString(std::int32_t& lIndex, const String& sLanguageCode = {});
@@ -125,7 +122,7 @@ class VLGS_API Resource final : public Component {
     const ClassInfo* classInfo() const noexcept override { return &description(); }
 
   private:
-    MessageTexts texts_;
+    std::unique_ptr<MessageTexts> texts_;
     String languageEnglish_;
     String languageOverride_;
 };

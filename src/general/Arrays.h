@@ -2,15 +2,8 @@
 #pragma once
 
 #include "automation/Array.h"
-#include "automation/Enumeration.h"
 
 namespace vlgs {
-
-#define VLGS_DIMENSION_COPY_TYPES(value)                                                                     \
-    value(eDimCopyType_Empty, 0) value(eDimCopyType_First, 1) value(eDimCopyType_Last, 2)                    \
-        value(eDimCopyType_Number, 3)
-VLGS_ENUMERATION(enumDimensionCopyTypes, "2c984271-b616-41b5-aa8a-75f810153c2c",
-                 "Dimensions of an array that a copy concerns", VLGS_DIMENSION_COPY_TYPES)
 
 /// The number of dimensions, 0 for a value that is no array. `iLowerDimensionLBound` receives the lower bound
 /// of the first one. An array with all 60 dimensions gives 61.

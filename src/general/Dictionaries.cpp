@@ -57,6 +57,8 @@ Ref<Object> g_CopyVariantArrayToDictionary(const Variant& vSourceArray, Ref<Obje
     const auto dimensions = g_GetArrayDimensions(vSourceArray);
     if (dimensions != 1 && dimensions != 2)
         return nullptr;
+    // A share of its own: the dictionary may be a caller's, whose code may change the variable.
+    // NOLINTNEXTLINE(performance-unnecessary-copy-initialization)
     const Array source = vSourceArray.array();
     const auto step =
         dimensions == 1 ? std::size_t{1} : static_cast<std::size_t>(source.dimensions()[0].count);

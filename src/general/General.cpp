@@ -1,6 +1,8 @@
 #include "general/General.h"
 
+#include "frame/ComponentFacts.h"
 #include "frame/Messages.h"
+#include "general/Arrays.h"
 #include "general/Dictionaries.h"
 #include "general/HtmlText.h"
 #include "general/Lists.h"

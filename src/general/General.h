@@ -3,7 +3,7 @@
 
 #include "automation/OrderedCollection.h"
 #include "frame/Component.h"
-#include "general/Arrays.h"
+#include "general/DimensionCopyTypes.h"
 
 namespace vlgs {
 

@@ -152,22 +152,4 @@ String Buffer::text() const {
     });
 }
 
-std::vector<std::u16string_view> splitIgnoringCase(std::u16string_view text, std::u16string_view delimiter) {
-    // Below 128 nothing but a letter equals another character.
-    const bool isCaseless = std::ranges::all_of(delimiter, [](char16_t c) {
-        return c < 0x80 && !(c >= u'A' && c <= u'Z') && !(c >= u'a' && c <= u'z');
-    });
-    if (isCaseless)
-        return split(text, delimiter);
-    std::vector<std::u16string_view> pieces;
-    std::size_t from = 0;
-    for (auto at = findIgnoringCase(text, delimiter); at != text.npos;
-         at = findIgnoringCase(text, delimiter, from)) {
-        pieces.push_back(text.substr(from, at - from));
-        from = at + delimiter.size();
-    }
-    pieces.push_back(text.substr(from));
-    return pieces;
-}
-
 } // namespace vlgs

@@ -117,9 +117,4 @@ class VLGS_API Buffer final : public Component {
     std::size_t room_ = 0; // of the last chunk
 };
 
-/// The pieces of `text` between the occurrences of `delimiter`, found from left to right without regard to
-/// case; an empty delimiter gives one piece, the whole text. The pieces point into `text`. Linear in both
-/// texts.
-std::vector<std::u16string_view> splitIgnoringCase(std::u16string_view text, std::u16string_view delimiter);
-
 } // namespace vlgs

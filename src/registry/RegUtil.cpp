@@ -2,6 +2,7 @@
 
 #include "automation/LateBound.h"
 #include "base/Text.h"
+#include "platform/Registry.h"
 #include "registry/RegistryConversion.h"
 
 namespace vlgs {

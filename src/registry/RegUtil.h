@@ -2,10 +2,12 @@
 #pragma once
 
 #include "frame/Component.h"
-#include "platform/Registry.h"
 #include "registry/RegValue.h"
 
 namespace vlgs {
+
+class RegistryKey;
+enum class RegistryStatus : std::int32_t;
 
 /// Keeps a current hive (at first HKEY_CLASSES_ROOT) and a current key path (at first "", the hive itself)
 /// and works on the key there, which it opens for every operation anew.

@@ -1,5 +1,6 @@
 #include "frame/Component.h"
 
+#include "frame/ComponentFacts.h"
 #include "frame/Errors.h"
 #include "frame/Restricted.h"
 #include "frame/SharedState.h"

@@ -1,6 +1,7 @@
 #include "frame/Errors.h"
 
 #include "frame/Component.h"
+#include "frame/ComponentFacts.h"
 #include "support/Raised.h"
 
 #include <gtest/gtest.h>

@@ -2,6 +2,7 @@
 
 #include "automation/LateBound.h"
 #include "base/Text.h"
+#include "frame/MessageTexts.h"
 #include "frame/Messages.h"
 #include "platform/CodePage.h"
 #include "support/Raised.h"

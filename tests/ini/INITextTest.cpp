@@ -129,8 +129,9 @@ TEST(INIText, LinesMayCrossEveryChunk) {
     const Scratch scratch;
     const std::string value(3'000'000, 'v');
     for (const std::size_t shift : {0u, 1u, 2u}) {
-        const std::string junk(65530 + shift, '#');
-        scratch.write("a.ini", junk + "\r\n[A]\r\nk=" + value + "\r\nl=2\r\n");
+        std::string text(65530 + shift, '#');
+        text.append("\r\n[A]\r\nk=").append(value).append("\r\nl=2\r\n");
+        scratch.write("a.ini", text);
         const auto document = make<INIFile>();
         readFileInto(*document, scratch.path("a.ini"));
         EXPECT_EQ(document->KeyValue(u"A", u"k").toUtf8(), value);

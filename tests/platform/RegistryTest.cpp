@@ -315,6 +315,7 @@ TEST_F(Registry, ProcessesThatAddAtOnceLoseNothing) {
     constexpr int processes = 4;
     constexpr int each = 400;
     std::vector<pid_t> children;
+    children.reserve(processes);
     for (int process = 0; process < processes; ++process)
         children.push_back(start([process] {
             const auto key = create(u"Shared");
@@ -327,7 +328,7 @@ TEST_F(Registry, ProcessesThatAddAtOnceLoseNothing) {
         }));
     for (const auto child : children)
         EXPECT_EQ(finish(child), 0);
-    EXPECT_EQ(valueNames(open(u"Shared")).size(), std::size_t{processes * each});
+    EXPECT_EQ(valueNames(open(u"Shared")).size(), std::size_t{processes} * each);
 }
 
 /// What a killed writer has reported as done.

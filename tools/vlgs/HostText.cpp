@@ -20,7 +20,7 @@ std::size_t characterLength(std::string_view bytes) {
 } // namespace
 
 String fromHost(std::string_view bytes) {
-    const String text = String::fromUtf8(bytes);
+    String text = String::fromUtf8(bytes);
     if (text.toUtf8() == bytes)
         return text;
     std::u16string result;

@@ -90,7 +90,7 @@ String firstFileOf(std::u16string_view path) {
     String own = moduleFolder();
     if (own.view().ends_with(u'\\'))
         own = String(own.view().substr(0, own.length() - 1));
-    const String shared = equalIgnoringCase(folder, own) ? resourcePath(file) : String();
+    String shared = equalIgnoringCase(folder, own) ? resourcePath(file) : String();
     if (shared.empty())
         raise(RunTimeError::FileNotFound);
     return shared;
