@@ -7,7 +7,7 @@ foreach(source IN LISTS benches)
   get_filename_component(name ${source} NAME_WE)
   add_executable(${name} ${source})
   target_include_directories(${name} PRIVATE ${PROJECT_SOURCE_DIR}/tests)
-  target_link_libraries(${name} PRIVATE vlgs_static benchmark::benchmark benchmark::benchmark_main)
+  target_link_libraries(${name} PRIVATE vlgs_inside benchmark::benchmark benchmark::benchmark_main)
   set_target_properties(${name} PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR}/bench)
 endforeach()
 

@@ -1,28 +1,41 @@
-# The installed tree: lib (library, CMake package, pkg-config file), include/VlGeneralServices (the public headers),
-# bin/vlgs, share/VlGeneralServices (message texts).
+# The installed tree: bin (vlgs; on Windows the server, the message texts and the manifest), lib (library, CMake package,
+# pkg-config file), include/VlGeneralServices (the public headers), share/VlGeneralServices (message texts; on Windows
+# the type library and its source).
 include(CMakePackageConfigHelpers)
 
+set(VLGS_PACKAGE_DIR ${CMAKE_INSTALL_LIBDIR}/cmake/VlGeneralServices)
+install(TARGETS ${VLGS_LINKED_LIBRARY} EXPORT VlGeneralServicesTargets
+  RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR}
+  LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}
+  ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR})
+install(EXPORT VlGeneralServicesTargets NAMESPACE VlGeneralServices:: DESTINATION ${VLGS_PACKAGE_DIR})
+configure_package_config_file(cmake/VlGeneralServicesConfig.cmake.in VlGeneralServicesConfig.cmake
+  INSTALL_DESTINATION ${VLGS_PACKAGE_DIR})
+write_basic_package_version_file(VlGeneralServicesConfigVersion.cmake VERSION ${PROJECT_VERSION}
+  COMPATIBILITY SameMajorVersion)
+install(FILES ${PROJECT_BINARY_DIR}/VlGeneralServicesConfig.cmake
+              ${PROJECT_BINARY_DIR}/VlGeneralServicesConfigVersion.cmake
+  DESTINATION ${VLGS_PACKAGE_DIR})
+install(DIRECTORY ${VLGS_INCLUDE_DIR}/VlGeneralServices DESTINATION ${CMAKE_INSTALL_INCLUDEDIR})
+install(DIRECTORY resources DESTINATION ${CMAKE_INSTALL_DATADIR}/VlGeneralServices FILES_MATCHING PATTERN "*.txt")
+
 if(NOT WIN32)
-  install(TARGETS VlGeneralServices EXPORT VlGeneralServicesTargets
-    LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR})
-  install(EXPORT VlGeneralServicesTargets NAMESPACE VlGeneralServices::
-    DESTINATION ${CMAKE_INSTALL_LIBDIR}/cmake/VlGeneralServices)
-  configure_package_config_file(cmake/VlGeneralServicesConfig.cmake.in VlGeneralServicesConfig.cmake
-    INSTALL_DESTINATION ${CMAKE_INSTALL_LIBDIR}/cmake/VlGeneralServices)
-  write_basic_package_version_file(VlGeneralServicesConfigVersion.cmake COMPATIBILITY SameMajorVersion)
-  install(FILES ${PROJECT_BINARY_DIR}/VlGeneralServicesConfig.cmake
-                ${PROJECT_BINARY_DIR}/VlGeneralServicesConfigVersion.cmake
-    DESTINATION ${CMAKE_INSTALL_LIBDIR}/cmake/VlGeneralServices)
   file(RELATIVE_PATH VLGS_PREFIX_OF_PKGCONFIG
     ${CMAKE_INSTALL_PREFIX}/${CMAKE_INSTALL_LIBDIR}/pkgconfig ${CMAKE_INSTALL_PREFIX})
   configure_file(cmake/VlGeneralServices.pc.in VlGeneralServices.pc @ONLY)
   install(FILES ${PROJECT_BINARY_DIR}/VlGeneralServices.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
-  # Headers that only the rooms themselves need stay behind.
-  install(DIRECTORY src/ DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/VlGeneralServices
-    FILES_MATCHING PATTERN "*.h"
-    PATTERN "posix" EXCLUDE PATTERN "windows" EXCLUDE PATTERN "com" EXCLUDE)
+else()
+  if(NOT VLGS_LINKED_LIBRARY STREQUAL "VlGeneralServices") # the server is one in any case
+    install(TARGETS VlGeneralServices RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR}
+                                      ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR})
+  endif()
+  install(FILES ${VLGS_TEXTS_DLL} ${PROJECT_BINARY_DIR}/bin/VlGeneralServices.manifest
+    DESTINATION ${CMAKE_INSTALL_BINDIR})
+  install(FILES ${VLGS_TLB} ${VLGS_IDL} DESTINATION ${CMAKE_INSTALL_DATADIR}/VlGeneralServices/typelib)
+  # The interfaces as C and C++ see them; beside VlGeneralServices.h, the header of the typed classes.
+  install(FILES ${VLGS_HEADER} DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/VlGeneralServices RENAME Interfaces.h)
 endif()
-install(DIRECTORY resources DESTINATION ${CMAKE_INSTALL_DATADIR}/VlGeneralServices FILES_MATCHING PATTERN "*.txt")
+
 if(TARGET vlgs)
   install(TARGETS vlgs RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
 endif()

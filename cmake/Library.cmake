@@ -18,6 +18,8 @@ function(vlgs_room room)
   file(CREATE_LINK ${PROJECT_SOURCE_DIR}/src/${room} ${headers}/${room} SYMBOLIC)
   add_library(vlgs_${room} OBJECT ${sources})
   target_include_directories(vlgs_${room} PUBLIC ${headers})
+  target_compile_features(vlgs_${room} PUBLIC cxx_std_20)
+  target_compile_definitions(vlgs_${room} PRIVATE VLGS_BUILDING)
   list(TRANSFORM ARGN PREPEND vlgs_ OUTPUT_VARIABLE below)
   target_link_libraries(vlgs_${room} PUBLIC ${below})
   set(VLGS_ROOMS ${VLGS_ROOMS} ${room} PARENT_SCOPE)
@@ -52,17 +54,41 @@ set(VLGS_VERSION_DEFINITIONS
     VLGS_VERSION_REVISION=${PROJECT_VERSION_TWEAK} VLGS_VERSION_TEXT="${PROJECT_VERSION}")
 add_compile_definitions(${VLGS_VERSION_DEFINITIONS})
 
-# The library linked into a program: what tests, benchmarks and tools use.
+# The library linked into a program, for callers who want no shared one.
 add_library(vlgs_static STATIC ${VLGS_OBJECTS})
-target_include_directories(vlgs_static PUBLIC ${PROJECT_SOURCE_DIR}/src)
+set_target_properties(vlgs_static PROPERTIES EXPORT_NAME VlGeneralServices)
 
+# The same with every header: what the project's own tests, benchmarks and tools use.
+add_library(vlgs_inside INTERFACE)
+target_link_libraries(vlgs_inside INTERFACE vlgs_static)
+target_include_directories(vlgs_inside INTERFACE ${PROJECT_SOURCE_DIR}/src)
+
+# The shared library exports what a public header declares: on Windows by attribute, elsewhere by visibility, and there
+# nothing of the standard library's templates either.
+add_library(VlGeneralServices SHARED ${VLGS_OBJECTS})
 if(NOT WIN32)
-  add_library(VlGeneralServices SHARED ${VLGS_OBJECTS})
   set_target_properties(VlGeneralServices PROPERTIES
     VERSION ${PROJECT_VERSION} SOVERSION ${PROJECT_VERSION_MAJOR}
     LIBRARY_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR}/lib)
-  target_compile_features(VlGeneralServices INTERFACE cxx_std_20)
-  target_include_directories(VlGeneralServices INTERFACE
-    $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}/src>
-    $<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}/VlGeneralServices>)
+  set(VLGS_EXPORTS ${PROJECT_SOURCE_DIR}/cmake/exports.map)
+  target_link_options(VlGeneralServices PRIVATE -Wl,--version-script=${VLGS_EXPORTS})
+  set_target_properties(VlGeneralServices PROPERTIES LINK_DEPENDS ${VLGS_EXPORTS})
 endif()
+
+foreach(library vlgs_static VlGeneralServices)
+  add_dependencies(${library} vlgs_headers)
+  target_compile_features(${library} PUBLIC cxx_std_20)
+  target_include_directories(${library} INTERFACE
+    $<BUILD_INTERFACE:${VLGS_INCLUDE_DIR}> $<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}>)
+endforeach()
+
+if(BUILD_SHARED_LIBS)
+  set(VLGS_LINKED_LIBRARY VlGeneralServices)
+else()
+  set(VLGS_LINKED_LIBRARY vlgs_static)
+  set_target_properties(vlgs_static PROPERTIES OUTPUT_NAME VlGeneralServices)
+endif()
+add_library(VlGeneralServices::VlGeneralServices ALIAS ${VLGS_LINKED_LIBRARY})
+
+# The message texts are looked for beside the library.
+file(CREATE_LINK ${PROJECT_SOURCE_DIR}/resources ${PROJECT_BINARY_DIR}/resources SYMBOLIC)

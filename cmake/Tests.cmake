@@ -1,4 +1,5 @@
 # tests/<room>/*.cpp make one program <room>_tests.
+set(CMAKE_CXX_STANDARD 20) # also for what does not use the library
 if(NOT WIN32) # there it is built with the tests: Windows.cmake
   find_package(GTest REQUIRED)
 endif()
@@ -16,7 +17,7 @@ foreach(room IN LISTS rooms)
   if(sources)
     add_executable(${room}_tests ${sources})
     target_include_directories(${room}_tests PRIVATE ${PROJECT_SOURCE_DIR}/tests)
-    target_link_libraries(${room}_tests PRIVATE vlgs_static GTest::gtest GTest::gtest_main)
+    target_link_libraries(${room}_tests PRIVATE vlgs_inside GTest::gtest GTest::gtest_main)
     if(WIN32) # scripts/test_windows.sh runs them under Wine
       target_include_directories(${room}_tests PRIVATE ${PROJECT_SOURCE_DIR}/tests/support/windows)
       set_target_properties(${room}_tests PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR}/bin)

@@ -3,6 +3,7 @@
 
 # Nothing but the system's own libraries is needed at run time.
 add_link_options(-static)
+target_link_options(VlGeneralServices PRIVATE -static)
 target_link_libraries(vlgs_static PUBLIC oleaut32 ole32 uuid advapi32 mpr bcrypt)
 
 # The type library. The definitions that it imports come with Wine's development files.
@@ -20,14 +21,14 @@ add_custom_command(OUTPUT ${VLGS_TLB} DEPENDS ${VLGS_IDL}
   COMMAND ${VLGS_WIDL_COMMAND} -t -o ${VLGS_TLB} ${VLGS_IDL} VERBATIM)
 add_custom_command(OUTPUT ${VLGS_HEADER} DEPENDS ${VLGS_IDL}
   COMMAND ${VLGS_WIDL_COMMAND} -D VLGS_HEADER -h -o ${VLGS_HEADER} ${VLGS_IDL} VERBATIM)
-add_custom_target(vlgs_header DEPENDS ${VLGS_HEADER})
+add_custom_target(vlgs_header ALL DEPENDS ${VLGS_HEADER})
 
 enable_language(RC)
 configure_file(${PROJECT_SOURCE_DIR}/src/com/VlGeneralServices.rc.in
                ${PROJECT_BINARY_DIR}/typelib/VlGeneralServices.rc @ONLY)
 set_source_files_properties(${PROJECT_BINARY_DIR}/typelib/VlGeneralServices.rc PROPERTIES OBJECT_DEPENDS ${VLGS_TLB})
-add_library(VlGeneralServices SHARED ${VLGS_OBJECTS} ${PROJECT_SOURCE_DIR}/src/com/VlGeneralServices.def
-            ${PROJECT_BINARY_DIR}/typelib/VlGeneralServices.rc)
+target_sources(VlGeneralServices PRIVATE ${PROJECT_SOURCE_DIR}/src/com/VlGeneralServices.def
+               ${PROJECT_BINARY_DIR}/typelib/VlGeneralServices.rc)
 set_target_properties(VlGeneralServices PROPERTIES PREFIX "" LINKER_LANGUAGE CXX
   RUNTIME_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR}/bin)
 target_link_libraries(VlGeneralServices PRIVATE oleaut32 ole32 uuid advapi32 mpr bcrypt)

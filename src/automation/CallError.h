@@ -38,11 +38,6 @@ class MisfitError final : public Error {
     std::size_t parameter_;
 };
 
-/// Inside a catch block: raises the conversion's error as a MisfitError. Any other exception goes on as it
-/// is.
-[[noreturn]] VLGS_API void raiseMisfit(const ClassHeader& type, const MemberInfo& member,
-                                       std::size_t parameter);
-
 /// 429 for a class that callers cannot create, or that there is not.
 CallError cannotCreate(std::u16string_view name);
 /// 438 for a name, or a number and kind, that no member of the class has.

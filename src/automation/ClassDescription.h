@@ -27,7 +27,6 @@
 #pragma once
 
 #include "automation/Array.h"
-#include "automation/CallError.h"
 #include "automation/ClassInfo.h"
 #include "automation/Convert.h"
 #include "base/Error.h"

@@ -152,4 +152,9 @@ class VLGS_API ClassInfo {
     std::vector<MembersByKind> byId_; // from `enumerationMember` on
 };
 
+/// Inside a catch block: raises a conversion's error as one about the parameter (CallError.h). Any other
+/// exception goes on as it is.
+[[noreturn]] VLGS_API void raiseMisfit(const ClassHeader& type, const MemberInfo& member,
+                                       std::size_t parameter);
+
 } // namespace vlgs

@@ -41,9 +41,9 @@ consteval GuidValue guid(std::string_view text) {
 }
 
 /// The text form "{XXXXXXXX-XXXX-XXXX-XXXX-XXXXXXXXXXXX}", 38 characters, digits in upper case.
-String guidText(const GuidValue& guid);
+VLGS_API String guidText(const GuidValue& guid);
 
 /// Reads the text form, digits of either case; nothing for any other text, however close.
-std::optional<GuidValue> parseGuid(std::u16string_view text) noexcept;
+VLGS_API std::optional<GuidValue> parseGuid(std::u16string_view text) noexcept;
 
 } // namespace vlgs

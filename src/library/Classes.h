@@ -11,19 +11,19 @@
 namespace vlgs {
 
 /// The descriptions of the component's classes, in the order of the type library.
-std::span<const ClassInfo* const> classes();
+VLGS_API std::span<const ClassInfo* const> classes();
 /// Those of the run time's classes that hosts without it offer under its names.
-std::span<const ClassInfo* const> runTimeClasses();
+VLGS_API std::span<const ClassInfo* const> runTimeClasses();
 /// Every enumeration and record of the component: those of the members in interface order, then the others.
-std::span<const EnumInfo* const> enumerations();
-std::span<const RecordInfo* const> records();
+VLGS_API std::span<const EnumInfo* const> enumerations();
+VLGS_API std::span<const RecordInfo* const> records();
 
 /// The class of a programmatic identifier ("VlGeneralServices.Files") or, of the component's own classes, of
 /// a bare name ("Files"), in any case; null when there is none.
-const ClassInfo* findClass(std::u16string_view name);
+VLGS_API const ClassInfo* findClass(std::u16string_view name);
 
 /// A new object of the class that `findClass` finds. Raises 429 for an unknown class and for one that is not
 /// creatable, and what the class's own initialisation raises.
-Ref<Object> createObject(std::u16string_view name);
+VLGS_API Ref<Object> createObject(std::u16string_view name);
 
 } // namespace vlgs

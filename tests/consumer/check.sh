@@ -1,36 +1,35 @@
 #!/usr/bin/env bash
 # Installs the build tree BINARY into a fresh folder and uses what stands there: a C++ program by find_package and
-# by pkg-config, the Python module, the command line. `check.sh SOURCE BINARY`
+# by pkg-config, the Python module, the command line; and looks at what the library exports. `check.sh SOURCE BINARY`
 set -euo pipefail
 source=$1
 binary=$2
+here=$source/tests/consumer
+source "$here/expect.sh"
 work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
 prefix=$work/prefix
 cmake --install "$binary" --prefix "$prefix" >/dev/null
 project=$source/samples/demo/demo.VLS
+library=$(find "$prefix" -name libVlGeneralServices.so)
 
-export PKG_CONFIG_PATH
-PKG_CONFIG_PATH=$(dirname "$(find "$prefix" -name VlGeneralServices.pc)")
-expected="DRIVER=Microsoft Access Driver (*.mdb);DBQ="
-check() { # NAME COMMAND…
-    local name=$1 output
-    shift
-    output=$("$@")
-    [[ $output == *"$expected"* ]] || { echo "$name printed: $output" >&2; exit 1; }
-    echo "$name: ok"
-}
+"$here/exports.py" "$library" "$prefix/include/VlGeneralServices"
 
-cmake -S "$source/tests/consumer/program" -B "$work/cmake" -DCMAKE_PREFIX_PATH="$prefix" >/dev/null
+cmake -S "$here/program" -B "$work/cmake" -G Ninja -DCMAKE_PREFIX_PATH="$prefix" >/dev/null
 cmake --build "$work/cmake" >/dev/null
-check find_package "$work/cmake/consumer" "$project"
+expect_program find_package "$work/cmake/consumer" "$project"
 
+export PKG_CONFIG_PATH=$(dirname "$library")/pkgconfig
 read -ra flags <<<"$(pkg-config --cflags --libs VlGeneralServices)"
-c++ "$source/tests/consumer/program/main.cpp" -o "$work/consumer" "${flags[@]}" \
-    -Wl,-rpath,"$(dirname "$(find "$prefix" -name 'libVlGeneralServices.so' | head -n 1)")"
-check pkg-config "$work/consumer" "$project"
+[[ ${flags[*]} != *-std=* ]]
+c++ -std=c++20 "$here/program/main.cpp" -o "$work/consumer" "${flags[@]}" -Wl,-rpath,"$(dirname "$library")"
+expect_program pkg-config "$work/consumer" "$project"
 
-check python env PYTHONPATH="$(dirname "$(dirname "$(find "$prefix" -path '*vlgs/__init__.py')")")" python3 -c \
+older=$(c++ -std=c++17 -fsyntax-only "$here/program/main.cpp" "${flags[@]}" 2>&1 || true)
+[[ $(grep -m 1 error: <<<"$older") == *"VlGeneralServices need C++20"* ]] ||
+    { echo "C++17 gets another message: $older" >&2; exit 1; }
+
+expect python env PYTHONPATH="$prefix/python" python3 -c \
     'import sys, vlgs; print(vlgs.Dispatch("VlGeneralServices.Files").BuildConnectionStringFromPath(sys.argv[1]))' \
     "$project"
-check "command line" "$prefix/bin/vlgs" call Files.BuildConnectionStringFromPath "$project"
+expect "command line" "$prefix/bin/vlgs" call Files.BuildConnectionStringFromPath "$project"

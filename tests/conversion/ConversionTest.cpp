@@ -163,7 +163,9 @@ TEST_F(ConversionTest, RefusesWhatIsNoMoment) {
         {Array::ofStrings({u"x"}), true, false, true, 11554, "\r\nDate="},
     };
     for (const auto& [value, date, time, truncate, code, extra] : cases) {
-        const auto error = raised([&] { conversion_->CTimestamp2(value, date, time, nullptr, truncate); });
+        const auto error = raised([&, &value = value, &date = date, &time = time, &truncate = truncate] {
+            conversion_->CTimestamp2(value, date, time, nullptr, truncate);
+        });
         EXPECT_EQ(error.number, messageError(code)) << extra;
         EXPECT_EQ(error.source, parserSource);
         EXPECT_TRUE(error.description.ends_with(extra)) << error.description;

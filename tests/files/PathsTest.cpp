@@ -134,7 +134,7 @@ TEST_F(Paths, AreResolvedFromABaseThatNeedNotBeCurrent) {
         for (const bool checked : {true, false}) {
             if (!checked && relative == u"none.doc")
                 continue;
-            const auto error = raised([&] {
+            const auto error = raised([&, &relative = relative, &base = base] {
                 checked ? files_->TranslateFromRelativePath(relative, base, false)
                         : files_->TranslateFromRelativePathNoFileCheck(relative, base, false);
             });
@@ -149,8 +149,9 @@ TEST_F(Paths, AnAbsolutePathIsToldOfByItsForm) {
     const Setting language("VLGS_LOCALE", "en-US");
     for (const auto& [path, form] :
          {std::pair{u"\\\\srv\\data", "network (UNC)"}, {u"C:\\x", "standard (drive letter)"}})
-        EXPECT_EQ(raised([&] { files_->TranslateFromRelativePath(path, u"C:\\", true); }).description,
-                  std::string("The path is not a relative path.\r\nThe path is in ") + form + " format.");
+        EXPECT_EQ(
+            raised([&, &path = path] { files_->TranslateFromRelativePath(path, u"C:\\", true); }).description,
+            std::string("The path is not a relative path.\r\nThe path is in ") + form + " format.");
 }
 
 TEST_F(Paths, LeadFromABaseToAnother) {
@@ -171,7 +172,8 @@ TEST_F(Paths, LeadFromABaseToAnother) {
     EXPECT_EQ(files_->TranslateFromRelativePath(u"..\\Proj", u"M:\\", false), u"M:\\Proj");
     for (const auto& [input, base, code] :
          {std::tuple<String, String, int>{u"C:\\x", u"M:\\Proj", 11550}, {u"C:\\x", u"M:\\none", 11532}}) {
-        const auto error = raised([&] { files_->TranslateToRelativePath(input, base); });
+        const auto error =
+            raised([&, &input = input, &base = base] { files_->TranslateToRelativePath(input, base); });
         EXPECT_EQ(error.number, message(code));
         EXPECT_EQ(error.source, "VlGeneralServices.modFiles.g_TranslateToRelativePath");
     }

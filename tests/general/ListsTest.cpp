@@ -152,7 +152,8 @@ TEST(CSVToVariant, RoomGrowsOnlyWhereADigitNeedsIt) {
         {u"1,2", 2147483647, 0},
     };
     for (const auto& [keys, chunk, failure] : cases)
-        EXPECT_EQ(raised([&] { g_CSVToVariant(keys, u",", chunk); }).number, failure)
+        EXPECT_EQ(raised([&, &keys = keys, &chunk = chunk] { g_CSVToVariant(keys, u",", chunk); }).number,
+                  failure)
             << String(keys).toUtf8() << " by " << chunk;
 }
 

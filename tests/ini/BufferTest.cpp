@@ -88,7 +88,7 @@ TEST(Buffer, RefusesWhatHasNoElementsToStore) {
         {null, 94},   {Array::ofVariants({u"kept", null}), 94},
     };
     for (const auto& [data, number] : cases)
-        EXPECT_EQ(raised([&] { make<Buffer>()->PutData(data, u","); }).number, number);
+        EXPECT_EQ(raised([&, &data = data] { make<Buffer>()->PutData(data, u","); }).number, number);
 }
 
 TEST(Buffer, SplitsAtTheDelimiterInAnyCase) {

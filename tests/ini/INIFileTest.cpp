@@ -92,7 +92,8 @@ TEST(INIFile, PlacesNewMembersBeforeAndAfterOthers) {
 
     for (const auto& [before, after, number] :
          {std::tuple<Variant, Variant, int>{u"none", missing, 5}, {1, 1, 5}, {9, missing, 5}}) {
-        const auto error = raised([&] { document->CreateSection(u"D", before, after); });
+        const auto error =
+            raised([&, &before = before, &after = after] { document->CreateSection(u"D", before, after); });
         EXPECT_EQ(error.number, number);
         EXPECT_EQ(error.source, "");
         const auto key = document->CreateKey(u"B", u"lost", u"v", before, after);

@@ -1,4 +1,5 @@
 #include "registry/RegUtil.h"
+#include "platform/Registry.h"
 
 #include "automation/Array.h"
 #include "automation/LateBound.h"
