@@ -8,6 +8,7 @@ namespace vlgs {
 namespace {
 
 constexpr std::size_t mostItems = 7; // three numbers of a date, three of a time, a designator
+constexpr int mostMarks = 2;         // also where a time follows: "1/2/3 4:5" and "1/2/3:4", not "1/2/3/4:5"
 
 class Lexer {
   public:
@@ -18,7 +19,7 @@ class Lexer {
         DateItems items;
         for (;;) {
             const auto between = gap();
-            if (!between)
+            if (!between || (*between == DateGap::Mark && ++marks_ > mostMarks))
                 return std::nullopt;
             const bool edge = items.empty() || rest_.empty();
             if (edge && *between != DateGap::Nothing && *between != DateGap::Blank)
@@ -93,6 +94,7 @@ class Lexer {
     std::u16string_view rest_;
     std::u16string_view separator_;
     const DateNames& names_;
+    int marks_ = 0;
 };
 
 // A time of day among the items: [designator] hour [: minute [: second]] [designator].
@@ -152,13 +154,10 @@ bool takeTime(DateItems& items, std::optional<TimeOfDay>& time) {
         const auto found = timeAt(items, i);
         if (!found || !standsAlone(items, *found))
             continue;
-        // A mark parts a time from two numbers of a date, but not from three: "1/2/3:4", not "1/2/3/4:5".
-        const auto behind = i == 0 ? found->end : i;
-        const bool marked = behind < items.size() && behind > 0 && items[behind].before == DateGap::Mark;
         items.erase(items.begin() + static_cast<std::ptrdiff_t>(found->begin),
                     items.begin() + static_cast<std::ptrdiff_t>(found->end));
         time = found->time;
-        return time && !(marked && items.size() == 3);
+        return time.has_value();
     }
     return false;
 }

@@ -93,8 +93,12 @@ struct Digits {
             return;
         const bool up = keep >= 0 && digits[static_cast<std::size_t>(keep)] >= '5';
         digits.resize(static_cast<std::size_t>(std::max(keep, 0)));
-        if (!up)
+        if (!up) {
+            digits.erase(digits.find_last_not_of('0') + 1);
+            if (digits.empty())
+                point = 0;
             return;
+        }
         std::size_t at = digits.size();
         while (at > 0 && digits[at - 1] == '9')
             --at;
