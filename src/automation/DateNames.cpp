@@ -51,11 +51,12 @@ const DateNames::Words& DateNames::words() const {
     if (words_)
         return *words_;
     auto& words = words_.emplace();
+    words.months.reserve(4 * 12 * 2 + 12);
     const auto addMonth = [&](std::u16string_view name, int month) {
         words.digits |= isDigit(name.front());
-        words.months.push_back({std::u16string(name), month});
+        words.months.push_back({name, month});
         if (name.ends_with(u'.'))
-            words.months.push_back({std::u16string(name.substr(0, name.size() - 1)), month});
+            words.months.push_back({name.substr(0, name.size() - 1), month});
     };
     for (const Locale& language : {locale_, Locale::named("en-US")})
         for (int month = 1; month <= 12; ++month)
@@ -63,18 +64,19 @@ const DateNames::Words& DateNames::words() const {
                 addMonth(language.monthName(month, form), month);
     for (int weekday = 1; weekday <= 7; ++weekday)
         for (const NameForm form : {NameForm::Full, NameForm::Abbreviated})
-            words.weekdays.push_back({std::u16string(locale_.weekdayName(weekday, form)), weekday});
+            words.weekdays.push_back({locale_.weekdayName(weekday, form), weekday});
 
     const auto addHalf = [&](std::u16string_view name, HalfOfDay half) {
-        words.halves.push_back({std::u16string(name), static_cast<int>(half)});
+        words.halves.push_back({name, static_cast<int>(half)});
     };
     const auto addForms = [&](std::u16string_view name, HalfOfDay half) {
         addHalf(name, half);
-        std::u16string form(name);
-        std::erase_if(form, isDateBlank);
-        addHalf(form, half);
-        std::erase(form, u'.');
-        addHalf(form, half);
+        auto& withoutBlanks = words.forms.emplace_back(name);
+        std::erase_if(withoutBlanks, isDateBlank);
+        addHalf(withoutBlanks, half);
+        auto& withoutDots = words.forms.emplace_back(withoutBlanks);
+        std::erase(withoutDots, u'.');
+        addHalf(withoutDots, half);
     };
     addForms(locale_.text(LocaleItem::Morning), HalfOfDay::Morning);
     addForms(locale_.text(LocaleItem::Afternoon), HalfOfDay::Afternoon);

@@ -3,6 +3,7 @@
 
 #include "platform/Locale.h"
 
+#include <deque>
 #include <optional>
 #include <string>
 #include <vector>
@@ -25,6 +26,8 @@ enum class HalfOfDay { None, Morning, Afternoon };
 class DateNames {
   public:
     explicit DateNames(const Locale& locale) : locale_(locale) {}
+    DateNames(const DateNames&) = delete;
+    DateNames& operator=(const DateNames&) = delete;
 
     // Each of these takes the longest of its words from the beginning of the text, in any case. A word ends
     // where its letters, or its digits, do.
@@ -41,11 +44,12 @@ class DateNames {
 
   private:
     struct Word {
-        std::u16string text;
+        std::u16string_view text;
         int meaning; // month, or half of the day
     };
     struct Words {
         std::vector<Word> months, weekdays, halves;
+        std::deque<std::u16string> forms; // of designators, that the locale does not have
         bool digits = false;
     };
     const Words& words() const;

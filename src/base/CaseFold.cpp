@@ -1,10 +1,10 @@
 #include "base/CaseFold.h"
 
 #include "base/KeyedHash.h"
+#include "base/LinearSearch.h"
 
 #include <algorithm>
 #include <cstring>
-#include <vector>
 
 namespace vlgs {
 
@@ -101,35 +101,7 @@ std::uint64_t foldTail(std::u16string_view text, std::size_t at) noexcept {
     return word;
 }
 
-// Finds one folded text again and again, by the method of Knuth, Morris and Pratt.
-class FoldedSearch {
-  public:
-    explicit FoldedSearch(std::u16string_view find) : find_(foldCase(find)), overlap_(find.size()) {
-        for (std::size_t i = 1; i < overlap_.size(); ++i)
-            overlap_[i] = static_cast<std::uint32_t>(advance(overlap_[i - 1], find_[i]));
-    }
-
-    std::size_t in(std::u16string_view text, std::size_t from) const noexcept {
-        std::size_t matched = 0;
-        for (std::size_t at = from; at < text.size(); ++at) {
-            matched = advance(matched, foldAt(text, at));
-            if (matched == overlap_.size())
-                return at + 1 - matched;
-        }
-        return text.npos;
-    }
-
-  private:
-    std::size_t advance(std::size_t matched, char16_t unit) const noexcept {
-        while (matched > 0 && find_[matched] != unit)
-            matched = overlap_[matched - 1];
-        return find_[matched] == unit ? matched + 1 : 0;
-    }
-
-    String find_;
-    // For each beginning of the text: the length of its longest proper beginning that is also its end.
-    std::vector<std::uint32_t> overlap_;
-};
+using FoldedSearch = LinearSearch<String, foldAt>;
 
 } // namespace
 
@@ -185,14 +157,14 @@ std::uint64_t hashIgnoringCase(std::u16string_view text) noexcept {
 std::size_t findIgnoringCase(std::u16string_view text, std::u16string_view find, std::size_t from) {
     if (from > text.size() || find.size() > text.size() - from)
         return text.npos;
-    return find.empty() ? from : FoldedSearch(find).in(text, from);
+    return find.empty() ? from : FoldedSearch(foldCase(find)).in(text, from);
 }
 
 String replaceAllIgnoringCase(std::u16string_view text, std::u16string_view find,
                               std::u16string_view replacement) {
     if (find.empty() || find.size() > text.size())
         return text;
-    const FoldedSearch search(find);
+    const FoldedSearch search(foldCase(find));
     std::u16string out;
     std::size_t from = 0;
     for (auto at = search.in(text, 0); at != text.npos; at = search.in(text, from)) {

@@ -1,11 +1,38 @@
 #include "base/Text.h"
 
 #include "base/CaseFold.h"
+#include "base/LinearSearch.h"
 
 #include <algorithm>
+#include <optional>
 #include <string>
 
 namespace vlgs {
+
+namespace {
+
+char16_t unitAt(std::u16string_view text, std::size_t at) noexcept {
+    return text[at];
+}
+
+// Short texts are found quicker by the plain search, which could compare all of a long one at every place.
+class Search {
+  public:
+    explicit Search(std::u16string_view find) : find_(find) {
+        if (find.size() > longestPlain)
+            linear_.emplace(find);
+    }
+    std::size_t in(std::u16string_view text, std::size_t from) const noexcept {
+        return linear_ ? linear_->in(text, from) : text.find(find_, from);
+    }
+
+  private:
+    static constexpr std::size_t longestPlain = 16;
+    std::u16string_view find_;
+    std::optional<LinearSearch<std::u16string_view, unitAt>> linear_;
+};
+
+} // namespace
 
 std::u16string_view trimLeft(std::u16string_view text) noexcept {
     const auto first = text.find_first_not_of(u' ');
@@ -28,9 +55,10 @@ std::u16string_view cutAtNul(std::u16string_view text) noexcept {
 String replaceAll(std::u16string_view text, std::u16string_view find, std::u16string_view replacement) {
     if (find.empty())
         return text;
+    const Search search(find);
     std::u16string out;
     std::size_t from = 0;
-    for (auto at = text.find(find); at != text.npos; at = text.find(find, from)) {
+    for (auto at = search.in(text, 0); at != text.npos; at = search.in(text, from)) {
         out.append(text, from, at - from).append(replacement);
         from = at + find.size();
     }
@@ -42,11 +70,13 @@ String replaceAll(std::u16string_view text, std::u16string_view find, std::u16st
 std::vector<std::u16string_view> split(std::u16string_view text, std::u16string_view delimiter) {
     std::vector<std::u16string_view> pieces;
     std::size_t from = 0;
-    if (!delimiter.empty())
-        for (auto at = text.find(delimiter); at != text.npos; at = text.find(delimiter, from)) {
+    if (!delimiter.empty()) {
+        const Search search(delimiter);
+        for (auto at = search.in(text, 0); at != text.npos; at = search.in(text, from)) {
             pieces.push_back(text.substr(from, at - from));
             from = at + delimiter.size();
         }
+    }
     pieces.push_back(text.substr(from));
     return pieces;
 }

@@ -58,6 +58,12 @@ TEST(Text, SplitsAtEveryDelimiter) {
     EXPECT_EQ(split(u"a,,b,", u","), (Pieces{u"a", u"", u"b", u""}));
     EXPECT_EQ(split(u"a\r\nb", u"\r\n"), (Pieces{u"a", u"b"}));
     EXPECT_EQ(split(u"a,b", u""), Pieces{u"a,b"});
+    // Long delimiters that nearly stand everywhere.
+    const std::u16string delimiter = std::u16string(10000, u'-') + u".";
+    EXPECT_EQ(split(std::u16string(400000, u'-'), delimiter).size(), 1u);
+    const std::u16string text = u"a-" + delimiter + u"b" + delimiter;
+    EXPECT_EQ(split(text, delimiter), (Pieces{u"a-", u"b", u""}));
+    EXPECT_EQ(replaceAll(text, delimiter, u"+"), u"a-+b+");
 }
 
 TEST(Text, ReplacesFromLeftToRight) {
