@@ -1,6 +1,7 @@
 #include "ini/INIFile.h"
 
 #include "automation/Convert.h"
+#include "base/Text.h"
 #include "frame/Errors.h"
 #include "frame/SharedState.h"
 #include "ini/Buffer.h"
