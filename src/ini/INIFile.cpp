@@ -47,8 +47,10 @@ INIFile::INIFile() {
 
 INIFile::~INIFile() {
     ReleaseInstance();
+    // A locked file is deleted before it is unlocked, so that nobody who just looks at it keeps it there.
+    const bool deleted = delayedDelete_ && hold_.held() && hold_.releaseDeleting(FullPath());
     Unlock();
-    if (delayedDelete_)
+    if (delayedDelete_ && !deleted)
         Delete();
     Clear();
 }
@@ -204,6 +206,10 @@ void INIFile::PutStream2(const Variant& vData, enumStreamTypes, const String& sD
     const String whole = buffer->text();
     buffer->Clear();
     readLines(*this, splitIgnoringCase(whole, sDelimiter));
+}
+
+void INIFile::CreateLocked() {
+    hold_ = FileHold::create(FullPath(), encodedText(*this));
 }
 
 bool INIFile::Delete() {

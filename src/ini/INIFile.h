@@ -132,6 +132,9 @@ class VLGS_API INIFile final : public Component {
     /// The keys of a section, or no object.
     Ref<Collection> SectionKeys(const Variant& vSection) const;
     void Unlock() noexcept { hold_.release(); }
+    /// Makes the document's file with its text; the document is locked from the first moment that anybody can
+    /// find the file. Raises as FileHold::create, 58 when anything of that name is there.
+    void CreateLocked();
 
     /// The file that the document was read from, when its text has bytes that are no characters and stand as
     /// substitutes in the document, and which bytes those are; else empty. `Clear` forgets it with the

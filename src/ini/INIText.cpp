@@ -99,20 +99,6 @@ void refuseLackingCharacters(const INIFile& document, const CodePage& page) {
     });
 }
 
-// The document as bytes of the system's code page.
-std::string encodedText(const INIFile& document) {
-    const CodePage page = CodePage::system();
-    std::string bytes;
-    bool exact = true;
-    writeLines(document, [&](auto... pieces) {
-        ((exact = page.append(bytes, pieces) && exact), ...);
-        page.append(bytes, lineEnd);
-    });
-    if (!exact)
-        refuseLackingCharacters(document, page);
-    return bytes;
-}
-
 // Raises a catalogue error for the failure that is being handled.
 [[noreturn]] void raiseForFailure(const String& source, std::int32_t message, std::u16string_view lead = {}) {
     String description;
@@ -253,6 +239,19 @@ void readUnderOneError(std::u16string_view path, Read&& read) {
 }
 
 } // namespace
+
+std::string encodedText(const INIFile& document) {
+    const CodePage page = CodePage::system();
+    std::string bytes;
+    bool exact = true;
+    writeLines(document, [&](auto... pieces) {
+        ((exact = page.append(bytes, pieces) && exact), ...);
+        page.append(bytes, lineEnd);
+    });
+    if (!exact)
+        refuseLackingCharacters(document, page);
+    return bytes;
+}
 
 void g_SaveINIFile(INIFile& document, const String& sSaveAs) {
     try {

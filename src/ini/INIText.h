@@ -18,6 +18,9 @@ namespace vlgs {
 /// hold and over the file of the document's `lossyOrigin`, and then has touched nothing.
 void g_SaveINIFile(INIFile& document, const String& sSaveAs);
 
+/// The text that saving writes. Raises 5 for a character that the code page does not hold.
+std::string encodedText(const INIFile& document);
+
 /// The document's lines in a form of `Buffer`, each followed by the delimiter; Empty for an unknown form.
 /// Raises 11517 with the description of what went wrong.
 Variant g_GetStreamFromINI(const INIFile& document, enumStreamTypes eStreamType, const String& sDelimiter);

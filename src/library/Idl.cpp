@@ -161,7 +161,7 @@ std::string optionality(const ParameterInfo& parameter) {
         return ", optional"; // interface compilers know no default for a reference to a text
     if (text || standard.kind == DefaultValue::Kind::Text)
         return ", optional, defaultvalue(" + quoted(String(standard.text).toUtf8()) + ")";
-    if (parameter.type.enumeration)
+    if (parameter.type.enumeration && !parameter.type.byReference)
         return ", optional" + enumerationDefault(*parameter.type.enumeration, standard.number);
     return ", optional, defaultvalue(" + number(standard.number) + ")";
 }

@@ -2,9 +2,10 @@
 
 #include "base/CaseFold.h"
 #include "frame/Errors.h"
+#include "locking/InitiateLock.h"
+#include "locking/LockFiles.h"
 #include "platform/CodePage.h"
 #include "platform/Files.h"
-#include "platform/Volumes.h"
 #include "viewprops/PropertyString.h"
 
 #include <algorithm>
@@ -13,32 +14,15 @@ namespace vlgs {
 
 namespace {
 
-constexpr std::u16string_view lockExtension = u"~sd";
-
-/// The folder that a path lies in, with a final backslash; "" for a volume's root.
-String folderOf(const String& path) {
-    const String full = fullPath(path);
-    std::u16string_view folder = full;
-    if (folder.ends_with(u'\\'))
-        folder.remove_suffix(1);
-    return folder.substr(0, folder.rfind(u'\\') + 1);
-}
-
-/// Deletes a file that nobody has open; false when it stays.
-bool deleteStale(const String& path) {
-    try {
-        deleteFile(path);
-        return true;
-    } catch (const Error& error) {
-        // Somebody else may have been quicker.
-        return error.is(RunTimeError::FileNotFound) || error.is(RunTimeError::PathNotFound);
-    }
-}
-
-/// What a lock file's name says behind the two characters for the kind of lock.
-std::u16string_view documentOf(std::u16string_view name) {
-    name.remove_prefix(std::min<std::size_t>(name.size(), 2));
-    return name.substr(0, name.find(u'.'));
+Ref<INIFile> initiate(LockRequest request, String* ownFile, enumUserLockTypes* granted) {
+    if (ownFile)
+        request.ownFile = *ownFile;
+    auto grant = g_InitiateLock(request);
+    if (ownFile && grant.document)
+        *ownFile = grant.document->Filename();
+    if (granted)
+        *granted = grant.granted;
+    return grant.document;
 }
 
 } // namespace
@@ -52,12 +36,36 @@ bool CorvaTools::IsDocLocked(const String& sPath, const String& sGUID) const {
         const String folder = folderOf(sPath);
         if (!folderExists(folder))
             return false;
-        bool locked = false;
-        for (const auto& [name, attributes] : listFolder(folder, lockExtension))
-            if (attributes == FileAttributes::Normal && !deleteStale(concat(folder, name)))
-                locked = locked || equalIgnoringCase(documentOf(name), sGUID);
-        return locked;
+        const auto live = liveLockFiles(folder, documentLockExtension, [](auto) { return true; });
+        return std::ranges::any_of(
+            live, [&](const String& name) { return equalIgnoringCase(documentOf(name), sGUID); });
     });
+}
+
+Ref<INIFile> CorvaTools::InitiateLock(const String& sPath, enumUserLockTypes eLockType,
+                                      String* sMyLockFilename) const {
+    return InitiateLock3(sPath, eLockType, sMyLockFilename, nullptr, {});
+}
+
+Ref<INIFile> CorvaTools::InitiateLock2(const String& sPath, enumUserLockTypes eLockType,
+                                       String* sMyLockFilename, enumUserLockTypes* eGranted) const {
+    return InitiateLock3(sPath, eLockType, sMyLockFilename, eGranted, {});
+}
+
+Ref<INIFile> CorvaTools::InitiateLock3(const String& sPath, enumUserLockTypes eLockType,
+                                       String* sMyLockFilename, enumUserLockTypes* eGranted,
+                                       const String& sSessionID) const {
+    return initiate({sPath, std::nullopt, eLockType, {}, sSessionID}, sMyLockFilename, eGranted);
+}
+
+Ref<INIFile> CorvaTools::InitiateDocLock(const String& sPath, const String& sGUID,
+                                         enumUserLockTypes eLockType, String* sMyLockFilename,
+                                         enumUserLockTypes* eGranted, const String& sSessionID) const {
+    return initiate({sPath, sGUID, eLockType, {}, sSessionID}, sMyLockFilename, eGranted);
+}
+
+Ref<INIFile> CorvaTools::FindExclusiveLock(const String& sPath, const String& sMyLockFilename) const {
+    return g_FindExclusiveLock(sPath, sMyLockFilename);
 }
 
 std::int32_t CorvaTools::Hash(String& sValue) const noexcept {

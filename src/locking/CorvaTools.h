@@ -1,13 +1,56 @@
-// Locks of documents, a small hash of texts, and the way to view properties.
+// Locks of projects and documents, a small hash of texts, and the way to view properties.
 #pragma once
 
 #include "frame/Component.h"
+#include "ini/INIFile.h"
+#include "locking/UserLockTypes.h"
 #include "viewprops/ViewProperties.h"
 
 namespace vlgs {
 
 class VLGS_API CorvaTools final : public CountedComponent {
   public:
+    // ---- Taking locks: see locking/InitiateLock.h ----
+    //
+    // A lock is a document whose file lies in the folder of `sPath`, held open; releasing the last reference
+    // ends the lock and deletes the file, and so does the end of the process. Its section "User" tells
+    // "Access", "RequestedAccess", "SessionID", "Path" and "Machine".
+    //
+    // Read-only locks exclude nothing. On a project an exclusive lock excludes read-write and exclusive ones,
+    // on a document read-write and exclusive locks exclude each other and themselves. With the flag
+    // eUserLock_FallbackToReadOnly a conflict gives a read-only lock; the result has no document then for a
+    // document's lock, and for a project's whose folder is closed to writing. `eGranted` receives the type
+    // that was granted.
+    //
+    // `sMyLockFilename` names the lock file that the caller has already, as far as it has one, which then
+    // excludes nothing: so a lock is changed by taking the other one before the first is released. It
+    // receives the name of the new file, and stays as it is when none is made. REQUIRES: it does not name a
+    // lock that was released, since another may have a file of that name by now.
+    //
+    // All raise under modCorvaTools.g_InitiateLock: 11524 for another type, 11523 when there is no such
+    // folder or the file cannot be written or held, and for a conflict, with a line for each holder, 11515
+    // (exclusive), 11516 (read-write) or 11556 (of a document).
+
+    /// Takes a lock of a project.
+    Ref<INIFile> InitiateLock(const String& sPath, enumUserLockTypes eLockType = eUserLock_ReadWrite,
+                              String* sMyLockFilename = nullptr) const;
+    Ref<INIFile> InitiateLock2(const String& sPath, enumUserLockTypes eLockType = eUserLock_ReadWrite,
+                               String* sMyLockFilename = nullptr,
+                               enumUserLockTypes* eGranted = nullptr) const;
+    /// The same in a session of the caller's, "" for a new one.
+    Ref<INIFile> InitiateLock3(const String& sPath, enumUserLockTypes eLockType = eUserLock_ReadWrite,
+                               String* sMyLockFilename = nullptr, enumUserLockTypes* eGranted = nullptr,
+                               const String& sSessionID = {}) const;
+    /// Takes a lock of a document of the project.
+    Ref<INIFile> InitiateDocLock(const String& sPath, const String& sGUID,
+                                 enumUserLockTypes eLockType = eUserLock_ReadWrite,
+                                 String* sMyLockFilename = nullptr, enumUserLockTypes* eGranted = nullptr,
+                                 const String& sSessionID = {}) const;
+
+    /// The exclusive lock that somebody else holds on a project, as it can be read but not held; no object
+    /// when there is none. Raises 11523 when there is no such folder.
+    Ref<INIFile> FindExclusiveLock(const String& sPath, const String& sMyLockFilename = {}) const;
+
     static constexpr auto describe();
     static const ClassInfo& description();
     const ClassInfo* classInfo() const noexcept override { return &description(); }
@@ -33,18 +76,39 @@ class VLGS_API CorvaTools final : public CountedComponent {
 };
 
 constexpr auto CorvaTools::describe() {
+    constexpr ErrorCondition projectLockErrors[] = {
+        {eMsg_CannotGetExclusiveLockX,
+         "an exclusive lock is wanted and somebody has a read-write or exclusive one"},
+        {eMsg_CannotGetReadWriteLockX, "a read-write lock is wanted and somebody has an exclusive one"},
+        {eMsg_ErrorWritingUserLockFileX,
+         "there is no such folder, or the lock file cannot be written or held"},
+        {eMsg_InvalidLockFlag, "the kind is none of the three"},
+    };
+    constexpr ErrorCondition documentLockErrors[] = {
+        {eMsg_CannotGetDocReadWriteLockX, "somebody else has a read-write or exclusive lock of the document"},
+        {eMsg_ErrorWritingUserLockFileX,
+         "there is no such folder, or the lock file cannot be written or held"},
+        {eMsg_InvalidLockFlag, "the kind is none of the three"},
+    };
+    constexpr auto path = parameter("sPath", "a path inside the project's folder, normally the project file");
+    constexpr auto type = optional(
+        "eLockType", eUserLock_ReadWrite,
+        "the kind of lock, with eUserLock_FallbackToReadOnly for a read-only one in place of a conflict");
+    constexpr auto own =
+        optional("sMyLockFilename",
+                 "the name of the lock file that the caller has already; receives that of the new one");
+    constexpr auto granted = optional("eGranted", "receives the kind that was granted");
+    constexpr auto session = optional("sSessionID", "the caller's session, without it a new one");
     return describeClass<CorvaTools>(
         {.name = "CorvaTools",
-         .help = "Document locks, a hash of texts, and view properties",
+         .help = "Locks of projects and documents, a hash of texts, and view properties",
          .number = eInterfaceID_CorvaTools,
          .classId = guid("9b95101f-541b-4a91-807c-0a54d7b82df8"),
-         .interfaceId = guid("89e6ec84-05c0-4a56-80d0-8f0947a834cc"),
+         .interfaceId = guid("59df96f7-f18f-447e-84b7-2959098a6e0b"),
          .creatable = true},
         identity(),
-        method<&CorvaTools::IsDocLocked>(
-            1, "IsDocLocked", "Whether a document of a project is locked",
-            parameter("sPath", "a path inside the project's folder, normally the project file"),
-            parameter("sGUID", "the document's identifier, in any case"))
+        method<&CorvaTools::IsDocLocked>(1, "IsDocLocked", "Whether a document of a project is locked", path,
+                                         parameter("sGUID", "the document's identifier, in any case"))
             .raises(RunTimeError::PermissionDenied, "the folder cannot be read"),
         method<&CorvaTools::Hash>(2, "Hash", "A hash of a text, 0 to 16383",
                                   parameter("sValue", "the text, which stays as it is"))
@@ -53,7 +117,27 @@ constexpr auto CorvaTools::describe() {
                                                     "The objects of a view property string",
                                                     parameter("sProperties", "a view property string"))
             .raises(eMsg_ErrorReadingViewPropertiesStringX, "the text is no view property string")
-            .raises(eMsg_QuotesNotEvenX, "a quote is not closed"));
+            .raises(eMsg_QuotesNotEvenX, "a quote is not closed"),
+        method<&CorvaTools::InitiateLock>(
+            4, "InitiateLock", "Takes a lock of a project, which lasts until the result is released", path,
+            type, own)
+            .raises(projectLockErrors),
+        method<&CorvaTools::InitiateLock2>(5, "InitiateLock2",
+                                           "Takes a lock of a project and tells which kind was granted", path,
+                                           type, own, granted)
+            .raises(projectLockErrors),
+        method<&CorvaTools::InitiateLock3>(6, "InitiateLock3",
+                                           "Takes a lock of a project for a session of the caller's", path,
+                                           type, own, granted, session)
+            .raises(projectLockErrors),
+        method<&CorvaTools::InitiateDocLock>(7, "InitiateDocLock", "Takes a lock of a document of a project",
+                                             path, parameter("sGUID", "the document's identifier"), type, own,
+                                             granted, session)
+            .raises(documentLockErrors),
+        method<&CorvaTools::FindExclusiveLock>(
+            8, "FindExclusiveLock", "The exclusive lock that another holds on a project, or no object", path,
+            optional("sMyLockFilename", "the name of the caller's own lock file, which does not count"))
+            .raises(eMsg_ErrorWritingUserLockFileX, "there is no such folder"));
 }
 
 } // namespace vlgs

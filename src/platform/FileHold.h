@@ -11,6 +11,7 @@
 #include "base/String.h"
 
 #include <memory>
+#include <string_view>
 
 namespace vlgs {
 
@@ -32,11 +33,22 @@ class FileHold {
     /// anybody has it open in any way; where the host cannot tell who has, when anybody holds it.
     static FileHold exclusive(std::u16string_view path);
 
+    /// Makes a file with this content and holds it, as `denyingWriters` does, from the first moment that
+    /// anybody can find it: nobody ever meets it unheld. 58 when anything of that name is there, 75 where the
+    /// file system knows no holds, 70 when the folder takes no file. What is written need not be on the disk
+    /// yet. Where the file system has no files without names, the content comes a moment after the file.
+    static FileHold create(std::u16string_view path, std::string_view bytes);
+
     /// Whether this object holds a file. In a forked child it does not.
     bool held() const noexcept;
 
     /// Closes the file; nothing happens when none is held.
     void release() noexcept;
+
+    /// Deletes the held file, which lies at `path`, and holds nothing from here on; programs that only read
+    /// the file do not keep it. False when it stays: it is read-only, somebody else holds it too, or it was
+    /// moved.
+    bool releaseDeleting(std::u16string_view path) noexcept;
 
     /// Lets the hold live on until the process ends, and holds nothing from here on.
     void abandon() noexcept;

@@ -89,6 +89,28 @@ TEST_F(Holding, KeepsWritersAndDeletersOutAndReadersIn) {
     EXPECT_EQ(errorOfHold(), 53);
 }
 
+TEST_F(Holding, BeginsWithTheFileItself) {
+    const auto made = scratch.path("made");
+    auto hold = FileHold::create(made, "content");
+    EXPECT_EQ(readFile(made), "content");
+    EXPECT_EQ(errorOf([&] { deleteFile(made); }), 70);
+    EXPECT_EQ(errorOf([&] { FileHold::create(made, ""); }), 58);
+    auto second = FileHold::denyingWriters(made);
+    EXPECT_FALSE(hold.releaseDeleting(made)) << "another holds it too";
+    EXPECT_TRUE(second.held());
+    const FileReader reader(made);
+    EXPECT_TRUE(second.releaseDeleting(made)) << "a reader keeps no file";
+    EXPECT_FALSE(second.held());
+    EXPECT_EQ(scratch.entries(), 1u);
+    EXPECT_EQ(errorOf([&] { FileHold::create(scratch.path("no/made"), ""); }), 76);
+    // What has taken its place is not deleted.
+    hold = FileHold::create(made, "");
+    std::filesystem::rename(scratch.host("made"), scratch.host("moved"));
+    scratch.write("made", "another");
+    EXPECT_FALSE(hold.releaseDeleting(made));
+    EXPECT_EQ(scratch.read("made"), "another");
+}
+
 TEST_F(Holding, IsRefusedWhereTheFileIsInUse) {
     scratch.write("r", "");
     setAttributes(scratch.path("r"), FileAttributes::ReadOnly);

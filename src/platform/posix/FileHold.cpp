@@ -4,7 +4,9 @@
 #include "platform/posix/Descriptor.h"
 #include "platform/posix/HostError.h"
 #include "platform/posix/HostPath.h"
+#include "platform/posix/NewFile.h"
 #include "platform/posix/Sharing.h"
+#include "platform/posix/SignalShield.h"
 
 #include <cerrno>
 #include <fcntl.h>
@@ -108,6 +110,56 @@ Descriptor openClaimed(std::u16string_view path, int flags, Claim kind) {
     raise(RunTimeError::PermissionDenied);
 }
 
+constexpr mode_t anybody = 0666;
+
+/// Writes and claims a file before it has its name; no descriptor where the host cannot.
+Descriptor createNameless(const std::string& path, std::string_view bytes) {
+    auto file = NewFile::create(parentFolder(path), anybody);
+    if (!file)
+        raiseHostError(errno, path);
+    auto shared = file->openShared();
+    if (!shared)
+        return {};
+    int error = file->write(bytes);
+    if (error == 0)
+        error = file->publish(path);
+    if (error != 0)
+        raiseHostError(error, path);
+    return shared;
+}
+
+/// Claims a file that may have been deleted since it was made; false when it was.
+bool claimMade(int file, const std::string& path) {
+    const auto result = claim(file, Claim::Shared, Waiting::ForSavers);
+    if (result == ClaimResult::Unsupported) {
+        ::unlink(path.c_str());
+        raise(RunTimeError::PathFileAccessError);
+    }
+    return result == ClaimResult::Taken && isStillAt(file, path, false);
+}
+
+/// The same under its name from the beginning. The claim that lasts is taken while the first one, of the
+/// opening that writes, is still there.
+Descriptor createNamed(const std::string& path, std::string_view bytes) {
+    for (int i = 0; i < attempts; ++i) {
+        const auto file = openFile(path, O_RDWR | O_CREAT | O_EXCL | O_NOFOLLOW, anybody);
+        if (!file)
+            raiseHostError(errno, path);
+        if (!claimMade(file.get(), path))
+            continue; // swept away before it was claimed
+        if (const int error = writeAll(file.get(), bytes.data(), bytes.size())) {
+            ::unlink(path.c_str());
+            raiseHostError(error, path);
+        }
+        auto shared = openFile(path, O_RDONLY | O_NOFOLLOW);
+        if (shared && claimMade(shared.get(), path))
+            return shared;
+        ::unlink(path.c_str());
+        raise(RunTimeError::PermissionDenied);
+    }
+    raise(RunTimeError::PermissionDenied);
+}
+
 } // namespace
 
 FileHold::Open::Open(Descriptor held) : file(std::move(held)) {
@@ -132,6 +184,33 @@ FileHold FileHold::denyingWriters(std::u16string_view path) {
 
 FileHold FileHold::exclusive(std::u16string_view path) {
     return FileHold(std::make_unique<Open>(openClaimed(path, O_RDWR, Claim::Sole)));
+}
+
+FileHold FileHold::create(std::u16string_view path, std::string_view bytes) {
+    const SizeLimitShield shield;
+    const auto host = hostPath(path);
+    struct stat status;
+    if (::lstat(host.c_str(), &status) == 0)
+        raise(RunTimeError::FileAlreadyExists);
+    auto file = createNameless(host, bytes);
+    if (!file)
+        file = createNamed(host, bytes);
+    return FileHold(std::make_unique<Open>(std::move(file)));
+}
+
+bool FileHold::releaseDeleting(std::u16string_view path) noexcept {
+    bool deleted = false;
+    try {
+        const auto host = hostPath(path);
+        struct stat status;
+        deleted = held() && ::fstat(open_->file.get(), &status) == 0 && (status.st_mode & 0222) != 0 &&
+                  claim(open_->file.get(), Claim::Sole, Waiting::ForSavers) == ClaimResult::Taken &&
+                  isStillAt(open_->file.get(), host, false) && ::unlink(host.c_str()) == 0;
+    } catch (...) {
+        // A path that names nothing names no held file.
+    }
+    release();
+    return deleted;
 }
 
 bool FileHold::held() const noexcept {

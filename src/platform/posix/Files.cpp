@@ -42,11 +42,13 @@ bool hasExtension(std::u16string_view name, std::u16string_view extension) {
     return dot != name.npos && equalIgnoringCase(name.substr(dot + 1), extension);
 }
 
-/// Opens the very file of this name, for a claim and for nothing else.
+/// Opens the very file of this name, for a claim and for nothing else: for writing too where that is
+/// allowed, because over a network a sole claim takes it.
 Descriptor openUnfollowed(const std::string& path) {
-    auto file = openFile(path, O_RDONLY | O_NOFOLLOW);
-    if (!file && errno == EACCES)
-        file = openFile(path, O_WRONLY | O_NOFOLLOW);
+    Descriptor file;
+    for (const int access : {O_RDWR, O_RDONLY, O_WRONLY})
+        if (!file && (access == O_RDWR || errno == EACCES || errno == EROFS || errno == ETXTBSY))
+            file = openFile(path, access | O_NOFOLLOW);
     if (!file)
         raiseHostError(errno, path);
     return file;
@@ -60,7 +62,9 @@ void unlinkFile(const std::string& path) {
 /// Deletes a plain file while it is claimed, so that nobody can take hold of it between test and deletion.
 void deletePlainFile(const std::string& path) {
     const auto file = openUnfollowed(path);
-    if (claim(file.get(), Claim::Sole, Waiting::None) == ClaimResult::Refused)
+    const auto result = claim(file.get(), Claim::Sole, Waiting::None);
+    const bool cannotTell = result == ClaimResult::Unsupported && errno == EBADF;
+    if (result == ClaimResult::Refused || cannotTell)
         raise(RunTimeError::PermissionDenied);
     const Lease lease(file.get(), Claim::Sole);
     if (lease.refused() || !isStillAt(file.get(), path, false))

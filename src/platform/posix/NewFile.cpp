@@ -69,6 +69,16 @@ std::optional<NewFile> NewFile::createFor(const std::string& target, mode_t mode
     return open(std::move(name), mode);
 }
 
+Descriptor NewFile::openShared() noexcept {
+    if (named_)
+        return {};
+    auto file = openFile(openFileName(file_.get()), O_RDONLY);
+    disclaim(file_.get());
+    if (file && claim(file.get(), Claim::Shared, Waiting::None) == ClaimResult::Taken)
+        return file;
+    return {};
+}
+
 int NewFile::flush() noexcept {
     return ::fsync(file_.get()) == 0 ? 0 : errno;
 }

@@ -30,6 +30,10 @@ class NewFile {
 
     int descriptor() const noexcept { return file_.get(); }
 
+    /// Opens the file once more, for reading, with a shared claim that takes the place of this one's. None
+    /// when the file has a temporary name, or when it cannot be claimed.
+    Descriptor openShared() noexcept;
+
     /// Each answers 0 or the value of errno, EEXIST from `publish` when anything of that name is there.
     int write(std::string_view bytes) noexcept { return writeAll(file_.get(), bytes.data(), bytes.size()); }
     int flush() noexcept;
