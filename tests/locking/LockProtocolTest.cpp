@@ -5,9 +5,10 @@
 #include <gtest/gtest.h>
 
 #include <array>
-#include <compare>
+#include <bit>
 #include <cstdint>
-#include <set>
+#include <type_traits>
+#include <unordered_set>
 #include <vector>
 
 namespace vlgs {
@@ -39,19 +40,30 @@ struct Taker {
     bool met = false;         // it has seen a file in its way
     Kind has = None;          // the lock that it was granted before
     bool won = false;         // it was granted any lock
-    auto operator<=>(const Taker&) const = default;
 };
 
 struct File {
     std::int8_t maker = nobody;
     std::uint8_t holders = 0; // a bit for each
-    auto operator<=>(const File&) const = default;
 };
 
 struct State {
     std::array<Taker, mostTakers> takers;
     std::array<File, names> files;
-    auto operator<=>(const State&) const = default;
+};
+
+/// All of a state in whole words.
+using Word = std::uint64_t;
+using Packed = std::array<Word, sizeof(State) / sizeof(Word)>;
+static_assert(sizeof(Packed) == sizeof(State) && std::has_unique_object_representations_v<File>);
+
+struct PackedHash {
+    std::size_t operator()(const Packed& packed) const noexcept {
+        Word hash = 0;
+        for (std::size_t i = 0; i < packed.size(); ++i)
+            hash = (hash ^ packed[i]) * 0x9E3779B97F4A7C15u ^ hash >> 29;
+        return static_cast<std::size_t>(hash ^ hash >> 32);
+    }
 };
 
 class Search {
@@ -92,7 +104,7 @@ class Search {
     }
 
     void visit(const State& state) {
-        if (seen_.insert(state).second)
+        if (seen_.insert(std::bit_cast<Packed>(state)).second)
             open_.push_back(state);
     }
 
@@ -247,7 +259,7 @@ class Search {
     std::vector<Script> scripts_;
     bool mayDie_;
     unsigned winners_ = 0;
-    std::set<State> seen_;
+    std::unordered_set<Packed, PackedHash> seen_;
     std::vector<State> open_;
 };
 
