@@ -8,7 +8,7 @@ set(VLGS_PUBLIC_HEADERS
     files/Files.h
     general/General.h general/DimensionCopyTypes.h general/GUID.h
     ini/Buffer.h ini/Collection.h ini/INIFile.h ini/Property.h ini/StreamTypes.h
-    locking/CorvaTools.h
+    locking/CorvaTools.h locking/UserLockTypes.h
     packager/ObjectPackager.h
     registry/RegUtil.h registry/RegValue.h registry/RegistryEnumerations.h
     viewprops/ViewProperties.h viewprops/ViewProperty.h

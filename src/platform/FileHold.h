@@ -34,9 +34,10 @@ class FileHold {
     static FileHold exclusive(std::u16string_view path);
 
     /// Makes a file with this content and holds it, as `denyingWriters` does, from the first moment that
-    /// anybody can find it: nobody ever meets it unheld. 58 when anything of that name is there, 75 where the
-    /// file system knows no holds, 70 when the folder takes no file. What is written need not be on the disk
-    /// yet. Where the file system has no files without names, the content comes a moment after the file.
+    /// anybody can find it: nobody ever meets it unheld. Everybody can read it. 58 when anything of that name
+    /// is there, 75 where the file system knows no holds, 70 when the folder takes no file. What is written
+    /// need not be on the disk yet. Where the file system has no files without names, the content comes a
+    /// moment after the file.
     static FileHold create(std::u16string_view path, std::string_view bytes);
 
     /// Whether this object holds a file. In a forked child it does not.

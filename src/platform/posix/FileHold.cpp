@@ -112,11 +112,19 @@ Descriptor openClaimed(std::u16string_view path, int flags, Claim kind) {
 
 constexpr mode_t anybody = 0666;
 
+/// A file that others cannot read looks held to them for ever, so the process's mask does not count there.
+void letOthersRead(int file) noexcept {
+    struct stat status;
+    if (::fstat(file, &status) == 0)
+        ::fchmod(file, (status.st_mode & 0777) | 0444);
+}
+
 /// Writes and claims a file before it has its name; no descriptor where the host cannot.
 Descriptor createNameless(const std::string& path, std::string_view bytes) {
     auto file = NewFile::create(parentFolder(path), anybody);
     if (!file)
         raiseHostError(errno, path);
+    letOthersRead(file->descriptor());
     auto shared = file->openShared();
     if (!shared)
         return {};
@@ -147,6 +155,7 @@ Descriptor createNamed(const std::string& path, std::string_view bytes) {
             raiseHostError(errno, path);
         if (!claimMade(file.get(), path))
             continue; // swept away before it was claimed
+        letOthersRead(file.get());
         if (const int error = writeAll(file.get(), bytes.data(), bytes.size())) {
             ::unlink(path.c_str());
             raiseHostError(error, path);
