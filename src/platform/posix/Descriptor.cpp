@@ -24,9 +24,8 @@ int openOnce(const std::string& path, int flags, mode_t mode) {
 
 } // namespace
 
-void Descriptor::close() noexcept {
-    if (number_ >= 0)
-        ::close(release());
+void closeDescriptor(int descriptor) noexcept {
+    ::close(descriptor);
 }
 
 Descriptor openFile(const std::string& path, int flags, mode_t mode) {

@@ -1,32 +1,22 @@
 // An open file of the host.
 #pragma once
 
+#include "base/Owned.h"
+
+#include <cstdlib>
 #include <string>
 #include <sys/stat.h>
-#include <utility>
 
 namespace vlgs::posix {
 
-/// Owns a descriptor; -1 is none.
-class Descriptor {
-  public:
-    Descriptor() noexcept = default;
-    explicit Descriptor(int number) noexcept : number_(number) {}
-    Descriptor(Descriptor&& other) noexcept : number_(std::exchange(other.number_, -1)) {}
-    Descriptor& operator=(Descriptor&& other) noexcept {
-        std::swap(number_, other.number_);
-        return *this;
-    }
-    ~Descriptor() { close(); }
+void closeDescriptor(int descriptor) noexcept;
+using Descriptor = Owned<int, &closeDescriptor, -1>;
 
-    explicit operator bool() const noexcept { return number_ >= 0; }
-    int get() const noexcept { return number_; }
-    int release() noexcept { return std::exchange(number_, -1); }
-    void close() noexcept;
-
-  private:
-    int number_ = -1;
-};
+/// What a function of C gave and `free` takes back.
+inline void freeMemory(char* text) noexcept {
+    std::free(text);
+}
+using CText = Owned<char*, &freeMemory>;
 
 /// Opens without passing the file to child programs and without waiting for the other end of a pipe. On
 /// failure there is no descriptor, and errno tells why.

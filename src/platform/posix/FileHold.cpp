@@ -63,7 +63,7 @@ class HeldFiles {
     static void unlock() { mutex.unlock(); }
     static void closeInChild() {
         for (auto* open = std::exchange(first, nullptr); open;) {
-            open->file.close();
+            open->file.reset();
             open->previous = nullptr;
             open = std::exchange(open->next, nullptr);
         }

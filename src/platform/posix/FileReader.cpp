@@ -29,7 +29,7 @@ Descriptor openForReading(const std::string& path) {
 
 } // namespace
 
-FileReader::FileReader(std::u16string_view path) : handle_(openForReading(hostPath(path)).release()) {}
+FileReader::FileReader(std::u16string_view path) : handle_(openForReading(hostPath(path)).detach()) {}
 
 FileReader::FileReader(FileReader&& other) noexcept : handle_(std::exchange(other.handle_, -1)) {}
 
@@ -39,7 +39,7 @@ FileReader& FileReader::operator=(FileReader&& other) noexcept {
 }
 
 FileReader::~FileReader() {
-    Descriptor(static_cast<int>(handle_)).close();
+    const Descriptor closing(static_cast<int>(handle_));
 }
 
 std::size_t FileReader::read(char* to, std::size_t size) {

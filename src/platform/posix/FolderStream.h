@@ -1,8 +1,9 @@
 // The entries of one host folder.
 #pragma once
 
+#include "base/Owned.h"
+
 #include <dirent.h>
-#include <memory>
 #include <string>
 
 namespace vlgs::posix {
@@ -12,7 +13,7 @@ class FolderStream {
     /// A folder that cannot be read has no entries, and `opened` is false.
     explicit FolderStream(const std::string& path) : folder_(::opendir(path.c_str())) {}
 
-    bool opened() const noexcept { return folder_ != nullptr; }
+    bool opened() const noexcept { return static_cast<bool>(folder_); }
     int descriptor() const noexcept { return ::dirfd(folder_.get()); }
 
     /// The next entry but "." and "..", null at the end.
@@ -24,14 +25,13 @@ class FolderStream {
     }
 
   private:
-    struct Close {
-        void operator()(DIR* folder) const noexcept { ::closedir(folder); }
-    };
     static bool isDots(const char* name) noexcept {
         return name[0] == '.' && (name[1] == '\0' || (name[1] == '.' && name[2] == '\0'));
     }
 
-    std::unique_ptr<DIR, Close> folder_;
+    static void close(DIR* folder) noexcept { ::closedir(folder); }
+
+    Owned<DIR*, &close> folder_;
 };
 
 } // namespace vlgs::posix

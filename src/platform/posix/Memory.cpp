@@ -1,6 +1,8 @@
 // The bytes go through a pipe: the system refuses to take them from memory that is not readable.
 #include "platform/Memory.h"
 
+#include "platform/posix/Descriptor.h"
+
 #include <algorithm>
 
 #include <fcntl.h>
@@ -13,24 +15,22 @@ namespace {
 
 class Pipe {
   public:
-    Pipe() noexcept : open_(::pipe2(ends_, O_CLOEXEC | O_NONBLOCK) == 0) {}
-    Pipe(const Pipe&) = delete;
-    Pipe& operator=(const Pipe&) = delete;
-    ~Pipe() {
-        if (open_) {
-            ::close(ends_[0]);
-            ::close(ends_[1]);
+    Pipe() noexcept {
+        int ends[2];
+        if (::pipe2(ends, O_CLOEXEC | O_NONBLOCK) == 0) {
+            from_ = posix::Descriptor(ends[0]);
+            to_ = posix::Descriptor(ends[1]);
         }
     }
 
     bool pass(const void* from, void* to, std::size_t size) const noexcept {
         const auto length = static_cast<ssize_t>(size);
-        return open_ && ::write(ends_[1], from, size) == length && ::read(ends_[0], to, size) == length;
+        return to_ && ::write(to_.get(), from, size) == length && ::read(from_.get(), to, size) == length;
     }
 
   private:
-    int ends_[2];
-    bool open_;
+    posix::Descriptor from_;
+    posix::Descriptor to_;
 };
 
 } // namespace

@@ -2,13 +2,12 @@
 
 #include "platform/Files.h"
 #include "platform/Volumes.h"
+#include "platform/posix/Descriptor.h"
 #include "platform/posix/HostPath.h"
 
 #include <cstdint>
-#include <cstdlib>
 #include <dlfcn.h>
 #include <fstream>
-#include <memory>
 #include <sstream>
 
 namespace vlgs {
@@ -44,7 +43,7 @@ std::string moduleFile() {
 }
 
 std::string withoutLinks(const std::string& path) {
-    const std::unique_ptr<char, decltype(&std::free)> real(::realpath(path.c_str(), nullptr), std::free);
+    const CText real(::realpath(path.c_str(), nullptr));
     return real ? real.get() : path;
 }
 

@@ -9,9 +9,7 @@
 #include <algorithm>
 #include <cerrno>
 #include <climits>
-#include <cstdlib>
 #include <fcntl.h>
-#include <memory>
 #include <sys/file.h>
 #include <unistd.h>
 
@@ -129,7 +127,7 @@ int keepProperties(int from, int to) {
 }
 
 std::string targetOf(const std::string& path) {
-    const std::unique_ptr<char, decltype(&std::free)> real(::realpath(path.c_str(), nullptr), std::free);
+    const CText real(::realpath(path.c_str(), nullptr));
     return real ? real.get() : path;
 }
 

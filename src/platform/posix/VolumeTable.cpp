@@ -3,9 +3,9 @@
 #include "base/Ascii.h"
 #include "base/CaseFold.h"
 #include "base/Error.h"
+#include "platform/posix/Descriptor.h"
 
 #include <cstdlib>
-#include <memory>
 #include <optional>
 
 namespace vlgs::posix {
@@ -37,8 +37,7 @@ std::string_view withoutFinal(char character, std::string_view text) {
 }
 
 std::string followLinks(const std::string& folder) {
-    const std::unique_ptr<char, decltype(&std::free)> real(::realpath((folder + "/").c_str(), nullptr),
-                                                           std::free);
+    const CText real(::realpath((folder + "/").c_str(), nullptr));
     return real ? std::string(withoutFinal('/', real.get())) : folder;
 }
 

@@ -2,7 +2,6 @@
 
 #include "platform/windows/Host.h"
 
-#include <memory>
 #include <objbase.h>
 
 namespace vlgs {
@@ -11,10 +10,10 @@ using namespace windows;
 
 namespace {
 
-struct FreeText {
-    void operator()(wchar_t* text) const noexcept { CoTaskMemFree(text); }
-};
-using TaskText = std::unique_ptr<wchar_t, FreeText>;
+void freeText(wchar_t* text) noexcept {
+    CoTaskMemFree(text);
+}
+using TaskText = Owned<wchar_t*, &freeText>;
 
 String toString(const wchar_t* text) {
     return reinterpret_cast<const char16_t*>(text);

@@ -216,17 +216,13 @@ void visitFolder(std::u16string_view folder, std::u16string_view extension,
         raise(RunTimeError::PathNotFound);
     const String suffix = extension.empty() ? String() : concat(u".", extension);
     WIN32_FIND_DATAW found;
-    const HANDLE search = FindFirstFileExW(WideText(concat(folder, u"\\*")).get(), FindExInfoBasic, &found,
-                                           FindExSearchNameMatch, nullptr, 0);
-    if (search == INVALID_HANDLE_VALUE) {
+    const Search search(FindFirstFileExW(WideText(concat(folder, u"\\*")).get(), FindExInfoBasic, &found,
+                                         FindExSearchNameMatch, nullptr, 0));
+    if (!search) {
         if (GetLastError() == ERROR_FILE_NOT_FOUND)
             return;
         raiseLastError();
     }
-    struct Closer {
-        HANDLE search;
-        ~Closer() { FindClose(search); }
-    } const closer{search};
     do {
         const std::u16string_view name = reinterpret_cast<const char16_t*>(found.cFileName);
         if (name == u"." || name == u".." || name.size() < suffix.length() ||
@@ -237,7 +233,7 @@ void visitFolder(std::u16string_view folder, std::u16string_view extension,
             kind = FileAttributes::Link;
         if (!visit({name, kind}))
             return;
-    } while (FindNextFileW(search, &found));
+    } while (FindNextFileW(search.get(), &found));
     if (GetLastError() != ERROR_NO_MORE_FILES)
         raiseLastError();
 }

@@ -9,9 +9,9 @@
 #endif
 #include <windows.h>
 
+#include "base/Owned.h"
 #include "base/String.h"
 
-#include <utility>
 #include <vector>
 
 namespace vlgs::windows {
@@ -46,26 +46,24 @@ String textOf(Function&& function) {
     }
 }
 
-/// An open handle of a file.
-class Handle {
-  public:
-    explicit Handle(HANDLE handle = INVALID_HANDLE_VALUE) noexcept : handle_(handle) {}
-    Handle(Handle&& other) noexcept : handle_(other.detach()) {}
-    Handle& operator=(Handle other) noexcept {
-        std::swap(handle_, other.handle_);
-        return *this;
-    }
-    ~Handle() {
-        if (*this)
-            CloseHandle(handle_);
-    }
-    HANDLE get() const noexcept { return handle_; }
-    explicit operator bool() const noexcept { return handle_ != INVALID_HANDLE_VALUE; }
-    HANDLE detach() noexcept { return std::exchange(handle_, INVALID_HANDLE_VALUE); }
+inline void closeHandle(HANDLE handle) noexcept {
+    CloseHandle(handle);
+}
+inline void closeKey(HKEY key) noexcept {
+    RegCloseKey(key);
+}
+inline void closeSearch(HANDLE search) noexcept {
+    FindClose(search);
+}
+inline void closeLibrary(HMODULE library) noexcept {
+    FreeLibrary(library);
+}
 
-  private:
-    HANDLE handle_;
-};
+/// An open handle of a file.
+using Handle = Owned<HANDLE, &closeHandle, -1>;
+using Key = Owned<HKEY, &closeKey>;
+using Search = Owned<HANDLE, &closeSearch, -1>;
+using Library = Owned<HMODULE, &closeLibrary>;
 
 /// Raises the run time's error for an error code of the operating system.
 [[noreturn]] void raiseHostError(DWORD error);

@@ -37,19 +37,12 @@ constexpr std::size_t longestValueName = 16384;
 } // namespace
 
 struct RegistryKey::Handle {
-    HKEY key = nullptr;
-    bool isRoot = false;
-    Handle(HKEY opened, bool root) : key(opened), isRoot(root) {}
-    Handle(const Handle&) = delete;
-    Handle& operator=(const Handle&) = delete;
-    ~Handle() {
-        if (!isRoot)
-            RegCloseKey(key);
-    }
+    HKEY key;
+    Key owned; // none for a root, which nobody closes
 };
 
 RegistryKey::RegistryKey() noexcept = default;
-RegistryKey::RegistryKey(RegistryHive hive) : handle_(std::make_unique<Handle>(rootOf(hive), true)) {}
+RegistryKey::RegistryKey(RegistryHive hive) : handle_(std::make_unique<Handle>(Handle{rootOf(hive), {}})) {}
 RegistryKey::RegistryKey(RegistryKey&& other) noexcept = default;
 RegistryKey& RegistryKey::operator=(RegistryKey&& other) noexcept = default;
 RegistryKey::~RegistryKey() = default;
@@ -66,7 +59,7 @@ RegistryStatus RegistryKey::open(std::u16string_view path, std::uint32_t access,
     HKEY opened = nullptr;
     const auto status = RegOpenKeyExW(handle_->key, Name(path).get(), 0, access, &opened);
     if (status == ERROR_SUCCESS)
-        key.handle_ = std::make_unique<Handle>(opened, false);
+        key.handle_ = std::make_unique<Handle>(Handle{opened, Key(opened)});
     return statusOf(status);
 }
 
@@ -79,7 +72,7 @@ RegistryStatus RegistryKey::create(std::u16string_view path, std::uint32_t acces
     const auto status = RegCreateKeyExW(handle_->key, Name(path).get(), 0, nullptr, REG_OPTION_NON_VOLATILE,
                                         access, nullptr, &opened, nullptr);
     if (status == ERROR_SUCCESS)
-        key.handle_ = std::make_unique<Handle>(opened, false);
+        key.handle_ = std::make_unique<Handle>(Handle{opened, Key(opened)});
     return statusOf(status);
 }
 

@@ -18,21 +18,20 @@ class ResourceLibrary final : public StringResources {
         if (!module_)
             raise(RunTimeError::FileNotFound);
     }
-    ~ResourceLibrary() override { FreeLibrary(module_); }
 
     std::optional<String> load(std::int32_t number) override {
         if (number < 0 || number > 0xFFFF)
             return std::nullopt;
         const char16_t* text = nullptr; // with a size of 0 the function tells where the text lies
         const int length =
-            LoadStringW(module_, static_cast<UINT>(number), reinterpret_cast<wchar_t*>(&text), 0);
+            LoadStringW(module_.get(), static_cast<UINT>(number), reinterpret_cast<wchar_t*>(&text), 0);
         if (length <= 0)
             return std::nullopt;
         return std::u16string_view(text, static_cast<std::size_t>(length));
     }
 
   private:
-    HMODULE module_;
+    Library module_;
 };
 
 } // namespace
