@@ -4,6 +4,7 @@
 #include "base/CaseFold.h"
 #include "base/HashIndex.h"
 #include "base/KeyedHash.h"
+#include "base/WideNumber.h"
 
 #include <algorithm>
 #include <bit>
@@ -46,21 +47,11 @@ KeyKind kindOf(const Variant& key) {
 
 // The same number with as few decimal places as it needs.
 Decimal shortest(Decimal number) {
-    while (number.scale > 0) {
-        std::uint32_t digits[] = {number.high, static_cast<std::uint32_t>(number.low >> 32),
-                                  static_cast<std::uint32_t>(number.low)};
-        std::uint64_t rest = 0;
-        for (auto& digit : digits) {
-            rest = rest << 32 | digit;
-            digit = static_cast<std::uint32_t>(rest / 10);
-            rest %= 10;
-        }
-        if (rest != 0)
-            break;
-        number.high = digits[0];
-        number.low = std::uint64_t{digits[1]} << 32 | digits[2];
-        --number.scale;
-    }
+    WideNumber magnitude(number.high, number.low);
+    for (WideNumber shorter = magnitude; number.scale > 0 && shorter.takeDigit() == '0'; --number.scale)
+        magnitude = shorter;
+    number.high = magnitude.high();
+    number.low = magnitude.low();
     if (number.high == 0 && number.low == 0)
         number.sign = 0;
     return number;

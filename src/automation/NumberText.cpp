@@ -1,8 +1,10 @@
 #include "automation/NumberText.h"
 
 #include "automation/Convert.h"
+#include "base/Ascii.h"
 #include "base/Error.h"
 #include "base/Text.h"
+#include "base/WideNumber.h"
 #include "platform/Locale.h"
 
 #include <algorithm>
@@ -15,43 +17,6 @@ namespace vlgs {
 
 namespace {
 
-/// A whole number of 96 bits, which no type of 32-bit hosts holds.
-class Wide {
-  public:
-    Wide() = default;
-    Wide(std::uint32_t high, std::uint64_t low)
-        : parts_{static_cast<std::uint32_t>(low), static_cast<std::uint32_t>(low >> 32), high} {}
-    bool isZero() const { return (parts_[0] | parts_[1] | parts_[2]) == 0; }
-    std::uint32_t high() const { return parts_[2]; }
-    std::uint64_t low() const { return std::uint64_t{parts_[1]} << 32 | parts_[0]; }
-    /// Multiplies and adds; false when the result has more than 96 bits.
-    bool multiplyAndAdd(std::uint32_t factor, std::uint32_t summand) {
-        std::uint64_t carry = summand;
-        for (auto& part : parts_) {
-            carry += std::uint64_t{part} * factor;
-            part = static_cast<std::uint32_t>(carry);
-            carry >>= 32;
-        }
-        return carry == 0;
-    }
-    /// Takes the last decimal digit away and gives it.
-    char takeDigit() {
-        std::uint64_t rest = 0;
-        for (std::size_t i = parts_.size(); i-- > 0;) {
-            rest = rest << 32 | parts_[i];
-            parts_[i] = static_cast<std::uint32_t>(rest / 10);
-            rest %= 10;
-        }
-        return static_cast<char>('0' + rest);
-    }
-
-  private:
-    std::array<std::uint32_t, 3> parts_{}; // lowest first
-};
-
-constexpr bool isDigit(char16_t c) {
-    return c >= u'0' && c <= u'9';
-}
 constexpr bool isWhite(char16_t c) {
     return c == u' ' || (c >= u'\t' && c <= u'\r') || c == u'\u00A0';
 }
@@ -141,12 +106,12 @@ class NumeralParser {
             return true;
         // Locales that group with a blank are read with either kind of blank.
         return separator.size() == 1 && isWhite(separator.front()) && rest_.size() > 1 &&
-               isWhite(rest_.front()) && isDigit(rest_[1]) && take(rest_.substr(0, 1));
+               isWhite(rest_.front()) && ascii::isDigit(rest_[1]) && take(rest_.substr(0, 1));
     }
     bool mantissa() {
         bool point = false;
         for (;;) {
-            if (!rest_.empty() && isDigit(rest_.front())) {
+            if (!rest_.empty() && ascii::isDigit(rest_.front())) {
                 result_.digits.push_back(static_cast<char>(rest_.front()));
                 rest_.remove_prefix(1);
             } else if (!point && isDecimal()) {
@@ -167,11 +132,11 @@ class NumeralParser {
         const bool minus = take(u"-");
         if (!minus)
             take(u"+");
-        if (rest_.empty() || !isDigit(rest_.front())) {
+        if (rest_.empty() || !ascii::isDigit(rest_.front())) {
             rest_ = start;
             return;
         }
-        for (; !rest_.empty() && isDigit(rest_.front()); rest_.remove_prefix(1))
+        for (; !rest_.empty() && ascii::isDigit(rest_.front()); rest_.remove_prefix(1))
             result_.exponent =
                 std::min<std::int64_t>(result_.exponent * 10 + (rest_.front() - u'0'), 1 << 30);
         if (minus)
@@ -190,14 +155,12 @@ class NumeralParser {
         bool any = false;
         for (; !rest_.empty(); rest_.remove_prefix(1), any = true) {
             const char16_t c = rest_.front();
-            const unsigned digit = isDigit(c)                                 ? c - u'0'
-                                   : (c | 0x20) >= u'a' && (c | 0x20) <= u'f' ? (c | 0x20u) - u'a' + 10
-                                                                              : 16;
-            if (digit >= 1u << shift_)
+            const int digit = ascii::hexValue(c);
+            if (digit < 0 || digit >= 1 << shift_)
                 break;
             if (bits >> (64 - shift_))
                 return false;
-            bits = bits << shift_ | digit;
+            bits = bits << shift_ | static_cast<unsigned>(digit);
         }
         result_.bits = bits;
         return any;
@@ -256,14 +219,10 @@ String floatingText(double value, int digits, const Locale& locale) {
     return withSeparator({buffer, end}, locale);
 }
 
-// The digits of a whole number of 96 bits with a decimal point `scale` places from its end.
-String fixedText(bool negative, Wide magnitude, int scale, const Locale& locale) {
-    std::string digits;
-    while (!magnitude.isZero() || digits.size() <= static_cast<std::size_t>(scale))
-        digits.push_back(magnitude.takeDigit());
-    std::ranges::reverse(digits);
+// The number without zeros at the end of its decimal places.
+String fixedText(bool negative, WideNumber magnitude, std::size_t scale, const Locale& locale) {
+    std::string digits = decimalText(magnitude, scale);
     if (scale > 0) {
-        digits.insert(digits.size() - static_cast<std::size_t>(scale), 1, '.');
         digits.erase(digits.find_last_not_of('0') + 1);
         if (digits.back() == '.')
             digits.pop_back();
@@ -272,10 +231,10 @@ String fixedText(bool negative, Wide magnitude, int scale, const Locale& locale)
 }
 
 // The first `count` of the digits as a number, rounded by the digit behind them; nothing past 96 bits.
-std::optional<Wide> wholeOf(std::string_view digits, std::int64_t count) {
+std::optional<WideNumber> wholeOf(std::string_view digits, std::int64_t count) {
     if (count < 0)
-        return Wide();
-    Wide value;
+        return WideNumber();
+    WideNumber value;
     for (const char digit : digits.substr(0, static_cast<std::size_t>(count)))
         if (!value.multiplyAndAdd(10, static_cast<std::uint32_t>(digit - '0')))
             return std::nullopt;
@@ -295,11 +254,11 @@ String numberToText(const Variant& number, const Locale& locale) {
         const auto units = number.currency().units;
         const auto magnitude =
             units < 0 ? 0 - static_cast<std::uint64_t>(units) : static_cast<std::uint64_t>(units);
-        return fixedText(units < 0, Wide(0, magnitude), 4, locale);
+        return fixedText(units < 0, WideNumber(0, magnitude), 4, locale);
     }
     case VarType::Decimal: {
         const auto value = number.decimal();
-        return fixedText(value.sign != 0, Wide(value.high, value.low), value.scale, locale);
+        return fixedText(value.sign != 0, WideNumber(value.high, value.low), value.scale, locale);
     }
     default:
         return floatingText(toDouble(number), 15, locale);

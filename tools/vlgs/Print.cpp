@@ -8,6 +8,7 @@
 #include "automation/Record.h"
 #include "base/Ascii.h"
 #include "base/Error.h"
+#include "base/WideNumber.h"
 
 #include <charconv>
 #include <cmath>
@@ -135,24 +136,6 @@ void writeNumber(std::ostream& out, Number number) {
     out << std::string_view(text, static_cast<std::size_t>(end - text));
 }
 
-/// The exact decimal text of a whole number of `high` and `low`, divided by 10 to the power of `scale`.
-std::string scaledText(std::uint32_t high, std::uint64_t low, std::size_t scale, bool negative) {
-    std::uint32_t parts[] = {high, static_cast<std::uint32_t>(low >> 32), static_cast<std::uint32_t>(low)};
-    std::string digits;
-    while (parts[0] || parts[1] || parts[2] || digits.size() <= scale) {
-        std::uint64_t rest = 0;
-        for (auto& part : parts) {
-            rest = rest << 32 | part;
-            part = static_cast<std::uint32_t>(rest / 10);
-            rest %= 10;
-        }
-        digits.insert(digits.begin(), static_cast<char>('0' + rest));
-    }
-    if (scale)
-        digits.insert(digits.size() - scale, ".");
-    return negative ? "-" + digits : digits;
-}
-
 void writeValue(std::ostream& out, const Variant& value, int depth);
 
 /// A list of the elements; lists of lists for more dimensions.
@@ -213,12 +196,12 @@ void writeValue(std::ostream& out, const Variant& value, int depth) {
         const auto units = value.currency().units;
         const auto magnitude =
             units < 0 ? 0 - static_cast<std::uint64_t>(units) : static_cast<std::uint64_t>(units);
-        out << scaledText(0, magnitude, 4, units < 0);
+        out << (units < 0 ? "-" : "") << decimalText(WideNumber(0, magnitude), 4);
         break;
     }
     case VarType::Decimal: {
         const Decimal number = value.decimal();
-        out << scaledText(number.high, number.low, number.scale, number.sign != 0);
+        out << (number.sign ? "-" : "") << decimalText(WideNumber(number.high, number.low), number.scale);
         break;
     }
     case VarType::String:
