@@ -2,6 +2,7 @@
 
 #include "automation/Convert.h"
 #include "automation/DateText.h"
+#include "base/Ascii.h"
 #include "base/CaseFold.h"
 #include "base/Dates.h"
 #include "platform/Locale.h"
@@ -73,10 +74,6 @@ constexpr Spelling spellings[] = {
     {u"/", DateToken::DateSeparator}, {u":", DateToken::TimeSeparator},
 };
 
-constexpr char16_t lowerAscii(char16_t c) {
-    return c >= u'A' && c <= u'Z' ? c + 32 : c;
-}
-
 // The spellings that begin with a character, as a range of the table; most characters have none.
 struct Range {
     std::uint8_t first = 0;
@@ -92,14 +89,14 @@ constexpr auto byFirstCharacter = [] {
 }();
 
 const Spelling* spellingAt(std::u16string_view text) {
-    const char16_t first = lowerAscii(text.front());
+    const char16_t first = ascii::toLower(text.front());
     if (first >= byFirstCharacter.size())
         return nullptr;
     for (auto i = byFirstCharacter[first].first; i < byFirstCharacter[first].last; ++i) {
         const auto spelling = spellings[i].text;
         if (text.size() >= spelling.size() &&
             std::equal(spelling.begin() + 1, spelling.end(), text.begin() + 1,
-                       [](char16_t a, char16_t b) { return a == lowerAscii(b); }))
+                       [](char16_t a, char16_t b) { return a == ascii::toLower(b); }))
             return &spellings[i];
     }
     return nullptr;

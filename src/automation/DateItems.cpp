@@ -1,5 +1,7 @@
 #include "automation/DateItems.h"
 
+#include "base/Ascii.h"
+
 #include <algorithm>
 #include <array>
 
@@ -69,7 +71,7 @@ class Lexer {
     }
 
     std::optional<DateItem> word(DateGap before) {
-        const bool digit = rest_.front() >= u'0' && rest_.front() <= u'9';
+        const bool digit = ascii::isDigit(rest_.front());
         if (!digit || names_.monthsBeginWithDigits())
             if (const auto name = monthOrHalf(before))
                 return name;

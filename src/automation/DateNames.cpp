@@ -1,18 +1,15 @@
 #include "automation/DateNames.h"
 
+#include "base/Ascii.h"
 #include "base/CaseFold.h"
 
 namespace vlgs {
 
 namespace {
 
-constexpr bool isDigit(char16_t c) {
-    return c >= u'0' && c <= u'9';
-}
 // A letter of the scripts that part words by blanks and have two cases: Latin, Greek, Cyrillic, Armenian.
 constexpr bool isLetter(char16_t c) {
-    return (c >= u'A' && c <= u'Z') || (c >= u'a' && c <= u'z') ||
-           (c >= u'\u00C0' && c <= u'\u0588' && c != u'\u00D7' && c != u'\u00F7') ||
+    return ascii::isLetter(c) || (c >= u'\u00C0' && c <= u'\u0588' && c != u'\u00D7' && c != u'\u00F7') ||
            (c >= u'\u1E00' && c <= u'\u1FFF');
 }
 
@@ -22,7 +19,7 @@ bool beginsWithWord(std::u16string_view text, std::u16string_view word) {
         !equalIgnoringCase(text.substr(0, size), word))
         return false;
     return text.size() == size || !((isLetter(text[size - 1]) && isLetter(text[size])) ||
-                                    (isDigit(text[size - 1]) && isDigit(text[size])));
+                                    (ascii::isDigit(text[size - 1]) && ascii::isDigit(text[size])));
 }
 
 constexpr NameForm nameForms[] = {NameForm::Full, NameForm::Genitive, NameForm::Abbreviated,
@@ -39,7 +36,7 @@ std::u16string_view skipDateBlanks(std::u16string_view text) {
 std::optional<int> takeDateNumber(std::u16string_view& text) {
     int value = 0;
     int digits = 0;
-    for (; !text.empty() && isDigit(text.front()); text.remove_prefix(1)) {
+    for (; !text.empty() && ascii::isDigit(text.front()); text.remove_prefix(1)) {
         if (++digits > 9)
             return std::nullopt;
         value = value * 10 + (text.front() - u'0');
@@ -53,7 +50,7 @@ const DateNames::Words& DateNames::words() const {
     auto& words = words_.emplace();
     words.months.reserve(4 * 12 * 2 + 12);
     const auto addMonth = [&](std::u16string_view name, int month) {
-        words.digits |= isDigit(name.front());
+        words.digits |= ascii::isDigit(name.front());
         words.months.push_back({name, month});
         if (name.ends_with(u'.'))
             words.months.push_back({name.substr(0, name.size() - 1), month});

@@ -1,5 +1,7 @@
 #include "base/NameTable.h"
 
+#include "base/Ascii.h"
+
 #include <bit>
 #include <cstring>
 #include <string>
@@ -47,8 +49,7 @@ NameTable::NameTable(std::size_t names) : slots_(std::bit_ceil(names * 2 + 1)) {
 void NameTable::add(std::string_view name, std::uint16_t member) {
     std::u16string lower, caseBits;
     for (const char c : name) {
-        const bool letter = (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z');
-        caseBits.push_back(letter ? u'\x20' : u'\0');
+        caseBits.push_back(ascii::isLetter(static_cast<unsigned char>(c)) ? u'\x20' : u'\0');
         lower.push_back(static_cast<char16_t>(c | caseBits.back()));
     }
     const auto hash = hashName(lower);

@@ -2,6 +2,7 @@
 
 #include "automation/Convert.h"
 #include "automation/NumberText.h"
+#include "base/Ascii.h"
 #include "base/CaseFold.h"
 #include "base/Text.h"
 #include "conversion/LocaleSettings.h"
@@ -28,10 +29,6 @@ struct Revision {
 String textOf(const Revision& revision) {
     const String minor = decimal(revision.minor);
     return concat(decimal(revision.major), u".", std::u16string_view(u"0000").substr(minor.length()), minor);
-}
-
-constexpr bool isDigit(char16_t c) {
-    return c >= u'0' && c <= u'9';
 }
 
 // The number of a part of digits, nothing for one beyond any Double, which is no number at all.
@@ -61,7 +58,7 @@ std::optional<Revision> split(std::u16string_view text) {
                     if (separator != text.npos)
                         return std::nullopt;
                     separator = i;
-                } else if (!isDigit(text[i])) {
+                } else if (!ascii::isDigit(text[i])) {
                     return std::nullopt;
                 }
             }

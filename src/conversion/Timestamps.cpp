@@ -3,6 +3,7 @@
 #include "automation/Convert.h"
 #include "automation/DateFormat.h"
 #include "automation/DateText.h"
+#include "base/Ascii.h"
 #include "base/CaseFold.h"
 #include "base/Dates.h"
 #include "base/Text.h"
@@ -47,7 +48,7 @@ String markMonths(String text) {
 
 std::u16string_view dropGarbage(std::u16string_view text) {
     const auto keeps = [](std::u16string_view rest) {
-        return rest.starts_with(marker) || (rest.front() >= u'0' && rest.front() <= u'9');
+        return rest.starts_with(marker) || ascii::isDigit(rest.front());
     };
     while (!text.empty() && !keeps(text))
         text.remove_prefix(1);

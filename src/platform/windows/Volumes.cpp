@@ -1,5 +1,6 @@
 #include "platform/Volumes.h"
 
+#include "base/Ascii.h"
 #include "platform/windows/Host.h"
 
 #include <winnetwk.h>
@@ -16,10 +17,6 @@ bool isBlank(std::u16string_view text) {
 
 bool isSeparator(char16_t c) {
     return c == u'\\' || c == u'/';
-}
-
-constexpr char16_t lower(char16_t letter) {
-    return letter >= u'A' && letter <= u'Z' ? static_cast<char16_t>(letter + 32) : letter;
 }
 
 /// The root of an absolute folder: "C:" or "\\server\share".
@@ -84,7 +81,7 @@ String fullPath(std::u16string_view path, std::u16string_view folder) {
         return fullPath(concat(rootOf(base), path));
     if (!hasDrive)
         return fullPath(concat(base, u"\\", path));
-    if (lower(path[0]) == lower(base[0]) && base[1] == u':')
+    if (ascii::toLower(path[0]) == ascii::toLower(base[0]) && base[1] == u':')
         return fullPath(concat(base, u"\\", path.substr(2)));
     return fullPath(concat(path.substr(0, 2), u"\\", path.substr(2)));
 }
