@@ -20,7 +20,7 @@ from ._errors import Error
 from ._events import WithEvents
 from ._library import library as _library
 from ._objects import Dispatch, Object
-from ._values import Array, ByRef, Empty, Missing, Null, Record, Variant
+from ._types import Array, ByRef, Empty, Missing, Null, Record, Variant
 
 __version__ = _library.vlgs_version().decode()
 __all__ = [

@@ -6,7 +6,7 @@ import inspect
 import threading
 from ctypes import byref, c_char_p, c_int, c_int32, c_void_p
 
-from . import _values
+from . import _types, _values
 from ._errors import NoSuchMember, NotACollection, check, run_time_error
 from ._library import (
     DEFAULT_MEMBER,
@@ -93,7 +93,7 @@ def _invoke(target, member, kind, arguments, named=None):
             pointer, member, kind, natives, len(given), names, len(named or ()), byref(result)
         )
         for native, value in zip(natives, given):
-            if isinstance(value, _values.ByRef):
+            if isinstance(value, _types.ByRef):
                 value.value = _values.take(native)
         check(status)
     finally:
@@ -103,8 +103,8 @@ def _invoke(target, member, kind, arguments, named=None):
 
 def _take_result(result):
     # Plain values own nothing and need no clearing.
-    if result.type < _values.TEXT:
-        return _values.take(result) if result.type != _values.EMPTY else _values.Empty
+    if result.type < _types.TEXT:
+        return _values.take(result) if result.type != _types.EMPTY else _types.Empty
     try:
         return _values.take(result)
     finally:
@@ -303,7 +303,7 @@ class _Named:
 
     def __init__(self, type_):
         name = type_.name.decode() if type_.name else _TYPE_NAMES.get(type_.type & 0xFFF, "Variant")
-        self.name = name + "()" * bool(type_.type & _values.ARRAY) + " ByRef" * bool(type_.by_reference)
+        self.name = name + "()" * bool(type_.type & _types.ARRAY) + " ByRef" * bool(type_.by_reference)
 
     def __repr__(self):
         return self.name
@@ -311,9 +311,9 @@ class _Named:
 
 class _Default(_Named):
     def __init__(self, parameter):
-        if parameter.standard_type == _values.LONG:
+        if parameter.standard_type == _types.LONG:
             self.name = str(parameter.standard_number)
-        elif parameter.standard_type == _values.TEXT:
+        elif parameter.standard_type == _types.TEXT:
             text = ctypes.string_at(parameter.standard_text, parameter.standard_length * 2)
             self.name = repr(text.decode("utf-16-le", "surrogatepass"))
         else:
@@ -438,7 +438,7 @@ def _put_object(value, slot):
     pointer = value._handle.use()
     library.vlgs_retain(pointer)
     slot.object = pointer
-    slot.type = _values.OBJECT
+    slot.type = _types.OBJECT
 
 
 def _take_object(slot):
@@ -450,7 +450,7 @@ def _take_object(slot):
 
 
 _values.register(Object, _put_object)
-_values.register_reader(_values.OBJECT, _take_object)
+_values.register_reader(_types.OBJECT, _take_object)
 
 
 def Dispatch(progid):
