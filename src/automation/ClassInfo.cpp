@@ -192,15 +192,29 @@ const MemberInfo* ClassInfo::find(DispatchId member, InvokeKind kind) const noex
     return index == NameTable::none ? nullptr : &members_[index];
 }
 
-Variant ClassInfo::invoke(Object& self, DispatchId id, InvokeKind kind, const Arguments& arguments) const {
-    const MemberInfo* member = find(id, kind);
-    if (!member)
-        throw noSuchMember(*this, id, kind).in(arguments);
-    if (!member->parameters.empty())
-        return invokeWithParameters(self, *member, arguments);
+inline Variant ClassInfo::invoke(Object& self, const MemberInfo& member, InvokeKind kind,
+                                 const Arguments& arguments) const {
+    if (!member.parameters.empty())
+        return invokeWithParameters(self, member, arguments);
     if (arguments.positional.empty() && arguments.named.empty())
-        return member->invoke(self, nullptr);
-    return invokeResult(self, *member, kind, arguments);
+        return member.invoke(self, nullptr);
+    return invokeResult(self, member, kind, arguments);
+}
+
+Variant ClassInfo::invoke(Object& self, DispatchId id, InvokeKind kind, const Arguments& arguments) const {
+    if (const MemberInfo* member = find(id, kind))
+        return invoke(self, *member, kind, arguments);
+    throw noSuchMember(*this, id, kind).in(arguments);
+}
+
+Variant ClassInfo::invoke(Object& self, std::u16string_view name, InvokeKind kind,
+                          const Arguments& arguments) const {
+    const auto index = names_->find(name);
+    if (index == NameTable::none)
+        throw noSuchMember(*this, name).in(arguments);
+    const MemberInfo& first = members_[index]; // of that name
+    return covers(kind, first.kind) ? invoke(self, first, kind, arguments)
+                                    : invoke(self, first.id, kind, arguments);
 }
 
 } // namespace vlgs

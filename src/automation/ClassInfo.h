@@ -133,12 +133,14 @@ class VLGS_API ClassInfo {
     /// Raises CallError for the call itself: 438 no such member, 448 to 450 for arguments, 13, 6, 91 and 94
     /// for ones that do not fit; and what the member raises.
     Variant invoke(Object& self, DispatchId member, InvokeKind kind, const Arguments& arguments) const;
+    Variant invoke(Object& self, std::u16string_view name, InvokeKind kind, const Arguments& arguments) const;
 
   private:
     /// The members of one number, by what a call asks for. A property that is written in one way only has
     /// that for both ways.
     using MembersByKind = std::array<std::uint16_t, 16>;
 
+    Variant invoke(Object& self, const MemberInfo& member, InvokeKind kind, const Arguments& arguments) const;
     Variant invokeWithParameters(Object& self, const MemberInfo& member, const Arguments& arguments) const;
     Variant invokeResult(Object& self, const MemberInfo& member, InvokeKind kind,
                          const Arguments& arguments) const;

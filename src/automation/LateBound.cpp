@@ -1,6 +1,5 @@
 #include "automation/LateBound.h"
 
-#include "automation/CallError.h"
 #include "automation/ClassInfo.h"
 #include "base/Error.h"
 
@@ -10,15 +9,12 @@ Variant callMember(const Ref<Object>& object, std::u16string_view name, InvokeKi
                    std::span<Variant> arguments) {
     if (!object)
         raise(RunTimeError::ObjectVariableNotSet);
-    const ClassInfo* info = object->classInfo();
-    const DispatchId member = info ? info->idOf(name) : object->idOf(name);
-    if (member == unknownMember) {
-        if (info)
-            throw noSuchMember(*info, name);
+    if (const ClassInfo* info = object->classInfo())
+        return info->invoke(*object, name, kind, {arguments});
+    const DispatchId member = object->idOf(name);
+    if (member == unknownMember)
         raise(RunTimeError::NoSuchMember);
-    }
-    return info ? info->invoke(*object, member, kind, {arguments})
-                : object->invoke(member, kind, {arguments});
+    return object->invoke(member, kind, {arguments});
 }
 
 Ref<Enumerator> enumerate(const Ref<Object>& object) {

@@ -106,6 +106,26 @@ Check "CollectionToCSV", general.CollectionToCSV(items), "A,B,C"
 Dim keyed: Set keyed = general.CopyVariantArrayToDictionary(Array("x", "y"))
 Check "a dictionary of the library", keyed.Count & keyed.Exists("nothing"), "2False"
 
+Dim fixed(2): fixed(0) = "mine"
+result = general.CopyDictionaryToVariantArray(dictionary, fixed)
+Check "an array of fixed size stays", UBound(fixed) & fixed(0), "2mine"
+Check "and the result comes", result(UBound(result)), "y"
+
+' Arguments go on to default members, through properties that hold objects
+Dim document: Set document = Make("Files").CreateINIFile("C:\vlgs-late-bound.ini")
+document.CreateKey "S", "k", "v"
+Dim section: Set section = document.Section("S")
+Check "a section's key", section.Value("k").Value, "v"
+Check "a section's key at two levels", document.Sections("S").Name & section("k").Name, "Sk"
+Dim holder: Set holder = Make("ViewProperty")
+Set holder.Value = holder
+On Error Resume Next
+holder.Value 1
+Check "default members that lead to one another", Err.Number, CLng(450)
+Err.Clear
+On Error GoTo 0
+Set holder.Value = Nothing
+
 ' Named errors
 On Error Resume Next
 Dim guid: Set guid = Make("GUID")
