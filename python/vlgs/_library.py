@@ -226,6 +226,11 @@ def _load():
 
 
 library = _load()
+
+
+def name_of(text):
+    """A name as the C interface takes it. It would end at a NUL, which no name has: U+FFFD stands for that."""
+    return text.replace("\0", "\ufffd").encode("utf-8", "surrogatepass")
 _told = set()
 
 

@@ -22,6 +22,7 @@ from ._library import (
     Type,
     Value,
     library,
+    name_of,
     warn_of_unknown_settings,
 )
 
@@ -83,7 +84,7 @@ def _invoke(target, member, kind, arguments, named=None):
     names = None
     given = list(arguments)
     if named:
-        names = (c_char_p * len(named))(*(name.encode("utf-8", "surrogatepass") for name in named))
+        names = (c_char_p * len(named))(*map(name_of, named))
         given.extend(named.values())
     natives = (Value * len(given))()
     try:
@@ -209,7 +210,7 @@ def _items(enumerator):
 
 def _id_of(target, name):
     number = c_int32()
-    check(library.vlgs_id_of(target._handle.use(), name.encode("utf-8", "surrogatepass"), byref(number)))
+    check(library.vlgs_id_of(target._handle.use(), name_of(name), byref(number)))
     if number.value == UNKNOWN_MEMBER:
         error = run_time_error(438, NoSuchMember)
         error.name = name
@@ -458,5 +459,5 @@ def Dispatch(progid):
     for a class that is only made by others."""
     warn_of_unknown_settings()
     pointer = c_void_p()
-    check(library.vlgs_create(progid.encode("utf-8", "surrogatepass"), byref(pointer)))
+    check(library.vlgs_create(name_of(progid), byref(pointer)))
     return wrap(pointer.value)

@@ -12,7 +12,7 @@ import numbers
 from ctypes import byref, c_char_p, c_size_t, c_void_p
 
 from ._errors import check, run_time_error
-from ._library import Dimension, Value, library
+from ._library import Dimension, Value, library, name_of
 from ._types import (
     ARRAY,
     BOOLEAN,
@@ -215,12 +215,12 @@ def _put_items(items, bounds, element, slot):
 
 def _put_record(value, slot):
     fields = value._fields()
-    names = (c_char_p * len(fields))(*(name.encode("utf-8", "surrogatepass") for name in fields))
+    names = (c_char_p * len(fields))(*map(name_of, fields))
     values = (Value * len(fields))()
     try:
         for native, field in zip(values, fields.values()):
             put(field, native)
-        name = value._name.encode("utf-8", "surrogatepass")
+        name = name_of(value._name)
         check(library.vlgs_record_new(name, names, values, len(fields), byref(slot)))
     finally:
         library.vlgs_clear(values, len(fields))

@@ -208,10 +208,12 @@ class MemberTest(Case):
         self.assertEqual(pickle.loads(pickle.dumps(vlgs.Error(5, "s", "d"))).args, (5, "s", "d"))
         self.assertEqual(self.assertRaisesNumber(7, self.bed.FailOutOfMemory).description, "Out of memory")
         self.assertRaisesNumber(438, lambda: self.bed.Nothing)
+        self.assertRaisesNumber(438, getattr, self.bed, "Count\0")
+        self.assertRaisesNumber(448, self.bed.Echo, **{"vValue\0": 1})
         self.assertRaisesNumber(438, setattr, self.bed, "Nothing", 1)
         self.assertRaisesNumber(438, setattr, self.bed, "Count", 1)
         self.assertFalse(hasattr(self.bed, "Nothing"))
-        for name in ("VlGeneralServices.Nothing", "", "Nothing", "VlGeneralServices.Property", "a\0b"):
+        for name in ("VlGeneralServices.Nothing", "", "Nothing", "VlGeneralServices.Property", "VlGeneralServices.Files\0x"):
             self.assertRaisesNumber(429, vlgs.Dispatch, name)
 
     def test_what_is_no_collection_has_no_length_and_no_members(self):
