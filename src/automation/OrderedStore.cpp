@@ -75,7 +75,7 @@ OrderedStore::Reading OrderedStore::read(const Variant& index) const noexcept {
 
 OrderedStore::Failure OrderedStore::add(Variant item, std::optional<String> key, const Variant& before,
                                         const Variant& after) {
-    Members::NewKey newKey = members_.prepare(std::move(key));
+    const std::uint64_t prepared = members_.prepare(key);
     Members::Target target;
     target.behind = before.isMissing();
     const Variant& reference = target.behind ? after : before;
@@ -87,7 +87,7 @@ OrderedStore::Failure OrderedStore::add(Variant item, std::optional<String> key,
             return failureOf(reference) == RunTimeError::TypeMismatch ? RunTimeError::TypeMismatch
                                                                       : RunTimeError::InvalidProcedureCall;
     }
-    if (!members_.add(std::move(item), std::move(newKey), target))
+    if (!members_.add(std::move(item), std::move(key), prepared, target))
         return RunTimeError::KeyAlreadyPresent;
     return {};
 }

@@ -44,12 +44,6 @@ class KeyedSequence {
         bool behind = false;
     };
 
-    /// The key of a member that is to be added.
-    struct NewKey {
-        std::optional<String> text;
-        std::uint64_t hash;
-    };
-
     std::uint32_t size() const noexcept { return count_; }
 
     /// The member at a position from 0.
@@ -66,19 +60,21 @@ class KeyedSequence {
     const Item& operator[](Place place) const noexcept { return entries_[entryOf(place)].item; }
     Item& operator[](Place place) noexcept { return entries_[entryOf(place)].item; }
 
-    /// Readies a key, or none, for `add`. What `add` will read of it is fetched while the caller finds the
-    /// target.
-    NewKey prepare(std::optional<String> text) const noexcept {
-        NewKey key{std::move(text), 0};
-        if (key.text && !key.text->empty())
-            key.hash = hashIgnoringCase(*key.text);
-        index_.prefetch(key.hash);
-        return key;
+    /// What `add` wants to know of a new key or of none. The memory that it will read of the index comes
+    /// while the caller finds the target.
+    std::uint64_t prepare(const std::optional<String>& key) const noexcept {
+        const std::uint64_t hash = key && !key->empty() ? hashIgnoringCase(*key) : 0;
+        index_.prefetch(hash);
+        return hash;
     }
 
-    /// Adds a member; false, and nothing is added, when its key is already there.
-    bool add(Item item, NewKey key, Target target = {});
-    bool add(Item item, std::optional<String> key) { return add(std::move(item), prepare(std::move(key))); }
+    /// Adds a member, with a key or without one; false, and nothing is added or moved from, when the key is
+    /// already there. `prepared` is what `prepare` gave for the key.
+    bool add(Item&& item, std::optional<String>&& key, std::uint64_t prepared, Target target = {});
+    bool add(Item&& item, std::optional<String> key) {
+        const std::uint64_t prepared = prepare(key);
+        return add(std::move(item), std::move(key), prepared);
+    }
 
     /// REQUIRES: the place is of a member.
     void remove(Place place);
@@ -122,15 +118,17 @@ class KeyedSequence {
     std::uint32_t emptyKeyEntry_ = none;
 };
 
+// A hint: without it a call in between costs each addition a twentieth.
 template <class Item>
-bool KeyedSequence<Item>::add(Item item, NewKey key, Target target) {
-    if (key.text && findKey(*key.text, key.hash) != none)
+inline bool KeyedSequence<Item>::add(Item&& item, std::optional<String>&& key, std::uint64_t prepared,
+                                     Target target) {
+    if (key && findKey(*key, prepared) != none)
         return false;
     if (entries_.size() >= std::numeric_limits<std::int32_t>::max())
         throw std::bad_alloc();
 
     // Whatever may fail for want of memory comes before the first change.
-    const bool indexed = key.text && !key.text->empty();
+    const bool indexed = key && !key->empty();
     const auto entry = static_cast<std::uint32_t>(entries_.size());
     if (entries_.capacity() == entries_.size())
         entries_.reserve(std::max<std::size_t>(4, entries_.size() * 2));
@@ -143,12 +141,12 @@ bool KeyedSequence<Item>::add(Item item, NewKey key, Target target) {
         insertIntoOrder(target, entry);
 
     if (index_.exists())
-        hashes_.push_back(static_cast<std::uint32_t>(key.hash));
+        hashes_.push_back(static_cast<std::uint32_t>(prepared));
     if (indexed && index_.exists())
-        index_.insert(key.hash, entry);
-    else if (key.text && key.text->empty())
+        index_.insert(prepared, entry);
+    else if (key && key->empty())
         emptyKeyEntry_ = entry;
-    entries_.push_back({std::move(item), key.text ? std::move(*key.text) : String()});
+    entries_.push_back({std::move(item), key ? std::move(*key) : String()});
     ++count_;
     return true;
 }
