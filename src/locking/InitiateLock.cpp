@@ -25,6 +25,11 @@ constexpr const char16_t* source = u"VlGeneralServices.modCorvaTools.g_InitiateL
 class Patience {
   public:
     bool over() const noexcept { return left_ == 0; }
+    /// One more try, of a bounded number.
+    bool prolong() noexcept {
+        left_ = 1;
+        return prolonged_++ < mostProlonged;
+    }
     void wait() {
         --left_;
         const auto random = createGuid().bytes;
@@ -34,7 +39,9 @@ class Patience {
 
   private:
     static constexpr std::chrono::microseconds shortest{1000};
+    static constexpr int mostProlonged = 100;
     int left_ = 6;
+    int prolonged_ = 0;
 };
 
 class Taker {
@@ -68,9 +75,11 @@ class Taker {
             if (lock && obstacles_.empty())
                 return lock;
             if (patience.over()) {
-                if (obstacles_.empty()) // no lock has that name, but something else
+                if (target_.isBlocked(name))
                     raiseUnwritable(concat(target_.folder(), name), Error(RunTimeError::FileAlreadyExists));
-                return nullptr;
+                // Whoever had the name has just gone: the next try may find it free.
+                if (!obstacles_.empty() || !patience.prolong())
+                    return nullptr;
             }
             // Of two that meet the exclusive one gives way.
             if (type_ == eUserLock_Exclusive)

@@ -140,6 +140,13 @@ std::vector<String> LockTarget::obstaclesTo(enumUserLockTypes type, std::u16stri
     });
 }
 
+bool LockTarget::isBlocked(std::u16string_view name) const {
+    const auto entries = listFolder(folder_, extension());
+    return std::ranges::any_of(entries, [&](const FolderEntry& entry) {
+        return equalIgnoringCase(entry.name, name) && entry.attributes != FileAttributes::Normal;
+    });
+}
+
 Ref<INIFile> makeLockFile(const String& path, const LockHolder& holder) {
     const auto page = CodePage::system();
     auto file = g_CreateINIFile(path, eINI_INI);

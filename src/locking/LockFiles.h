@@ -55,6 +55,9 @@ class LockTarget {
     std::vector<String> obstaclesTo(enumUserLockTypes type, std::u16string_view made,
                                     std::u16string_view own) const;
 
+    /// Whether something that is no file has this name, so that no lock file can have it.
+    bool isBlocked(std::u16string_view name) const;
+
   private:
     std::u16string_view extension() const noexcept {
         return document_ ? documentLockExtension : projectLockExtension;

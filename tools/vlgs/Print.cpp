@@ -247,6 +247,10 @@ void print(std::ostream& out, const Variant& value) {
     printValue(out, value, false, 0);
 }
 
+void printJsonText(std::ostream& out, std::u16string_view text) {
+    writeText(out, text);
+}
+
 void printJson(std::ostream& out, const Variant& value, const std::vector<WrittenArgument>& arguments) {
     writeTyped(out, value);
     const char* separator = ", \"arguments\": {";

@@ -14,6 +14,9 @@ namespace vlgs::cli {
 /// text, any other object as the value of its default member; nothing for no value.
 void print(std::ostream& out, const Variant& value);
 
+/// A text as JSON has it, in quotes.
+void printJsonText(std::ostream& out, std::u16string_view text);
+
 /// An argument by reference after the call.
 struct WrittenArgument {
     std::string_view name;

@@ -3,6 +3,7 @@
 #include "Call.h"
 #include "Describe.h"
 #include "HostText.h"
+#include "Lock.h"
 #include "Misuse.h"
 #include "base/Error.h"
 #include "base/Text.h"
@@ -35,19 +36,28 @@ call      creates an object of the class, calls the member, and prints the resul
 classes   lists the classes.
 describe  tells what a class or a member does; --markdown writes the reference pages.
 idl       prints the interface definition of the COM server.
+)";
 
+constexpr std::string_view statusHelp = R"(
 Status: 0 done; 1 the library raised an error, printed as "error NUMBER SOURCE: DESCRIPTION"; 2 misuse.
 )";
 
-void run(std::span<const std::string_view> words) {
+/// The program's exit status.
+int run(std::span<const std::string_view> words) {
     if (words.empty())
         throw Misuse("a command is missing");
     const auto command = words.front();
     const auto rest = words.subspan(1);
-    if (command == "call")
-        return call(rest);
-    if (command == "describe")
-        return describe(std::cout, rest);
+    if (command == "lock")
+        return lock(rest);
+    if (command == "call") {
+        call(rest);
+        return 0;
+    }
+    if (command == "describe") {
+        describe(std::cout, rest);
+        return 0;
+    }
     const bool known = command == "classes" || command == "idl" || command == "--version" ||
                        command == "--help" || command == "-h";
     if (!known)
@@ -61,7 +71,8 @@ void run(std::span<const std::string_view> words) {
     else if (command == "--version")
         std::cout << "vlgs " << VLGS_VERSION_TEXT << '\n';
     else
-        std::cout << usage << help;
+        std::cout << usage << lockUsage << help << lockHelp << statusHelp;
+    return 0;
 }
 
 // The description may have several lines, the report has one.
@@ -88,12 +99,12 @@ int report(const Error& error) {
 
 int guardedRun(std::span<const std::string_view> words) {
     try {
-        run(words);
+        const int status = run(words);
         if (std::cout.flush())
-            return 0;
+            return status;
         return report(Error(RunTimeError::DeviceIoError));
     } catch (const Misuse& misuse) {
-        std::cerr << "vlgs: " << misuse.what() << '\n' << usage;
+        std::cerr << "vlgs: " << misuse.what() << '\n' << usage << lockUsage;
         return 2;
     } catch (const Error& error) {
         std::cout.flush();

@@ -1,0 +1,167 @@
+#include "Lock.h"
+
+#include "HostText.h"
+#include "LockKeeper.h"
+#include "Misuse.h"
+#include "Print.h"
+#include "automation/Convert.h"
+#include "base/Error.h"
+#include "locking/CorvaTools.h"
+#include "locking/LockFiles.h"
+#include "platform/FileTime.h"
+
+#include <iostream>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace vlgs::cli {
+
+namespace {
+
+constexpr std::u16string_view userSection = u"User";
+
+struct TakeRequest {
+    String path;
+    std::optional<String> document;
+    String session;
+    enumUserLockTypes type = eUserLock_ReadWrite;
+    bool fallsBack = false;
+    std::vector<std::string> command;
+};
+
+TakeRequest parseTake(std::span<const std::string_view> words) {
+    TakeRequest request;
+    std::optional<std::string_view> path;
+    for (std::size_t i = 0; i < words.size(); ++i) {
+        const auto word = words[i];
+        const auto value = [&] {
+            if (++i == words.size())
+                throw Misuse(std::string(word) + " needs a value");
+            return fromHost(words[i]);
+        };
+        if (word == "--exclusive" || word == "--read-only") {
+            if (request.type != eUserLock_ReadWrite)
+                throw Misuse("a lock is either exclusive or read-only");
+            request.type = word == "--exclusive" ? eUserLock_Exclusive : eUserLock_ReadOnly;
+        } else if (word == "--fallback") {
+            request.fallsBack = true;
+        } else if (word == "--document") {
+            request.document = value();
+        } else if (word == "--session") {
+            request.session = value();
+        } else if (word == "--") {
+            request.command.assign(words.begin() + static_cast<std::ptrdiff_t>(i) + 1, words.end());
+            if (request.command.empty())
+                throw Misuse("a command is missing behind --");
+            break;
+        } else if (word.starts_with("-")) {
+            throw Misuse("lock take knows no option " + std::string(word));
+        } else if (path) {
+            throw Misuse("lock take needs one path; a command stands behind --");
+        } else {
+            path = word;
+        }
+    }
+    if (!path)
+        throw Misuse("lock take needs a path of the project's folder");
+    request.path = fromHost(*path);
+    return request;
+}
+
+struct Granted {
+    Ref<INIFile> lock;
+    enumUserLockTypes type = eUserLock_ReadOnly;
+
+    const char16_t* access() const {
+        return type == eUserLock_ReadOnly    ? u"ReadOnly"
+               : type == eUserLock_Exclusive ? u"Exclusive"
+                                             : u"ReadWrite";
+    }
+};
+
+Granted takeLock(const TakeRequest& request) {
+    const auto tools = make<CorvaTools>();
+    const auto type = enumUserLockTypes(
+        request.type | (request.fallsBack ? eUserLock_FallbackToReadOnly : eUserLock_ReadWrite));
+    Granted granted;
+    granted.lock = request.document
+                       ? tools->InitiateDocLock(request.path, *request.document, type, nullptr, &granted.type,
+                                                request.session)
+                       : tools->InitiateLock3(request.path, type, nullptr, &granted.type, request.session);
+    return granted;
+}
+
+int take(std::span<const std::string_view> words) {
+    const auto request = parseTake(words);
+    if (!request.command.empty()) {
+        const auto granted = takeLock(request);
+        return runCommand(request.command, "VLGS_LOCK_ACCESS", String(granted.access()).toUtf8());
+    }
+    const String answer = startKeeper([&]() -> KeptLock {
+        const auto granted = takeLock(request);
+        return {granted.lock,
+                concat(granted.access(), u"\t", granted.lock ? granted.lock->FullPath() : String())};
+    });
+    std::cout << toHost(answer) << '\n';
+    return 0;
+}
+
+int status(std::span<const std::string_view> words) {
+    const bool json = !words.empty() && words.front() == "--json";
+    if (words.size() != (json ? 2u : 1u))
+        throw Misuse("lock status needs one path of the project's folder");
+    const String folder = folderOf(fromHost(words.back()));
+    std::cout << (json ? "[" : "");
+    const char* separator = "";
+    for (const auto extension : {projectLockExtension, documentLockExtension}) {
+        for (const auto& name : liveLockFiles(folder, extension, [](auto) { return true; })) {
+            const String path = concat(folder, name);
+            const auto file = readLockFile(path);
+            const auto since = lastWritten(path);
+            const std::pair<const char*, String> fields[] = {
+                {"access", file->KeyValue(String(userSection), u"Access")},
+                {"document", extension == documentLockExtension ? String(documentOf(name)) : String()},
+                {"machine", file->KeyValue(String(userSection), u"Machine")},
+                {"session", file->KeyValue(String(userSection), u"SessionID")},
+                {"since", since ? toText(dateOf(*since)) : String()},
+                {"file", path},
+            };
+            std::cout << std::exchange(separator, json ? ",\n " : "") << (json ? "{" : "");
+            const char* between = "";
+            for (const auto& [key, value] : fields) {
+                if (json) {
+                    std::cout << std::exchange(between, ", ") << '"' << key << "\": ";
+                    printJsonText(std::cout, value);
+                } else {
+                    std::cout << std::exchange(between, "\t") << toHost(value);
+                }
+            }
+            std::cout << (json ? "}" : "\n");
+        }
+    }
+    std::cout << (json ? "]\n" : "");
+    return 0;
+}
+
+int release(std::span<const std::string_view> words) {
+    if (words.size() != 1)
+        throw Misuse("lock release needs the file that lock take has printed");
+    endKeeper(fromHost(words.front()));
+    return 0;
+}
+
+} // namespace
+
+int lock(std::span<const std::string_view> words) {
+    const auto what = words.empty() ? std::string_view() : words.front();
+    if (what == "take")
+        return take(words.subspan(1));
+    if (what == "status")
+        return status(words.subspan(1));
+    if (what == "release")
+        return release(words.subspan(1));
+    throw Misuse("lock needs one of take, status and release");
+}
+
+} // namespace vlgs::cli
