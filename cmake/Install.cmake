@@ -32,8 +32,7 @@ else()
   install(FILES ${VLGS_TEXTS_DLL} ${PROJECT_BINARY_DIR}/bin/VlGeneralServices.manifest
     DESTINATION ${CMAKE_INSTALL_BINDIR})
   install(FILES ${VLGS_TLB} ${VLGS_IDL} DESTINATION ${CMAKE_INSTALL_DATADIR}/VlGeneralServices/typelib)
-  # The interfaces as C and C++ see them; beside VlGeneralServices.h, the header of the typed classes.
-  install(FILES ${VLGS_HEADER} DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/VlGeneralServices RENAME Interfaces.h)
+  install(FILES ${VLGS_HEADER} DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/VlGeneralServices)
 endif()
 
 if(TARGET vlgs)

@@ -14,9 +14,9 @@ find_path(VLGS_TLB_DIR stdole2.tlb PATHS /usr/lib/x86_64-linux-gnu/wine/x86_64-w
           NO_CMAKE_FIND_ROOT_PATH)
 set(VLGS_IDL ${PROJECT_SOURCE_DIR}/typelib/VlGeneralServices.idl)
 set(VLGS_TLB ${PROJECT_BINARY_DIR}/typelib/VlGeneralServices.tlb)
-set(VLGS_HEADER ${PROJECT_BINARY_DIR}/typelib/VlGeneralServices.h)
+set(VLGS_HEADER ${PROJECT_BINARY_DIR}/typelib/VlGeneralServices/Interfaces.h)
 set(VLGS_WIDL_COMMAND ${VLGS_WIDL} -I ${VLGS_IDL_DIR} -L ${VLGS_TLB_DIR})
-file(MAKE_DIRECTORY ${PROJECT_BINARY_DIR}/typelib)
+file(MAKE_DIRECTORY ${PROJECT_BINARY_DIR}/typelib/VlGeneralServices)
 add_custom_command(OUTPUT ${VLGS_TLB} DEPENDS ${VLGS_IDL}
   COMMAND ${VLGS_WIDL_COMMAND} -t -o ${VLGS_TLB} ${VLGS_IDL} VERBATIM)
 add_custom_command(OUTPUT ${VLGS_HEADER} DEPENDS ${VLGS_IDL}

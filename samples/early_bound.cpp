@@ -2,8 +2,8 @@
 //
 //     early_bound.exe C:\projects\demo.VLS
 //
-// VlGeneralServices.h comes from the interface definition: `widl -D VLGS_HEADER -h VlGeneralServices.idl`.
-#include "VlGeneralServices.h"
+// Interfaces.h is installed with the library; it comes from the interface definition.
+#include <VlGeneralServices/Interfaces.h>
 
 #include <comdef.h>
 

@@ -1,8 +1,9 @@
 #!/usr/bin/env bash
 # Installs what is missing, builds, and runs the tests.
 #
-#   scripts/test.sh                    everything: sanitize, windows, native
+#   scripts/test.sh                    everything: clang, sanitize, windows, native
 #   scripts/test.sh native [ARG…]      the native tests; further arguments go to ctest
+#   scripts/test.sh clang [ARG…]       the same built with clang, without the programs of others
 #   scripts/test.sh sanitize [ARG…]    the same under the address and undefined-behaviour sanitizers
 #   scripts/test.sh windows            the Windows builds, under Wine
 set -euo pipefail
@@ -23,16 +24,17 @@ ctest_of() {
 run() {
     case $1 in
     native) shift && ctest_of dev "$@" ;;
+    clang) shift && need clang && ctest_of clang -E '^consumer\.' "$@" ;;
     sanitize) shift && ctest_of sanitize "$@" ;;
     windows) scripts/test_windows.sh ;;
-    *) echo "usage: scripts/test.sh [native|sanitize|windows]" >&2 && exit 2 ;;
+    *) echo "usage: scripts/test.sh [native|clang|sanitize|windows]" >&2 && exit 2 ;;
     esac
 }
 
 if [ $# -gt 0 ]; then
     run "$@"
 else
-    for kind in sanitize windows native; do
+    for kind in clang sanitize windows native; do
         run "$kind"
     done
 fi

@@ -17,6 +17,8 @@ for file in bin/VlGeneralServices.dll bin/VlComRes.dll bin/VlGeneralServices.man
     [ -f "$prefix/$file" ] || { echo "$file is not installed" >&2; exit 1; }
 done
 "$here/exports.py" "$prefix/bin/VlGeneralServices.dll" "$prefix/include/VlGeneralServices"
+"${toolchain#mingw-}-w64-mingw32-g++-posix" -std=c++17 -municode -static -isystem "$prefix/include" \
+    "$source/samples/early_bound.cpp" -o "$work/early_bound.exe" -loleaut32 -lole32 -luuid
 cmake -S "$here/program" -B "$work/program" -G Ninja --toolchain "$source/cmake/$toolchain.cmake" \
     -DCMAKE_PREFIX_PATH="$prefix" -DCMAKE_EXE_LINKER_FLAGS=-static >/dev/null
 cmake --build "$work/program" >/dev/null

@@ -1,6 +1,6 @@
 // A compiled client: every interface through its vtable, from the header that the interface definition gives.
 // The server is found by registration or, in the other build of this program, by a manifest.
-#include "VlGeneralServices.h"
+#include <VlGeneralServices/Interfaces.h>
 
 #include <comdef.h>
 
