@@ -7,6 +7,9 @@ namespace vlgs {
 
 namespace {
 
+constexpr bool beginsWithDigit(std::u16string_view text) {
+    return !text.empty() && ascii::isDigit(text.front());
+}
 // A letter of the scripts that part words by blanks and have two cases: Latin, Greek, Cyrillic, Armenian.
 constexpr bool isLetter(char16_t c) {
     return ascii::isLetter(c) || (c >= u'\u00C0' && c <= u'\u0588' && c != u'\u00D7' && c != u'\u00F7') ||
@@ -48,40 +51,36 @@ const DateNames::Words& DateNames::words() const {
     if (words_)
         return *words_;
     auto& words = words_.emplace();
-    words.months.reserve(4 * 12 * 2 + 12);
-    const auto addMonth = [&](std::u16string_view name, int month) {
-        words.digits |= ascii::isDigit(name.front());
-        words.months.push_back({name, month});
-        if (name.ends_with(u'.'))
-            words.months.push_back({name.substr(0, name.size() - 1), month});
-    };
     for (const Locale& language : {locale_, Locale::named("en-US")})
         for (int month = 1; month <= 12; ++month)
-            for (const NameForm form : nameForms)
-                addMonth(language.monthName(month, form), month);
+            for (const NameForm form : nameForms) {
+                const auto name = language.monthName(month, form);
+                words.months.push_back({name, month});
+                if (name.ends_with(u'.'))
+                    words.months.push_back({name.substr(0, name.size() - 1), month});
+            }
     for (int weekday = 1; weekday <= 7; ++weekday)
         for (const NameForm form : {NameForm::Full, NameForm::Abbreviated})
             words.weekdays.push_back({locale_.weekdayName(weekday, form), weekday});
-
-    const auto addHalf = [&](std::u16string_view name, HalfOfDay half) {
-        words.halves.push_back({name, static_cast<int>(half)});
-    };
-    const auto addForms = [&](std::u16string_view name, HalfOfDay half) {
-        addHalf(name, half);
-        auto& withoutBlanks = words.forms.emplace_back(name);
-        std::erase_if(withoutBlanks, isDateBlank);
-        addHalf(withoutBlanks, half);
-        auto& withoutDots = words.forms.emplace_back(withoutBlanks);
-        std::erase(withoutDots, u'.');
-        addHalf(withoutDots, half);
-    };
-    addForms(locale_.text(LocaleItem::Morning), HalfOfDay::Morning);
-    addForms(locale_.text(LocaleItem::Afternoon), HalfOfDay::Afternoon);
-    for (const std::u16string_view name : {u"AM", u"A", u"a.m."})
-        addHalf(name, HalfOfDay::Morning);
-    for (const std::u16string_view name : {u"PM", u"P", u"p.m."})
-        addHalf(name, HalfOfDay::Afternoon);
+    addHalf(words, HalfOfDay::Morning, locale_.text(LocaleItem::Morning), {u"AM", u"A", u"a.m."});
+    addHalf(words, HalfOfDay::Afternoon, locale_.text(LocaleItem::Afternoon), {u"PM", u"P", u"p.m."});
     return words;
+}
+
+void DateNames::addHalf(Words& words, HalfOfDay half, std::u16string_view name,
+                        std::initializer_list<std::u16string_view> english) {
+    const auto add = [&](std::u16string_view text) {
+        words.halves.push_back({text, static_cast<int>(half)});
+    };
+    add(name);
+    auto& withoutBlanks = words.forms.emplace_back(name);
+    std::erase_if(withoutBlanks, isDateBlank);
+    add(withoutBlanks);
+    auto& withoutDots = words.forms.emplace_back(withoutBlanks);
+    std::erase(withoutDots, u'.');
+    add(withoutDots);
+    for (const auto text : english)
+        add(text);
 }
 
 const DateNames::Word* DateNames::take(const std::vector<Word>& words, std::u16string_view& text) {
@@ -104,12 +103,17 @@ bool DateNames::takeWeekday(std::u16string_view& text) const {
 }
 
 HalfOfDay DateNames::takeHalf(std::u16string_view& text) const {
+    if (text.empty() || beginsWithDigit(text)) // most times have none, and then need no names
+        return HalfOfDay::None;
     const auto* word = take(words().halves, text);
     return word ? static_cast<HalfOfDay>(word->meaning) : HalfOfDay::None;
 }
 
 bool DateNames::monthsBeginWithDigits() const {
-    return words().digits;
+    if (!digits_)
+        digits_ = beginsWithDigit(locale_.monthName(1)) ||
+                  beginsWithDigit(locale_.monthName(1, NameForm::Abbreviated));
+    return *digits_;
 }
 
 } // namespace vlgs

@@ -4,6 +4,7 @@
 #include "platform/Locale.h"
 
 #include <deque>
+#include <initializer_list>
 #include <optional>
 #include <string>
 #include <vector>
@@ -50,13 +51,15 @@ class DateNames {
     struct Words {
         std::vector<Word> months, weekdays, halves;
         std::deque<std::u16string> forms; // of designators, that the locale does not have
-        bool digits = false;
     };
     const Words& words() const;
+    static void addHalf(Words& words, HalfOfDay half, std::u16string_view name,
+                        std::initializer_list<std::u16string_view> english);
     static const Word* take(const std::vector<Word>& words, std::u16string_view& text);
 
     Locale locale_;
     mutable std::optional<Words> words_;
+    mutable std::optional<bool> digits_;
 };
 
 } // namespace vlgs
