@@ -65,40 +65,95 @@ char16_t foldAt(std::u16string_view text, std::size_t at) noexcept {
     return folding(unit, at > 0 ? text[at - 1] : u'\0');
 }
 
-// Four units at once, which is what comparison and hash work on.
+// Four units at once, which is what comparison and hash work on. A text of ASCII bytes is widened on the way.
 constexpr std::uint64_t everyUnit = 0x0001'0001'0001'0001;
 constexpr std::size_t unitsPerWord = 4;
 
-std::uint64_t loadWord(const char16_t* units) noexcept {
+std::uint64_t loadWord(std::u16string_view text, std::size_t at) noexcept {
     std::uint64_t word;
-    std::memcpy(&word, units, sizeof word);
+    std::memcpy(&word, text.data() + at, sizeof word);
     return word;
+}
+std::uint64_t loadWord(std::string_view ascii, std::size_t at) noexcept {
+    std::uint32_t bytes;
+    std::memcpy(&bytes, ascii.data() + at, sizeof bytes);
+    std::uint64_t word = bytes;
+    word = (word | word << 16) & 0x0000'FFFF'0000'FFFF;
+    return (word | word << 8) & everyUnit * 0xFF;
 }
 
 std::uint64_t foldOtherWord(std::u16string_view text, std::size_t at) noexcept {
     char16_t units[unitsPerWord];
     for (std::size_t i = 0; i < unitsPerWord; ++i)
         units[i] = foldAt(text, at + i);
-    return loadWord(units);
+    return loadWord({units, unitsPerWord}, 0);
 }
 
-inline std::uint64_t foldWord(std::u16string_view text, std::size_t at) noexcept {
-    const std::uint64_t word = loadWord(text.data() + at);
-    if ((word & everyUnit * 0xFF80) != 0) [[unlikely]]
-        return foldOtherWord(text, at);
+std::uint64_t foldAsciiWord(std::uint64_t word) noexcept {
     const std::uint64_t fromA = word + everyUnit * (0x80 - u'A');
     const std::uint64_t behindZ = word + everyUnit * (0x80 - u'Z' - 1);
     return word | (fromA & ~behindZ & everyUnit * 0x80) >> 2;
 }
 
+inline std::uint64_t foldWord(std::u16string_view text, std::size_t at) noexcept {
+    const std::uint64_t word = loadWord(text, at);
+    if ((word & everyUnit * 0xFF80) != 0) [[unlikely]]
+        return foldOtherWord(text, at);
+    return foldAsciiWord(word);
+}
+inline std::uint64_t foldWord(std::string_view ascii, std::size_t at) noexcept {
+    return foldAsciiWord(loadWord(ascii, at));
+}
+
+char16_t foldUnit(std::u16string_view text, std::size_t at) noexcept {
+    return foldAt(text, at);
+}
+char16_t foldUnit(std::string_view ascii, std::size_t at) noexcept {
+    const char unit = ascii[at];
+    return static_cast<char16_t>(unit >= 'A' && unit <= 'Z' ? unit + 32 : unit);
+}
+
 // The units from `at` on, fewer than a word, in the low bits of one.
-std::uint64_t foldTail(std::u16string_view text, std::size_t at) noexcept {
+template <class View>
+std::uint64_t foldTail(View text, std::size_t at) noexcept {
     if (text.size() >= unitsPerWord)
         return foldWord(text, text.size() - unitsPerWord) >> 16 * (unitsPerWord - (text.size() - at));
     std::uint64_t word = 0;
     for (int shift = 0; at < text.size(); ++at, shift += 16)
-        word |= static_cast<std::uint64_t>(foldAt(text, at)) << shift;
+        word |= static_cast<std::uint64_t>(foldUnit(text, at)) << shift;
     return word;
+}
+
+template <class ViewA, class ViewB>
+bool equalFolded(ViewA a, ViewB b) noexcept {
+    if (a.size() != b.size())
+        return false;
+    // Units that are the same fold to the same, since what stands before them does.
+    const auto differ = [&](std::size_t at) {
+        return loadWord(a, at) != loadWord(b, at) && foldWord(a, at) != foldWord(b, at);
+    };
+    std::size_t at = 0;
+    for (; at + unitsPerWord <= a.size(); at += unitsPerWord)
+        if (differ(at))
+            return false;
+    if (a.size() >= unitsPerWord)
+        return !differ(a.size() - unitsPerWord);
+    return foldTail(a, 0) == foldTail(b, 0);
+}
+
+template <class View>
+std::uint64_t hashFolded(View text) noexcept {
+    KeyedHash hash;
+    std::size_t at = 0;
+    for (; at + unitsPerWord <= text.size(); at += unitsPerWord)
+        hash.add(foldWord(text, at));
+    // The last word holds the up to three units left and the length, so that no two texts give the same
+    // words.
+    std::uint64_t last = static_cast<std::uint64_t>(text.size()) << 48;
+    if (at < text.size())
+        last |= foldTail(text, at);
+    hash.add(last);
+    return hash.finish();
 }
 
 using FoldedSearch = LinearSearch<String, foldAt>;
@@ -114,19 +169,15 @@ String foldCase(std::u16string_view text) {
 }
 
 bool equalIgnoringCase(std::u16string_view a, std::u16string_view b) noexcept {
-    if (a.size() != b.size())
-        return false;
-    // Units that are the same fold to the same, since what stands before them does.
-    const auto differ = [&](std::size_t at) {
-        return loadWord(a.data() + at) != loadWord(b.data() + at) && foldWord(a, at) != foldWord(b, at);
-    };
-    std::size_t at = 0;
-    for (; at + unitsPerWord <= a.size(); at += unitsPerWord)
-        if (differ(at))
-            return false;
-    if (a.size() >= unitsPerWord)
-        return !differ(a.size() - unitsPerWord);
-    return foldTail(a, 0) == foldTail(b, 0);
+    return equalFolded(a, b);
+}
+
+bool equalIgnoringCase(std::string_view ascii, std::u16string_view text) noexcept {
+    return equalFolded(ascii, text);
+}
+
+bool equalIgnoringCase(std::string_view ascii, std::string_view other) noexcept {
+    return equalFolded(ascii, other);
 }
 
 int compareIgnoringCase(std::u16string_view a, std::u16string_view b) noexcept {
@@ -141,17 +192,11 @@ int compareIgnoringCase(std::u16string_view a, std::u16string_view b) noexcept {
 }
 
 std::uint64_t hashIgnoringCase(std::u16string_view text) noexcept {
-    KeyedHash hash;
-    std::size_t at = 0;
-    for (; at + unitsPerWord <= text.size(); at += unitsPerWord)
-        hash.add(foldWord(text, at));
-    // The last word holds the up to three units left and the length, so that no two texts give the same
-    // words.
-    std::uint64_t last = static_cast<std::uint64_t>(text.size()) << 48;
-    if (at < text.size())
-        last |= foldTail(text, at);
-    hash.add(last);
-    return hash.finish();
+    return hashFolded(text);
+}
+
+std::uint64_t hashIgnoringCase(std::string_view ascii) noexcept {
+    return hashFolded(ascii);
 }
 
 std::size_t findIgnoringCase(std::u16string_view text, std::u16string_view find, std::size_t from) {

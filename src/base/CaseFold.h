@@ -16,6 +16,9 @@ char16_t foldCase(char16_t character) noexcept;
 String foldCase(std::u16string_view text);
 
 bool equalIgnoringCase(std::u16string_view a, std::u16string_view b) noexcept;
+/// The same for texts of bytes. REQUIRES: every byte is below 128.
+bool equalIgnoringCase(std::string_view ascii, std::u16string_view text) noexcept;
+bool equalIgnoringCase(std::string_view ascii, std::string_view other) noexcept;
 
 /// Negative, 0 or positive as `a` sorts before, with or after `b` by the UTF-16 units of their folded forms.
 int compareIgnoringCase(std::u16string_view a, std::u16string_view b) noexcept;
@@ -23,6 +26,8 @@ int compareIgnoringCase(std::u16string_view a, std::u16string_view b) noexcept;
 /// Equal for texts that are equal without regard to case. Keyed by a secret of the process, so that nobody
 /// can choose texts that collide: never to be stored or sent to another process.
 std::uint64_t hashIgnoringCase(std::u16string_view text) noexcept;
+/// The same number for a text of bytes. REQUIRES: every byte is below 128.
+std::uint64_t hashIgnoringCase(std::string_view ascii) noexcept;
 
 /// Position of the first occurrence of `find` at or after `from`, `npos` when there is none. An empty `find`
 /// occurs everywhere, at the end of the text too. Linear in both texts however they repeat themselves.

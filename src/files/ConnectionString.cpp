@@ -43,10 +43,9 @@ class Pairs {
 };
 
 template <class Visit>
-void forEachKey(const Collection* keys, Visit&& visit) {
-    const OrderedStore* store = keys ? keys->store() : nullptr;
-    for (std::int32_t position = 1; store && position <= store->count(); ++position)
-        if (const auto* key = objectIn<Property>(store->at(position)))
+void forEachKey(Collection* keys, Visit&& visit) {
+    for (std::int32_t position = 1; keys && position <= keys->Count(); ++position)
+        if (const auto* key = keys->property(position))
             visit(key->name(), toText(key->value()));
 }
 
@@ -87,9 +86,8 @@ Ref<INIFile> accessDocument(const String& path) {
 
 } // namespace
 
-void g_ValidateODBCSectionExists(const Collection* sections, const String& name) {
-    const OrderedStore* store = sections ? sections->store() : nullptr;
-    if (!store || !store->withKey(name))
+void g_ValidateODBCSectionExists(Collection* sections, const String& name) {
+    if (!sections || !sections->IsPresent(name))
         raiseMessage(u"VlGeneralServices.modFiles.g_ValidateODBCSectionExists", eMsg_ODBCSectionMissing);
 }
 

@@ -17,7 +17,7 @@ struct ConnectionRequest {
 };
 
 /// Raises 11558 under modFiles.g_ValidateODBCSectionExists when there are no sections or none of that name.
-void g_ValidateODBCSectionExists(const Collection* sections, const String& name);
+void g_ValidateODBCSectionExists(Collection* sections, const String& name);
 
 /// The string for a project or link document, "" for no document. Raises 11504 under
 /// "g_BuildConnectionString" for another kind of document, and 11558 when it has no section "ODBC".

@@ -1,11 +1,32 @@
 // The library's ordered, keyed container. It never raises for a member that is not there: a failure is the
 // number that a member answers, or Empty.
+//
+// Its members stand in a general store or, as long as they are the keys of a section just as they were read,
+// in FreshKeys; never in both. Nobody can tell from outside.
 #pragma once
 
 #include "automation/OrderedStore.h"
 #include "frame/Component.h"
+#include "ini/Property.h"
+
+#include <memory>
+#include <optional>
+#include <type_traits>
+#include <typeinfo>
 
 namespace vlgs {
+
+class FreshKeys;
+class StoredText;
+class TextArena;
+
+/// The object of class T that a member of a store holds; null for no member and for anything else.
+template <class T>
+T* objectIn(const Variant* member) noexcept {
+    static_assert(std::is_final_v<T>);
+    Object* object = member && member->isObject() ? member->object() : nullptr;
+    return object && typeid(*object) == typeid(T) ? static_cast<T*>(object) : nullptr;
+}
 
 class VLGS_API Collection final : public CountedComponent {
   public:
@@ -40,11 +61,14 @@ class VLGS_API Collection final : public CountedComponent {
     static const ClassInfo& description();
     const ClassInfo* classInfo() const noexcept override { return &description(); }
 
-    std::int32_t Count() const noexcept { return store_ ? store_->count() : 0; }
+    Collection();
+    ~Collection() override;
+
+    std::int32_t Count() const noexcept;
 
     /// The member that `Index` names: a number is a position from 1, a text is a key in any case. Empty when
     /// there is none, whatever the reason.
-    Variant Item(const Variant& Index) const;
+    Variant Item(const Variant& Index);
 
     /// Answers 0, or 5 for a key that is not present, 9 for a position out of range, 13 for another index.
     std::int32_t Remove(const Variant& Index);
@@ -56,19 +80,34 @@ class VLGS_API Collection final : public CountedComponent {
     std::int32_t Add(const Variant& Item, const String& key = {}, const Variant& Before = missing,
                      const Variant& After = missing);
 
-    bool IsPresent(const Variant& Index) const;
+    bool IsPresent(const Variant& Index);
 
     /// Yields the members by position; see OrderedStore::enumerate for changes meanwhile.
     Ref<Enumerator> NewEnum();
 
+    // ---- Within the library ----
+
     /// The store behind the members, made now if there was none.
     const Ref<OrderedStore>& Store();
-    /// The store as it is, null when there was none yet.
-    const OrderedStore* store() const noexcept { return store_.get(); }
-    void SetStore(Ref<OrderedStore> store) noexcept { store_ = std::move(store); }
+    void SetStore(Ref<OrderedStore> store) noexcept;
+
+    /// The member at a position or with a key if it is a Property, else null.
+    Property* property(const Variant& index);
+    Property* property(std::u16string_view key);
+
+    /// The members as they were read, null when they stand in a store or there are none.
+    FreshKeys* fresh() const noexcept { return fresh_.get(); }
+    /// The same, begun in that arena when there are no members yet.
+    FreshKeys* freshIn(const Ref<TextArena>& arena);
+    /// Gives the key of that name that text, adding it when there is none. REQUIRES: fresh().
+    Property* setFresh(StoredText name, StoredText value);
 
   private:
+    Property* objectOf(std::uint32_t key);
+    std::optional<std::uint32_t> freshKey(const Variant& index) const noexcept;
+
     Ref<OrderedStore> store_;
+    std::unique_ptr<FreshKeys> fresh_;
 };
 
 } // namespace vlgs

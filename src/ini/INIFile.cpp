@@ -5,6 +5,7 @@
 #include "frame/Errors.h"
 #include "frame/SharedState.h"
 #include "ini/Buffer.h"
+#include "ini/FreshKeys.h"
 #include "ini/INIText.h"
 #include "ini/PathParts.h"
 #include "platform/Files.h"
@@ -15,16 +16,10 @@ namespace vlgs {
 
 namespace {
 
-const OrderedStore* storeOf(const Collection* members) {
-    return members ? members->store() : nullptr;
-}
-Property* propertyIn(const Collection* members, const Variant& index) {
-    const auto* store = storeOf(members);
-    return store ? objectIn<Property>(store->read(index).member) : nullptr;
-}
-Property* propertyIn(const Collection* members, std::u16string_view name) {
-    const auto* store = storeOf(members);
-    return store ? objectIn<Property>(store->withKey(name)) : nullptr;
+// What an index names among members that there may be none of.
+template <class Index>
+Property* propertyIn(const Ref<Collection>& members, const Index& index) {
+    return members ? members->property(index) : nullptr;
 }
 Collection* keysOf(const Property* section) {
     return section ? objectIn<Collection>(&section->value()) : nullptr;
@@ -84,15 +79,28 @@ Ref<Collection> INIFile::Sections() {
 }
 
 Ref<Property> INIFile::Section(const Variant& vSection) const {
-    return Ref<Property>(propertyIn(sections_.get(), vSection));
+    return Ref<Property>(propertyIn(sections_, vSection));
 }
 
 Ref<Property> INIFile::Key(const Variant& vSection, const Variant& vKey) const {
-    return Ref<Property>(propertyIn(keysOf(propertyIn(sections_.get(), vSection)), vKey));
+    return Ref<Property>(propertyIn(SectionKeys(vSection), vKey));
 }
 
 String INIFile::KeyValue(const String& sSection, const String& sKey) const {
-    const Property* key = propertyIn(keysOf(propertyIn(sections_.get(), sSection.view())), sKey.view());
+    Collection* keys = keysOf(propertyIn(sections_, sSection.view()));
+    if (!keys)
+        return {};
+    const Property* key = nullptr;
+    if (const FreshKeys* fresh = keys->fresh()) {
+        const auto found = fresh->find(sKey.view());
+        if (found == FreshKeys::none)
+            return {};
+        key = fresh->knownObject(found);
+        if (!key)
+            return fresh->value(found).toString();
+    } else {
+        key = keys->property(sKey.view());
+    }
     if (!key)
         return {};
     if (key->value().isString())
@@ -105,14 +113,14 @@ String INIFile::KeyValue(const String& sSection, const String& sKey) const {
 }
 
 Ref<Collection> INIFile::SectionKeys(const Variant& vSection) const {
-    return Ref<Collection>(keysOf(propertyIn(sections_.get(), vSection)));
+    return Ref<Collection>(keysOf(propertyIn(sections_, vSection)));
 }
 
 Ref<Property> INIFile::CreateSection(const String& sSectionName, const Variant& Before,
                                      const Variant& After) {
     if (sSectionName.empty())
         raiseMessage(u"VlGeneralServices.INIFile.CreateSection", eMsg_SectionNameCannotBeBlank);
-    if (auto* found = propertyIn(sections_.get(), sSectionName.view()))
+    if (auto* found = propertyIn(sections_, sSectionName.view()))
         return Ref<Property>(found);
     auto section = make<Property>();
     section->SetName(sSectionName);
@@ -133,30 +141,32 @@ Ref<Property> INIFile::CreateKey(const Variant& vSection, const String& sKeyName
 }
 
 INIFile::KeyPlace INIFile::keyPlaceOf(const Property& section) const {
-    return {Ref<Collection>(keysOf(propertyIn(sections_.get(), section.name().view()))),
+    return {Ref<Collection>(keysOf(propertyIn(sections_, section.name().view()))),
             Ref<Collection>(keysOf(&section))};
 }
 
 Ref<Property> INIFile::createKeyIn(const KeyPlace& place, String name, String value, const Variant& before,
                                    const Variant& after) {
     requireKeyName(name);
-    // Most keys of a text are new, so adding comes first where a key that is there would refuse it.
+    // Most keys are new, so adding comes first where a key that is there would refuse it.
     const bool refusesKnown = place.lookUp == place.add && before.isMissing() && after.isMissing();
     if (!refusesKnown) {
-        if (auto* found = propertyIn(place.lookUp.get(), name.view())) {
+        if (auto* found = propertyIn(place.lookUp, name.view())) {
             found->LetValue(std::move(value));
             return Ref<Property>(found);
         }
     }
     if (!place.add) // a caller's own text stands in the place of a section's keys
         raise(RunTimeError::TypeMismatch);
+    if (refusesKnown && place.add->fresh())
+        return Ref<Property>(place.add->setFresh(name.view(), value.view()));
     auto key = make<Property>();
     key->SetName(name);
     key->LetValue(value);
     const auto failure = place.add->Store()->add(key, std::move(name), before, after);
     if (!refusesKnown || !failure)
         return key;
-    auto* found = propertyIn(place.add.get(), key->name().view());
+    auto* found = place.add->property(key->name().view());
     if (!found)
         return key;
     found->LetValue(std::move(value));
@@ -227,12 +237,12 @@ bool INIFile::DeleteSection(const Variant& vSection) {
 }
 
 bool INIFile::DeleteKey(const String& vSection, const Variant& vKey) {
-    auto* keys = keysOf(propertyIn(sections_.get(), vSection.view()));
+    auto* keys = keysOf(propertyIn(sections_, vSection.view()));
     return keys && keys->Remove(vKey) == 0;
 }
 
 std::int32_t INIFile::KeyCount(const Variant& vSection) const {
-    const auto* keys = keysOf(propertyIn(sections_.get(), vSection));
+    const auto* keys = keysOf(propertyIn(sections_, vSection));
     return keys ? keys->Count() : 0;
 }
 

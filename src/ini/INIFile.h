@@ -12,23 +12,12 @@
 #include "ini/StreamTypes.h"
 #include "platform/FileHold.h"
 
-#include <type_traits>
-#include <typeinfo>
-
 namespace vlgs {
 
 #define VLGS_INI_FILE_TYPES(value)                                                                           \
     value(eINI_Empty, 0) value(eINI_VLS, 1) value(eINI_INI, 2) value(eINI_VLL, 3)
 VLGS_ENUMERATION(enumINIFileTypes, "3F21F615-3A23-4CAB-86DA-CFD91CA0187B", "Kinds of INI files",
                  VLGS_INI_FILE_TYPES)
-
-/// The object of class T that a member of a store holds; null for no member and for anything else.
-template <class T>
-T* objectIn(const Variant* member) noexcept {
-    static_assert(std::is_final_v<T>);
-    Object* object = member && member->isObject() ? member->object() : nullptr;
-    return object && typeid(*object) == typeid(T) ? static_cast<T*>(object) : nullptr;
-}
 
 class VLGS_API INIFile final : public Component {
   public:
@@ -147,7 +136,7 @@ class VLGS_API INIFile final : public Component {
     void SetLossyOrigin(LossyOrigin origin) { lossyOrigin_ = std::move(origin); }
 
     /// The sections as they are, null when there are none.
-    const Collection* sections() const noexcept { return sections_.get(); }
+    Collection* sections() const noexcept { return sections_.get(); }
 
     /// Where the keys of one section are looked up and added. The two differ only when a caller has put a
     /// section under a name that is not its own.

@@ -1,6 +1,7 @@
 #include "ini/LineParser.h"
 
 #include "base/Text.h"
+#include "ini/FreshKeys.h"
 
 namespace vlgs {
 
@@ -18,20 +19,30 @@ void LineParser::parse(std::u16string_view line) {
     const auto equals = hasSection_ ? line.find(u'=') : line.npos;
     if (equals == line.npos)
         return parseHeader(line);
-    const auto name = trim(line.substr(0, equals));
-    INIFile::createKeyIn(current_, names_.share(name, [&] { return String(name); }), line.substr(equals + 1));
+    setKey(trim(line.substr(0, equals)), line.substr(equals + 1));
 }
 
 void LineParser::parse(std::string_view line, const CodePage& page) {
+    if (!isAscii(line))
+        return parse(page.decode(line).view());
     const auto equals = hasSection_ ? line.find('=') : line.npos;
-    if (equals == line.npos) {
-        if (line.find('[') != line.npos)
-            parseHeader(page.decode(line));
-        return;
+    if (equals != line.npos)
+        setKey(trimBlanks(line.substr(0, equals)), line.substr(equals + 1));
+    else if (line.find('[') != line.npos)
+        parseHeader(page.decode(line));
+}
+
+// Keys of a section that is new stay as they were read.
+void LineParser::setKey(StoredText name, StoredText value) {
+    if (name.length() == 0 || current_.lookUp != current_.add || !current_.add ||
+        !current_.add->freshIn(arena_)) {
+        const auto makeName = [&] { return name.toString(); };
+        INIFile::createKeyIn(current_,
+                             name.visit([&](auto text) { return arena_->names().share(text, makeName); }),
+                             value.toString());
+    } else if (current_.add->fresh()->findOrAdd(name, value) != FreshKeys::none) {
+        current_.add->setFresh(name, value);
     }
-    const auto name = trimBlanks(line.substr(0, equals));
-    INIFile::createKeyIn(current_, names_.share(name, [&] { return page.decode(name); }),
-                         page.decode(line.substr(equals + 1)));
 }
 
 void LineParser::parseHeader(std::u16string_view line) {
@@ -45,13 +56,6 @@ void LineParser::parseHeader(std::u16string_view line) {
         document_.CreateSection(trim(line.substr(open + 1, close - open - 1)), missing, missing);
     current_ = document_.keyPlaceOf(*section);
     hasSection_ = true;
-}
-
-bool LineParser::bytewise(const CodePage& page) noexcept {
-    for (unsigned byte = 0x80; byte <= 0xFF; ++byte)
-        if (page.isLeadByte(static_cast<unsigned char>(byte)))
-            return false;
-    return true;
 }
 
 } // namespace vlgs

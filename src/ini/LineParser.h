@@ -7,72 +7,31 @@
 #pragma once
 
 #include "ini/INIFile.h"
+#include "ini/TextArena.h"
 #include "platform/CodePage.h"
 
-#include <algorithm>
 #include <string_view>
-#include <vector>
 
 namespace vlgs {
-
-/// Gives texts that occur again and again one block of memory, as key names do from section to section.
-class SharedTexts {
-  public:
-    SharedTexts() : recent_(slots) {}
-
-    /// `text`, as `make()` gives it unless a recent text is the same; a byte stands for itself below 128.
-    template <class Unit, class Make>
-    const String& share(std::basic_string_view<Unit> text, Make&& make) {
-        String& slot = recent_[slotOf(text)];
-        if (!isSame(slot, text))
-            slot = make();
-        return slot;
-    }
-
-  private:
-    static constexpr std::size_t slots = 1024;
-
-    // Names that follow one another mostly differ in their last few characters.
-    template <class Unit>
-    static std::size_t slotOf(std::basic_string_view<Unit> text) {
-        std::size_t hash = text.size();
-        for (const Unit unit : text.substr(text.size() - std::min<std::size_t>(text.size(), 8)))
-            hash = hash * 31 + static_cast<std::size_t>(unit);
-        return hash % slots;
-    }
-
-    template <class Unit>
-    static bool isSame(const String& known, std::basic_string_view<Unit> text) {
-        const auto same = [](char16_t a, Unit b) {
-            if constexpr (sizeof(Unit) == 1)
-                return a == static_cast<unsigned char>(b) && a < 0x80;
-            else
-                return a == b;
-        };
-        return known.length() == text.size() && std::equal(known.begin(), known.end(), text.begin(), same);
-    }
-
-    std::vector<String> recent_;
-};
 
 class LineParser {
   public:
     explicit LineParser(INIFile& document) : document_(document) {}
+    LineParser(const LineParser&) = delete;
+    ~LineParser() { arena_->fit(); }
 
     /// Raise what CreateSection and CreateKey raise: 11508 and 11510 for empty names.
     void parse(std::u16string_view line);
-    /// A line still in its bytes. REQUIRES: the page is `bytewise`.
+    /// A line still in its bytes.
     void parse(std::string_view line, const CodePage& page);
-
-    /// Whether no byte below 128 is ever part of another character in the page.
-    static bool bytewise(const CodePage& page) noexcept;
 
   private:
     void parseHeader(std::u16string_view line);
+    void setKey(StoredText name, StoredText value);
 
     INIFile& document_;
     INIFile::KeyPlace current_;
-    SharedTexts names_;
+    Ref<TextArena> arena_ = make<TextArena>();
     bool hasSection_ = false;
 };
 

@@ -1,0 +1,225 @@
+#include "automation/Convert.h"
+#include "base/Text.h"
+#include "ini/Buffer.h"
+#include "ini/FailureMessage.h"
+#include "ini/FreshKeys.h"
+#include "ini/INIText.h"
+#include "platform/CodePage.h"
+#include "platform/Files.h"
+#include "platform/LargePages.h"
+
+#include <cstdio>
+#include <limits>
+#include <optional>
+#include <string>
+
+namespace vlgs {
+
+namespace {
+
+template <class Visit>
+void forEachProperty(Collection& members, Visit&& visit) {
+    const Ref<OrderedStore> store = members.Store();
+    for (std::int32_t position = 1; position <= store->count(); ++position) {
+        const Ref<Property> member(objectIn<Property>(store->at(position)));
+        if (!member)
+            raise(RunTimeError::TypeMismatch);
+        visit(*member);
+    }
+}
+
+// Shows a document in order: `onSection(name)`, then `onKey(name, value)` for each of its keys. `textOf`
+// makes a text of a key's value that is none yet.
+template <class OnSection, class OnKey, class TextOf>
+void visitDocument(const INIFile& document, OnSection&& onSection, OnKey&& onKey, TextOf&& textOf) {
+    const auto visitKey = [&](const Property& key) {
+        const Variant& value = key.value();
+        if (value.isString())
+            onKey(key.name().view(), value.text().view());
+        else
+            onKey(key.name().view(), textOf(value).view());
+    };
+    const auto visitKeys = [&](Collection& keys) {
+        const FreshKeys* fresh = keys.fresh();
+        if (!fresh)
+            return forEachProperty(keys, visitKey);
+        for (std::uint32_t position = 0; position < fresh->count(); ++position) {
+            const auto key = fresh->at(position);
+            if (const Property* object = fresh->knownObject(key))
+                visitKey(*object);
+            else
+                onKey(fresh->name(key), fresh->value(key));
+        }
+    };
+    const Ref<Collection> sections(document.sections());
+    if (!sections)
+        return;
+    forEachProperty(*sections, [&](const Property& section) {
+        onSection(section.name().view());
+        if (const Ref<Collection> keys(objectIn<Collection>(&section.value())); keys)
+            visitKeys(*keys);
+    });
+}
+
+// Hands out the text of a document piece by piece.
+template <class Put, class TextOf>
+void writeDocument(const INIFile& document, StoredText lineEnd, Put&& put, TextOf&& textOf) {
+    const auto line = [&](auto... pieces) { (put(StoredText(pieces)), ...); };
+    using namespace std::string_view_literals;
+    visitDocument(
+        document, [&](StoredText name) { line(lineEnd, "["sv, name, "]"sv, lineEnd); },
+        [&](StoredText name, StoredText value) { line(name, "="sv, value, lineEnd); }, textOf);
+    put(lineEnd);
+}
+
+// The length of the document's text, nothing when a value has to be made a text first.
+std::optional<std::size_t> lengthOf(const INIFile& document, StoredText lineEnd) {
+    std::size_t length = 0;
+    bool known = true;
+    writeDocument(
+        document, lineEnd, [&](StoredText piece) { length += piece.length(); },
+        [&](const Variant&) {
+            known = false;
+            return String();
+        });
+    return known ? std::optional(length) : std::nullopt;
+}
+
+// Making a text of a value may run any code, so the length cannot be known before.
+String textWithOddValues(const INIFile& document, StoredText lineEnd) {
+    std::u16string text;
+    writeDocument(
+        document, lineEnd,
+        [&](StoredText piece) { piece.visit([&](auto view) { text.append(view.begin(), view.end()); }); },
+        [](const Variant& value) { return toText(value); });
+    return text;
+}
+
+String textOf(const INIFile& document, StoredText lineEnd) {
+    const auto length = lengthOf(document, lineEnd);
+    if (!length)
+        return textWithOddValues(document, lineEnd);
+    if (*length > std::numeric_limits<std::int32_t>::max() / sizeof(char16_t))
+        raise(RunTimeError::Overflow);
+    return String::build(*length, [&](char16_t* to) {
+        if (*length * sizeof *to >= largeBlock)
+            preferLargePages(to, *length * sizeof *to);
+        writeDocument(
+            document, lineEnd, [&](StoredText piece) { to = piece.copyTo(to); },
+            [](const Variant&) { return String(); });
+    });
+}
+
+// The first character of a text that the code page does not hold, "" when it holds all.
+std::u16string_view firstLacking(const CodePage& page, std::u16string_view text) {
+    for (std::size_t at = 0; at < text.size();) {
+        const bool isPair =
+            (text[at] & 0xFC00) == 0xD800 && at + 1 < text.size() && (text[at + 1] & 0xFC00) == 0xDC00;
+        const auto character = text.substr(at, isPair ? 2 : 1);
+        if (!page.encodeExactly(character))
+            return character;
+        at += character.size();
+    }
+    return {};
+}
+
+[[noreturn]] void raiseForCharacter(std::u16string_view place, std::u16string_view character,
+                                    const CodePage& page) {
+    std::uint32_t number = character[0];
+    if (character.size() == 2)
+        number = 0x10000 + ((number & 0x3FF) << 10 | (character[1] & 0x3FFu));
+    char digits[16];
+    std::snprintf(digits, sizeof digits, "%04X", static_cast<unsigned>(number));
+    throw Error(static_cast<std::int32_t>(RunTimeError::InvalidProcedureCall), String(),
+                concat(place, u" has the character \"", character, u"\" (U+", String::fromUtf8(digits),
+                       u"), which code page ", decimal(page.number()), u" does not hold"));
+}
+
+// Names the first character of a document that the code page does not hold, with its place.
+void refuseLackingCharacters(const INIFile& document, const CodePage& page) {
+    String section;
+    const auto check = [&](StoredText text, auto&& placeOf) {
+        const String wide = text.toString();
+        if (const auto lacking = firstLacking(page, wide); !lacking.empty())
+            raiseForCharacter(placeOf(), lacking, page);
+    };
+    visitDocument(
+        document,
+        [&](StoredText name) {
+            section = name.toString();
+            check(name, [&] { return concat(u"The name of section \"", section, u"\""); });
+        },
+        [&](StoredText name, StoredText value) {
+            const auto placeOf = [&](std::u16string_view part) {
+                return concat(part, u" of key \"", name.toString(), u"\" in section \"", section, u"\"");
+            };
+            check(name, [&] { return placeOf(u"The name"); });
+            check(value, [&] { return placeOf(u"The value"); });
+        },
+        [](const Variant& value) { return toText(value); });
+}
+
+} // namespace
+
+std::string encodedText(const INIFile& document) {
+    const CodePage page = CodePage::system();
+    const StoredText lineEnd = std::string_view("\r\n");
+    std::string bytes;
+    if (const auto length = lengthOf(document, lineEnd)) {
+        bytes.reserve(*length);
+        if (*length >= largeBlock)
+            preferLargePages(bytes.data(), *length);
+    }
+    bool exact = true;
+    const auto append = [&](auto text) {
+        if constexpr (sizeof text[0] == 1)
+            bytes.append(text);
+        else
+            exact = page.append(bytes, text) && exact;
+    };
+    writeDocument(
+        document, lineEnd, [&](StoredText piece) { piece.visit(append); },
+        [](const Variant& value) { return toText(value); });
+    if (!exact)
+        refuseLackingCharacters(document, page);
+    return bytes;
+}
+
+void g_SaveINIFile(INIFile& document, const String& sSaveAs) {
+    try {
+        const String path = sSaveAs.empty() ? document.FullPath() : sSaveAs;
+        const auto& lossy = document.lossyOrigin();
+        if (!lossy.reason.empty() && isSameFile(path, lossy.path))
+            throw Error(static_cast<std::int32_t>(RunTimeError::InvalidProcedureCall), String(),
+                        lossy.reason);
+        const std::string bytes = encodedText(document);
+        const auto before = findAttributes(path);
+        ReplaceOptions options;
+        if (before && has(*before, FileAttributes::Hidden)) {
+            options.attributes = FileAttributes::Hidden;
+            options.evenReadOnly = true;
+        }
+        replaceFile(path, bytes, options);
+        if (!sSaveAs.empty())
+            document.SetFullPath(sSaveAs);
+    } catch (...) {
+        raiseForFailure(u"VlGeneralServices.modFiles.g_SaveINIFile", eMsg_ErrorSavingINIFileX);
+    }
+}
+
+Variant g_GetStreamFromINI(const INIFile& document, enumStreamTypes eStreamType, const String& sDelimiter) {
+    try {
+        String text = textOf(document, sDelimiter.view());
+        if (eStreamType == eStream_String)
+            return text;
+        const auto buffer = make<Buffer>();
+        buffer->SetDelimiter(sDelimiter);
+        buffer->putText(text);
+        text = String();
+        return buffer->GetData(eStreamType, String());
+    } catch (...) {
+        raiseForFailure(u"VlGeneralServices.modFiles.g_GetStreamFromINI", eMsg_StreamingErrorX);
+    }
+}
+
+} // namespace vlgs
