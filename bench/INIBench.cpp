@@ -1,10 +1,13 @@
-// INI documents: loading, look-ups in scattered order, writing and memory, beside GLib's GKeyFile and inih's
-// INIReader.
+// INI documents beside GLib's GKeyFile and inih's INIReader: loading, freeing, look-ups in scattered order,
+// writing, saving and memory.
 //
 //     INIBench [--benchmark_filter=…]
 //
-// The standard document has 2,000 sections of 200 keys, 16 MB of text. `per_key` is the time for one key;
-// `bytes_per_key` the growth of the process's peak resident memory while it loads the document.
+// The standard document has 2,000 sections of 200 keys, 16 MB of text; a huge one has all its keys in one
+// section. `per_key` is the time for one key; `bytes_per_key` the memory of the loaded document by the
+// allocator's own count
+// (`Memory`) or the growth of the process's peak resident memory (`PeakMemory`), 0 where it is not measured.
+// In rows named "beside" a document of the other library is made before each measured one, in the same heap.
 #include "ini/INIFile.h"
 #include "ini/INIText.h"
 #include "platform/Volumes.h"
@@ -14,9 +17,12 @@
 #include <INIReader.h>
 #include <glib.h>
 
+#include <algorithm>
 #include <cstdio>
 #include <filesystem>
 #include <fstream>
+#include <malloc.h>
+#include <memory>
 #include <random>
 #include <string>
 #include <sys/wait.h>
@@ -27,7 +33,9 @@ namespace {
 
 using namespace vlgs;
 
-constexpr int keysOfASection = 200;
+constexpr std::int64_t keysOfASection = 200;
+// As a number of keys for each section: all in one.
+constexpr std::int64_t inOneSection = 1'000'000'000;
 
 std::string sectionName(std::int64_t i) {
     return "Section " + std::to_string(i);
@@ -36,29 +44,36 @@ std::string keyName(std::int64_t i) {
     return "Key" + std::to_string(i);
 }
 
+struct Shape {
+    std::int64_t keys;
+    std::int64_t ofASection;
+    friend bool operator==(const Shape&, const Shape&) = default;
+};
+
 // A document in a file of its own, for as long as the program runs.
 class SampleFile {
   public:
-    explicit SampleFile(std::int64_t keys)
+    explicit SampleFile(Shape shape)
         : path_((std::filesystem::temp_directory_path() /
-                 ("vlgs-bench-" + std::to_string(::getpid()) + "-" + std::to_string(keys) + ".ini"))
+                 ("vlgs-bench-" + std::to_string(::getpid()) + "-" + std::to_string(shape.keys) + "-" +
+                  std::to_string(shape.ofASection) + ".ini"))
                     .string()) {
         std::ofstream file(path_, std::ios::binary);
-        for (std::int64_t i = 0; i < keys; ++i) {
-            if (i % keysOfASection == 0)
-                file << "\r\n[" << sectionName(i / keysOfASection) << "]\r\n";
-            file << keyName(i % keysOfASection) << "=the value of key number " << i << "\r\n";
+        for (std::int64_t i = 0; i < shape.keys; ++i) {
+            if (i % shape.ofASection == 0)
+                file << "\r\n[" << sectionName(i / shape.ofASection) << "]\r\n";
+            file << keyName(i % shape.ofASection) << "=the value of key number " << i << "\r\n";
         }
     }
     ~SampleFile() { std::remove(path_.c_str()); }
 
     const std::string& path() const { return path_; }
-    static const SampleFile& ofKeys(std::int64_t keys) {
-        static std::vector<std::pair<std::int64_t, std::unique_ptr<SampleFile>>> files;
-        for (const auto& [count, file] : files)
-            if (count == keys)
+    static const SampleFile& of(Shape shape) {
+        static std::vector<std::pair<Shape, std::unique_ptr<SampleFile>>> files;
+        for (const auto& [known, file] : files)
+            if (known == shape)
                 return *file;
-        return *files.emplace_back(keys, std::make_unique<SampleFile>(keys)).second;
+        return *files.emplace_back(shape, std::make_unique<SampleFile>(shape)).second;
     }
 
   private:
@@ -77,6 +92,15 @@ struct Vlgs {
         return document->KeyValue(section, key).length();
     }
     std::size_t write() const { return document->GetStream(true).text().length(); }
+    void save(const std::string& path) const { document->Save(String::fromUtf8(path)); }
+    // Every key as an object.
+    std::size_t handOut() const {
+        std::size_t length = 0;
+        for (std::int32_t section = 1; section <= document->Count(); ++section)
+            for (std::int32_t key = 1; key <= document->KeyCount(section); ++key)
+                length += document->Key(section, key)->name().length();
+        return length;
+    }
     Ref<INIFile> document;
 };
 
@@ -99,6 +123,7 @@ struct GLib {
         g_free(g_key_file_to_data(file, &length, nullptr));
         return length;
     }
+    void save(const std::string& path) const { g_key_file_save_to_file(file, path.c_str(), nullptr); }
     GKeyFile* file;
 };
 
@@ -114,28 +139,66 @@ struct Inih {
 
 // ---- The work ----
 
-void perKey(benchmark::State& state, std::int64_t keys) {
-    state.counters["per_key"] =
-        benchmark::Counter(static_cast<double>(keys) * static_cast<double>(state.iterations()),
-                           benchmark::Counter::kIsRate | benchmark::Counter::kInvert);
+Shape shapeOf(const benchmark::State& state) {
+    return {state.range(0), state.range(1)};
 }
 
-template <class Document>
-void Load(benchmark::State& state) {
-    const auto& file = SampleFile::ofKeys(state.range(0));
-    for (auto _ : state)
-        benchmark::DoNotOptimize(std::make_unique<Document>(file));
-    perKey(state, state.range(0));
+void perKey(benchmark::State& state, double bytes = 0) {
+    const auto keys = static_cast<double>(state.range(0));
+    state.counters["per_key"] = benchmark::Counter(keys * static_cast<double>(state.iterations()),
+                                                   benchmark::Counter::kIsRate | benchmark::Counter::kInvert);
+    state.counters["bytes_per_key"] = bytes / keys;
+}
+
+struct Nothing {
+    explicit Nothing(const SampleFile&) {}
+};
+
+enum class Step { Load, Free, Write, Save, LoadAndHandOut };
+
+// One step of a document's life; the others stay outside of the clock, like the document beside it.
+template <class Document, Step step, class Beside = Nothing>
+void Life(benchmark::State& state) {
+    const auto& file = SampleFile::of(shapeOf(state));
+    const std::string copy = file.path() + ".saved";
+    const auto clock = [&](Step now, auto&& work) {
+        if (now == step)
+            state.ResumeTiming();
+        work();
+        if (now == step)
+            state.PauseTiming();
+    };
+    for (auto _ : state) {
+        state.PauseTiming();
+        std::unique_ptr<Document> document;
+        auto beside = std::make_unique<Beside>(file);
+        if constexpr (step == Step::LoadAndHandOut)
+            clock(step, [&] {
+                document = std::make_unique<Document>(file);
+                benchmark::DoNotOptimize(document->handOut());
+            });
+        else
+            clock(Step::Load, [&] { document = std::make_unique<Document>(file); });
+        if constexpr (step == Step::Write)
+            clock(step, [&] { benchmark::DoNotOptimize(document->write()); });
+        if constexpr (step == Step::Save)
+            clock(step, [&] { document->save(copy); });
+        clock(Step::Free, [&] { document.reset(); });
+        beside.reset();
+        state.ResumeTiming();
+    }
+    std::remove(copy.c_str());
+    perKey(state);
 }
 
 template <class Document>
 void LookUp(benchmark::State& state) {
-    const auto keys = state.range(0);
-    const Document document(SampleFile::ofKeys(keys));
+    const auto [keys, ofASection] = shapeOf(state);
+    const Document document(SampleFile::of({keys, ofASection}));
     std::vector<typename Document::Name> sections, names;
-    for (std::int64_t i = 0; i < keys / keysOfASection; ++i)
-        sections.push_back(Document::name(sectionName(i)));
-    for (std::int64_t i = 0; i < keysOfASection; ++i)
+    for (std::int64_t i = 0; i < keys; i += ofASection)
+        sections.push_back(Document::name(sectionName(i / ofASection)));
+    for (std::int64_t i = 0; i < std::min(keys, ofASection); ++i)
         names.push_back(Document::name(keyName(i)));
     std::vector<std::uint32_t> order(static_cast<std::size_t>(keys));
     for (std::size_t i = 0; i < order.size(); ++i)
@@ -144,18 +207,30 @@ void LookUp(benchmark::State& state) {
     for (auto _ : state) {
         std::size_t found = 0;
         for (const auto i : order)
-            found += document.lookUp(sections[i / keysOfASection], names[i % keysOfASection]);
+            found += document.lookUp(sections[i / static_cast<std::size_t>(ofASection)],
+                                     names[i % static_cast<std::size_t>(ofASection)]);
         benchmark::DoNotOptimize(found);
     }
-    perKey(state, keys);
+    perKey(state);
 }
 
-template <class Document>
-void Write(benchmark::State& state) {
-    const Document document(SampleFile::ofKeys(state.range(0)));
-    for (auto _ : state)
-        benchmark::DoNotOptimize(document.write());
-    perKey(state, state.range(0));
+// By the allocator's count, with every key handed out as an object or as it was loaded.
+template <class Document, bool handedOut = false>
+void Memory(benchmark::State& state) {
+    const auto& file = SampleFile::of(shapeOf(state));
+    const auto inUse = [] {
+        const auto info = ::mallinfo2();
+        return static_cast<double>(info.uordblks + info.hblkhd);
+    };
+    double bytes = 0;
+    for (auto _ : state) {
+        const double before = inUse();
+        const Document document(file);
+        if constexpr (handedOut)
+            document.handOut();
+        bytes = inUse() - before;
+    }
+    perKey(state, bytes);
 }
 
 // In kilobytes, a line of /proc/self/status.
@@ -170,7 +245,7 @@ double memory(const char* item) {
 // Each load has a process of its own.
 template <class Document>
 void PeakMemory(benchmark::State& state) {
-    const auto& file = SampleFile::ofKeys(state.range(0));
+    const auto& file = SampleFile::of(shapeOf(state));
     double kilobytes = 0;
     for (auto _ : state) {
         int ends[2];
@@ -190,25 +265,46 @@ void PeakMemory(benchmark::State& state) {
         ::close(ends[0]);
         ::close(ends[1]);
     }
-    state.counters["bytes_per_key"] = kilobytes * 1024 / static_cast<double>(state.range(0));
+    perKey(state, kilobytes * 1024);
 }
 
-constexpr std::int64_t standard = 400'000;
+void standard(benchmark::internal::Benchmark* run) {
+    run->ArgNames({"keys", "of_a_section"})->Unit(benchmark::kMillisecond)->Args({400'000, keysOfASection});
+}
+void standardAndHuge(benchmark::internal::Benchmark* run) {
+    run->Apply(standard)->Args({1'000'000, inOneSection});
+}
+void growing(benchmark::internal::Benchmark* run) {
+    run->ArgNames({"keys", "of_a_section"})->Unit(benchmark::kMillisecond);
+    for (const std::int64_t keys : {10'000, 31'600, 100'000, 316'000, 1'000'000})
+        run->Args({keys, keysOfASection});
+}
 
 // First of all, while this process has no memory of its own to give to its children.
-BENCHMARK(PeakMemory<Vlgs>)->Unit(benchmark::kMillisecond)->Iterations(3)->Arg(standard);
-BENCHMARK(PeakMemory<GLib>)->Unit(benchmark::kMillisecond)->Iterations(3)->Arg(standard);
-BENCHMARK(PeakMemory<Inih>)->Unit(benchmark::kMillisecond)->Iterations(3)->Arg(standard);
-BENCHMARK(Load<Vlgs>)->Unit(benchmark::kMillisecond)->Arg(standard);
-BENCHMARK(Load<GLib>)->Unit(benchmark::kMillisecond)->Arg(standard);
-BENCHMARK(Load<Inih>)->Unit(benchmark::kMillisecond)->Arg(standard);
-BENCHMARK(LookUp<Vlgs>)->Unit(benchmark::kMillisecond)->Arg(standard);
-BENCHMARK(LookUp<GLib>)->Unit(benchmark::kMillisecond)->Arg(standard);
-BENCHMARK(LookUp<Inih>)->Unit(benchmark::kMillisecond)->Arg(standard);
-BENCHMARK(Write<Vlgs>)->Unit(benchmark::kMillisecond)->Arg(standard);
-BENCHMARK(Write<GLib>)->Unit(benchmark::kMillisecond)->Arg(standard);
-BENCHMARK(Load<Vlgs>)->Name("Growth/Load")->RangeMultiplier(10)->Range(10'000, 1'000'000);
-BENCHMARK(LookUp<Vlgs>)->Name("Growth/LookUp")->RangeMultiplier(10)->Range(10'000, 1'000'000);
-BENCHMARK(LookUp<GLib>)->Name("Growth/LookUp/GLib")->RangeMultiplier(10)->Range(10'000, 1'000'000);
+BENCHMARK(PeakMemory<Vlgs>)->Iterations(3)->Apply(standardAndHuge);
+BENCHMARK(PeakMemory<GLib>)->Iterations(3)->Apply(standardAndHuge);
+BENCHMARK(PeakMemory<Inih>)->Iterations(3)->Apply(standard);
+BENCHMARK(Memory<Vlgs>)->Iterations(1)->Apply(standardAndHuge);
+BENCHMARK(Memory<Vlgs, true>)->Name("Memory<Vlgs>/handed_out")->Iterations(1)->Apply(standardAndHuge);
+BENCHMARK(Memory<GLib>)->Iterations(1)->Apply(standardAndHuge);
+BENCHMARK(Life<Vlgs, Step::Load>)->Name("Load<Vlgs>")->Apply(standardAndHuge);
+BENCHMARK(Life<GLib, Step::Load>)->Name("Load<GLib>")->Apply(standardAndHuge);
+BENCHMARK(Life<Inih, Step::Load>)->Name("Load<Inih>")->Apply(standard);
+BENCHMARK(Life<Vlgs, Step::Load, GLib>)->Name("Load<Vlgs>/beside")->Apply(standard);
+BENCHMARK(Life<GLib, Step::Load, Vlgs>)->Name("Load<GLib>/beside")->Apply(standard);
+BENCHMARK(Life<Vlgs, Step::LoadAndHandOut>)->Name("LoadAndHandOut<Vlgs>")->Apply(standardAndHuge);
+BENCHMARK(Life<Vlgs, Step::Free>)->Name("Free<Vlgs>")->Apply(standardAndHuge);
+BENCHMARK(Life<GLib, Step::Free>)->Name("Free<GLib>")->Apply(standardAndHuge);
+BENCHMARK(Life<Vlgs, Step::Free, GLib>)->Name("Free<Vlgs>/beside")->Apply(standard);
+BENCHMARK(Life<GLib, Step::Free, Vlgs>)->Name("Free<GLib>/beside")->Apply(standard);
+BENCHMARK(Life<Vlgs, Step::Write>)->Name("Write<Vlgs>")->Apply(standard);
+BENCHMARK(Life<GLib, Step::Write>)->Name("Write<GLib>")->Apply(standard);
+BENCHMARK(Life<Vlgs, Step::Save>)->Name("Save<Vlgs>")->Apply(standard);
+BENCHMARK(Life<GLib, Step::Save>)->Name("Save<GLib>")->Apply(standard);
+BENCHMARK(LookUp<Vlgs>)->Apply(growing)->Args({1'000'000, inOneSection});
+BENCHMARK(LookUp<GLib>)->Apply(growing)->Args({1'000'000, inOneSection});
+BENCHMARK(LookUp<Inih>)->Apply(standard);
+BENCHMARK(Life<Vlgs, Step::Load>)->Name("Growth/Load<Vlgs>")->Apply(growing);
+BENCHMARK(Life<GLib, Step::Load>)->Name("Growth/Load<GLib>")->Apply(growing);
 
 } // namespace
