@@ -14,7 +14,8 @@ set(VLGS_PUBLIC_HEADERS
     viewprops/ViewProperties.h viewprops/ViewProperty.h
     frame/Component.h frame/InterfaceIdentifiers.h frame/Messages.h frame/Resource.h frame/Restricted.h
     automation/Array.h automation/ClassDescription.h automation/ClassInfo.h automation/Convert.h automation/Dictionary.h
-    automation/Enumeration.h automation/Object.h automation/OrderedCollection.h automation/Record.h automation/Variant.h
+    automation/Enumeration.h automation/EventSource.h automation/Object.h automation/OrderedCollection.h
+    automation/Record.h automation/Variant.h
     base/Ascii.h base/Dates.h base/Error.h base/Export.h base/Guid.h base/String.h
     # what documents hold by value
     automation/OrderedStore.h base/CaseFold.h base/HashIndex.h base/KeyedSequence.h base/PositionTree.h

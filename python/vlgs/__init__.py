@@ -12,11 +12,29 @@ In: bool, int (Long, Double outside 32 bits), float, str, bytes (array of bytes)
 element types), Variant (any type code), Record, objects, None (no object), Empty, Null, Missing.
 Out: the same in reverse. An argument that a member changes is passed as ByRef(value).
 
+Besides: os.PathLike and uuid.UUID (text), range, set and frozenset (arrays), dict (a dictionary object), datetimes
+with a zone (the local moment). Documents, sections and dictionaries are mappings as well, see help(type(document)).
+
+Errors are also of the Python class that their number says: FileNotFoundError, PermissionError, KeyError, IndexError,
+TypeError, OverflowError, AttributeError; error.code is the code of the message catalogue.
+
 An object is used on the thread that made it.
 """
 
+from . import _documents  # noqa: F401 (adds what Python expects of documents and collections)
 from ._constants import constants
-from ._errors import Error
+from ._errors import (
+    AccessDenied,
+    Error,
+    FileMissing,
+    KeyFailure,
+    NoSuchMember,
+    NoSuchPosition,
+    NotACollection,
+    NumberTooLarge,
+    OutOfMemory,
+    UnfitArgument,
+)
 from ._events import WithEvents
 from ._library import library as _library
 from ._objects import Dispatch, Object
@@ -24,16 +42,25 @@ from ._types import Array, ByRef, Empty, Missing, Null, Record, Variant
 
 __version__ = _library.vlgs_version().decode()
 __all__ = [
+    "AccessDenied",
     "Array",
     "ByRef",
+    "constants",
     "Dispatch",
     "Empty",
     "Error",
+    "FileMissing",
+    "KeyFailure",
     "Missing",
+    "NoSuchMember",
+    "NoSuchPosition",
+    "NotACollection",
     "Null",
+    "NumberTooLarge",
     "Object",
+    "OutOfMemory",
     "Record",
+    "UnfitArgument",
     "Variant",
     "WithEvents",
-    "constants",
 ]

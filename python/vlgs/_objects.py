@@ -2,12 +2,13 @@
 
 import collections
 import ctypes
+import difflib
 import inspect
 import threading
 from ctypes import byref, c_char_p, c_int, c_int32, c_void_p
 
 from . import _types, _values
-from ._errors import NoSuchMember, NotACollection, check, run_time_error
+from ._errors import NoSuchMember, check, run_time_error
 from ._library import (
     DEFAULT_MEMBER,
     GET,
@@ -171,16 +172,23 @@ class Object:
     def __len__(self):
         try:
             return _invoke(self, _id_of(self, "Count"), _READ, ())
-        except NoSuchMember as error:
-            raise NotACollection(*error.args) from None
+        except NoSuchMember:
+            raise run_time_error(451, type(self).__name__) from None
 
     def __bool__(self):
         return True  # no object is None, so an object is one however many members it has
 
     def __iter__(self):
+        """Goes over the members; a collection that changes meanwhile raises RuntimeError."""
         enumerator = c_void_p()
         check(library.vlgs_enumerate(self._handle.use(), byref(enumerator)))
-        return _items(_Handle(enumerator.value))
+        return _items(self, _Handle(enumerator.value))
+
+    def __reversed__(self):
+        return reversed(list(self))
+
+    def __copy__(self):
+        raise TypeError(f"{type(self).__name__} has no copy; documents have Clone")
 
     def __eq__(self, other):
         if not isinstance(other, Object):
@@ -199,9 +207,12 @@ class Object:
     _progid = "vlgs.Object"
 
 
-def _items(enumerator):
+def _items(collection, enumerator):
     item, more = Value(), c_int()
+    count = len(collection) if collection._member("Count") else None
     while True:
+        if count is not None and len(collection) != count:
+            raise RuntimeError(f"{type(collection).__name__} changed while it was iterated over")
         check(library.vlgs_next(enumerator.use(), byref(item), byref(more)))
         if not more.value:
             return
@@ -212,8 +223,10 @@ def _id_of(target, name):
     number = c_int32()
     check(library.vlgs_id_of(target._handle.use(), name_of(name), byref(number)))
     if number.value == UNKNOWN_MEMBER:
-        error = run_time_error(438, NoSuchMember)
-        error.name = name
+        near = difflib.get_close_matches(name.lower(), target._members, 1)
+        hint = f"; did you mean {target._members[near[0]]}?" if near else ""
+        error = run_time_error(438, f"{name} of {type(target).__name__}{hint}")
+        error.name, error.obj = name, target
         raise error
     return number.value
 
@@ -244,10 +257,12 @@ class _Parameterised:
 # ---- Python classes from descriptions -------------------------------------------------------------------
 
 
-class _Property:
-    """A property without parameters as an attribute of the Python class."""
+class _Property(property):
+    """A property without parameters as an attribute of the Python class. Being one of Python's own, it is not
+    read by completion."""
 
     def __init__(self, number, doc):
+        super().__init__(doc=doc)
         self._vlgs_id = number
         self.__doc__ = doc
 
@@ -413,10 +428,12 @@ def _make_class(cls):
         library.vlgs_member_describe(cls, index, byref(member))
         rows.setdefault(member.name.decode(), []).append((index, member))
     name = facts.name.decode()
+    base = _protocols.get(name, Object)
+    help_text = facts.help.decode()
     attributes = {
         "__slots__": (),
         "__module__": "vlgs",
-        "__doc__": facts.help.decode(),
+        "__doc__": help_text if base is Object else f"{help_text}\n\n{base.__doc__}",
         "_progid": f"{facts.library.decode()}.{name}",
         "_members": {each.lower(): each for each in rows},
         "_shown": [each for each, found in rows.items() if not found[0][1].hidden],
@@ -424,7 +441,16 @@ def _make_class(cls):
     }
     for each, found in rows.items():
         attributes[each] = _attribute(each, found, cls)
-    return type(name, (Object,), attributes)
+    return type(name, (base,), attributes)
+
+
+_protocols = {}
+
+
+def with_protocols(kind):
+    """Makes the Python class of the native class of that name a subclass of this one."""
+    _protocols[kind.__name__] = kind
+    return kind
 
 
 def wrap(pointer):
@@ -450,7 +476,15 @@ def _take_object(slot):
     return wrap(pointer)
 
 
+def _put_dict(value, slot):
+    dictionary = Dispatch("Scripting.Dictionary")
+    for key, item in value.items():
+        dictionary.Add(key, item)
+    _put_object(dictionary, slot)
+
+
 _values.register(Object, _put_object)
+_values.register(dict, _put_dict)
 _values.register_reader(_types.OBJECT, _take_object)
 
 

@@ -9,6 +9,8 @@ import datetime
 import decimal
 import math
 import numbers
+import os
+import uuid
 from ctypes import byref, c_char_p, c_size_t, c_void_p
 
 from ._errors import check, run_time_error
@@ -52,13 +54,15 @@ _MICROSECONDS = 86_400_000_000
 
 
 def days_of(moment):
-    """The day count of a datetime, date or time. Before day 0 the time of day counts away from zero."""
+    """The day count of a datetime, date or time; one with a zone is taken in local time. Before day 0 the time of day counts away from zero."""
+    if isinstance(moment, datetime.datetime) and moment.tzinfo is not None:
+        moment = moment.astimezone().replace(tzinfo=None)
     if isinstance(moment, datetime.time):
+        if moment.tzinfo is not None:
+            raise ValueError("a time of day with a zone is no moment: pass a datetime")
         moment = datetime.datetime.combine(_DAY_ZERO, moment)
     elif not isinstance(moment, datetime.datetime):
         moment = datetime.datetime.combine(moment, datetime.time())
-    if moment.tzinfo is not None:
-        raise ValueError("automation dates know no time zone: pass a datetime without one")
     past = moment - _DAY_ZERO
     fraction = (past.seconds * 1_000_000 + past.microseconds) / _MICROSECONDS
     return past.days + fraction if past.days >= 0 else past.days - fraction
@@ -284,6 +288,10 @@ _PUT = {
     tuple: _put_list,
     Variant: _put_variant,
     Record: _put_record,
+    range: _put_list,
+    set: _put_list,
+    frozenset: _put_list,
+    uuid.UUID: lambda value, slot: _put_text(f"{{{value}}}".upper(), slot),
     ByRef: lambda value, slot: put(value.value, slot),
     _Singleton: _put_singleton,
 }
@@ -302,6 +310,8 @@ def _writer_of(value):
     for kind, writer in _PUT.items():
         if isinstance(value, kind):
             return writer
+    if isinstance(value, os.PathLike):
+        return lambda path, slot: _put_text(os.fsdecode(path), slot)
     if isinstance(value, numbers.Integral):
         return lambda number, slot: _put_int(int(number), slot)
     if isinstance(value, numbers.Real):

@@ -10,7 +10,7 @@
 
 namespace vlgs {
 
-class EventSource {
+class VLGS_API EventSource {
   public:
     /// Calls `sink` at every event from now on, and holds it. Gives the number under which to disconnect it.
     std::int32_t connect(Ref<Object> sink);

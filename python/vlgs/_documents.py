@@ -1,0 +1,171 @@
+"""What Python programs expect of INI documents, their sections and keys, collections and dictionaries, besides
+the members that every caller has."""
+
+from ._errors import run_time_error
+from ._objects import Object, with_protocols
+
+
+@with_protocols
+class INIFile(Object):
+    """An INI document as a mapping of names to sections.
+
+    for section in document              the sections in order
+    document["ODBC"]["DSN"]              a key; it equals its text, and str() gives that
+    document["ODBC"]["DSN"] = "Demo"     creates or changes a key
+    document["ODBC"] = {"DSN": "Demo"}   gives a section these keys alone
+    del document["ODBC"]["DSN"], document["ODBC"]
+    with files.CreateINIFile(path) as document: ...
+                                         saves the document at the end, unless the block raises; the document of
+                                         a lock, which deletes its file, is let go instead
+    """
+
+    __slots__ = ()
+
+    def __iter__(self):
+        return iter(self.values())
+
+    def __contains__(self, name):
+        return self.Section(name) is not None
+
+    def __getitem__(self, index):
+        section = super().__getitem__(index)
+        if isinstance(section, Property):
+            object.__setattr__(section, "_document", self)
+        return section
+
+    def __setitem__(self, name, keys):
+        section = self.CreateSection(name).Name
+        keys = dict(keys)
+        for known in list(self[section].keys()):
+            if known not in keys:
+                self.DeleteKey(section, known)
+        for key, text in keys.items():
+            self.CreateKey(section, key, text)
+
+    def __delitem__(self, name):
+        if not self.DeleteSection(name):
+            raise KeyError(name)
+
+    def keys(self):
+        """The names of the sections."""
+        return [section.Name for section in self.Sections]
+
+    def values(self):
+        """The sections."""
+        sections = list(self.Sections)
+        for section in sections:
+            object.__setattr__(section, "_document", self)
+        return sections
+
+    def items(self):
+        """Pairs of a section's name and the section."""
+        return [(section.Name, section) for section in self.values()]
+
+    def __enter__(self):
+        return self
+
+    def __exit__(self, kind, error, traceback):
+        if self.DelayedDelete:
+            self.Delete()
+        elif kind is None:
+            self.Save()
+
+    def __repr__(self):
+        return f"<{self._progid} {self.FullPath!r}>"
+
+
+@with_protocols
+class Property(Object):
+    """A section as a mapping of names to keys, or a key, which equals its text."""
+
+    __slots__ = ("_document",)
+
+    def _keys(self):
+        keys = self.Value
+        if not isinstance(keys, Object):
+            raise run_time_error(451, f"the key {self.Name}")
+        return keys
+
+    def _owner(self):
+        try:
+            return self._document
+        except AttributeError:
+            raise TypeError(
+                "this section does not know its document: write document[section][key] = text"
+            ) from None
+
+    def __iter__(self):
+        return iter(self._keys())
+
+    def __len__(self):
+        return len(self._keys())
+
+    def __contains__(self, name):
+        return self._keys().IsPresent(name)
+
+    def __setitem__(self, name, text):
+        self._owner().CreateKey(self.Name, name, text)
+
+    def __delitem__(self, name):
+        if not self._owner().DeleteKey(self.Name, name):
+            raise KeyError(name)
+
+    def keys(self):
+        """The names of the section's keys."""
+        return [key.Name for key in self._keys()]
+
+    def values(self):
+        """The section's keys."""
+        return list(self._keys())
+
+    def items(self):
+        """Pairs of a key's name and the key."""
+        return [(key.Name, key) for key in self._keys()]
+
+    def __eq__(self, other):
+        if isinstance(other, str):
+            return self.Value == other
+        return super().__eq__(other)
+
+    __hash__ = Object.__hash__
+
+    def __str__(self):
+        value = self.Value
+        return repr(self) if isinstance(value, Object) else str(value)
+
+    def __repr__(self):
+        value = self.Value
+        return f"<{self._progid} {self.Name}: {len(value)} keys>" if isinstance(value, Object) else (
+            f"<{self._progid} {self.Name}={value!r}>"
+        )
+
+
+@with_protocols
+class Collection(Object):
+    """Members counted from 1; a negative position is an error, not one from the end."""
+
+    __slots__ = ()
+
+    def __getitem__(self, index):
+        if isinstance(index, int) and index < 0:
+            raise run_time_error(9, f"positions count from 1, {index} is none")
+        return super().__getitem__(index)
+
+    def __repr__(self):
+        return f"<{self._progid}: {len(self)} members>"
+
+
+@with_protocols
+class Dictionary(Object):
+    """Items by their keys."""
+
+    __slots__ = ()
+
+    def __contains__(self, key):
+        return self.Exists(key)
+
+    def __delitem__(self, key):
+        self.Remove(key)
+
+    def __repr__(self):
+        return f"<{self._progid}: {len(self)} items>"
