@@ -11,7 +11,6 @@ import sys
 import vlgs
 
 LOCKED = {vlgs.constants.eMsg_CannotGetExclusiveLockX, vlgs.constants.eMsg_CannotGetReadWriteLockX}
-OBJECT_ERRORS = -2147221504  # what numbers of the component's own errors are counted from
 
 
 @contextlib.contextmanager
@@ -23,7 +22,7 @@ def project_lock(path, kind=vlgs.constants.eUserLock_ReadWrite):
     try:
         lock = tools.InitiateLock2(path, kind, vlgs.Missing, granted)
     except vlgs.Error as error:
-        if error.number - OBJECT_ERRORS not in LOCKED:
+        if error.code not in LOCKED:
             raise
         print(error.description, file=sys.stderr)
         fallback = kind | vlgs.constants.eUserLock_FallbackToReadOnly

@@ -7,11 +7,14 @@ import decimal
 import gc
 import math
 import os
+import pathlib
 import pickle
 import pydoc
+import tempfile
 import threading
 import unittest
 import unittest.mock
+import uuid
 
 import vlgs
 import vlgs._objects
@@ -62,6 +65,10 @@ class ValueTest(Case):
             (2**31, float(2**31)), (-(2**31) - 1, float(-(2**31) - 1)), ((1, 2), [1, 2]), (bytearray(b"x"), b"x"),
             (datetime.date(2000, 1, 1), datetime.datetime(2000, 1, 1)),
             (datetime.time(6), datetime.datetime(1899, 12, 30, 6)),
+            (pathlib.PurePosixPath("/a"), "/a"), (uuid.UUID(int=10), "{00000000-0000-0000-0000-00000000000A}"),
+            (range(3), [0, 1, 2]), ({1}, [1]),
+            (datetime.datetime(2009, 3, 7, tzinfo=datetime.timezone.utc),
+             datetime.datetime(2009, 3, 7, tzinfo=datetime.timezone.utc).astimezone().replace(tzinfo=None)),
             (D("0." + "3" * 40), D("0." + "3" * 28)), (D("1e20"), D(10**20)), (D("1e-40"), D(0)),
         ):
             with self.subTest(value=value):
@@ -71,9 +78,9 @@ class ValueTest(Case):
         for value, number in ((10**400, 6), (D("1e30"), 6), (D("inf"), 6), (D("nan"), 13)):
             with self.subTest(value=value):
                 self.assertRaisesNumber(number, self.bed.Echo, value)
-        for value in (object(), {1: 2}, {1}, 1j):
+        for value in (object(), 1j):
             self.assertRaises(TypeError, self.bed.Echo, value)
-        self.assertRaises(ValueError, self.bed.Echo, datetime.datetime.now(datetime.timezone.utc))
+        self.assertRaises(ValueError, self.bed.Echo, datetime.time(6, tzinfo=datetime.timezone.utc))
 
     def test_typed_values(self):
         V = vlgs.Variant
@@ -215,6 +222,59 @@ class MemberTest(Case):
         self.assertFalse(hasattr(self.bed, "Nothing"))
         for name in ("VlGeneralServices.Nothing", "", "Nothing", "VlGeneralServices.Property", "VlGeneralServices.Files\0x"):
             self.assertRaisesNumber(429, vlgs.Dispatch, name)
+
+    def test_errors_are_of_the_class_that_their_number_says(self):
+        files = vlgs.Dispatch("VlGeneralServices.Files")
+        for kind, number in ((TypeError, 13), (OverflowError, 6), (FileNotFoundError, 53), (PermissionError, 70),
+                             (KeyError, 457), (IndexError, 9), (MemoryError, 7), (ValueError, None)):
+            with self.subTest(number=number):
+                if number is None:
+                    self.assertFalse(issubclass(type(vlgs._errors.error_of(5)), kind))
+                else:
+                    error = pickle.loads(pickle.dumps(self.assertRaisesNumber(number, self.bed.Fail, number, "s", "d")))
+                    self.assertIsInstance(error, kind)
+                    self.assertEqual((error.number, error.source, error.code), (number, "s", number))
+        with self.assertRaises(FileNotFoundError) as raised:
+            files.ExtractPathVolume("C:\\no\\such")
+        self.assertEqual(raised.exception.code, vlgs.constants.eMsg_ErrorPathIsBad)
+        with self.assertRaisesRegex(AttributeError, "CreateKye of INIFile; did you mean CreateKey") as raised:
+            files.CreateINIFile("a").CreateKye
+        self.assertEqual((raised.exception.name, type(raised.exception.obj).__name__), ("CreateKye", "INIFile"))
+
+    def test_documents_are_mappings(self):
+        files = vlgs.Dispatch("VlGeneralServices.Files")
+        with tempfile.TemporaryDirectory() as folder:
+            path = pathlib.Path(folder, "a.ini")
+            with files.CreateINIFile(path) as document:
+                document["ODBC"] = {"DSN": "Demo", "UID": "me"}
+                document["ODBC"]["DSN"] = "Other"
+                document["A"] = {"b": "c"}
+            with self.assertRaises(ZeroDivisionError), document:
+                document["A"]["b"] = 1 / 0
+            again = files.RetrieveINIFile(path)
+            self.assertEqual({name: dict(section) for name, section in again.items()},
+                             {"ODBC": {"DSN": "Other", "UID": "me"}, "A": {"b": "c"}})
+            self.assertEqual([section.Name for section in again], ["ODBC", "A"])
+            self.assertEqual(("odbc" in again, "X" in again, "dsn" in again["ODBC"]), (True, False, True))
+            self.assertEqual(str(again["A"]["b"]), "c")
+            self.assertIn(repr(path.name)[1:-1], repr(again))
+            again["ODBC"] = {"DSN": "x"}
+            del again["A"], again["ODBC"]["DSN"]
+            self.assertEqual((len(again), len(again["ODBC"])), (1, 0))
+            with self.assertRaises(KeyError):
+                del again["A"]
+
+    def test_collections_follow_python(self):
+        items = vlgs.Dispatch("VlGeneralServices.Collection")
+        for item in "ab":
+            items.Add(item, item)
+        self.assertEqual(list(reversed(items)), ["b", "a"])
+        self.assertRaises(IndexError, lambda: items[-1])
+        with self.assertRaises(RuntimeError):
+            for _ in items:
+                items.Remove(1)
+        self.assertRaises(TypeError, copy.copy, items)
+        self.assertEqual(vlgs.Dispatch("VlGeneralServices.General").CopyDictionaryToVariantArray({"a": 1}), [1])
 
     def test_what_is_no_collection_has_no_length_and_no_members(self):
         guid = vlgs.Dispatch("vlgeneralservices.guid")

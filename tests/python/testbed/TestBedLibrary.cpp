@@ -2,6 +2,6 @@
 #include "capi/vlgs.h"
 #include "support/TestBed.h"
 
-extern "C" vlgs_object* vlgs_test_bed() {
+extern "C" [[gnu::visibility("default")]] vlgs_object* vlgs_test_bed() {
     return reinterpret_cast<vlgs_object*>(vlgs::make<vlgs::test::TestBed>().detach());
 }
