@@ -51,6 +51,20 @@ round_trip() {
     fi
 }
 
+# A copy that was registered later keeps its entries when the first is unregistered.
+two_copies() {
+    local title=$1 copy=$work/copy/VlGeneralServices.dll
+    mkdir -p "$work/copy"
+    cp "$dll" "$copy"
+    registry >"$work/before"
+    wine regsvr32 /s "$dll" && wine regsvr32 /s "$copy" || fail "$title: register"
+    registry >"$work/both"
+    wine regsvr32 /s /u "$dll" || fail "$title: unregister the first"
+    registry | diff "$work/both" - || fail "$title: the second copy has lost entries"
+    wine regsvr32 /s /u "$copy" || fail "$title: unregister the second"
+    registry | diff "$work/before" - || fail "$title: something stays in the registry"
+}
+
 run_scripts() {
     local script
     for script in tests/com/LateBound.vbs tests/com/LateBound.js; do
@@ -69,6 +83,7 @@ run_scripts() {
     done
     wine "$bin/early_bound.exe" "$project" | grep -q '^DRIVER=' || fail "$1: samples/early_bound.cpp"
     wine "$bin/VlgsEarlyBound.exe" || fail "$1: early bound"
+    wine "$bin/VlgsTypeLibrary.exe" || fail "$1: type library"
     # A thread that hangs as it ends is what this program is for.
     timeout 300 wine "$bin/VlgsThreads.exe" || fail "$1: threads"
 }
@@ -103,6 +118,7 @@ prove() {
     export VLGS_SOURCE_DIR=$PWD VLGS_BINARY_DIR=$PWD/build/$preset
     round_trip "$preset, machine"
     round_trip "$preset, user" /n /i:user
+    two_copies "$preset, two copies"
     echo "-- $preset, manifest without registration"
     wine "$bin/VlgsManifestClient.exe" || fail "$preset: manifest"
     native_tests "$bin"

@@ -99,11 +99,11 @@ Array Array::ofBytes(std::vector<std::uint8_t> bytes) {
 Array Array::ofLongs(std::vector<std::int32_t> numbers) {
     return adopt(VarType::Long, std::move(numbers), 0);
 }
-Array Array::ofStrings(std::vector<String> texts) {
-    return adopt(VarType::String, std::move(texts), 0);
+ArrayOf<String> Array::ofStrings(std::vector<String> texts) {
+    return ArrayOf<String>(adopt(VarType::String, std::move(texts), 0));
 }
-Array Array::ofVariants(std::vector<Variant> values, std::int32_t lower) {
-    return adopt(VarType::Variant, std::move(values), lower);
+ArrayOf<Variant> Array::ofVariants(std::vector<Variant> values, std::int32_t lower) {
+    return ArrayOf<Variant>(adopt(VarType::Variant, std::move(values), lower));
 }
 
 std::int32_t Array::rank() const noexcept {

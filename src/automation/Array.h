@@ -34,6 +34,9 @@ class ArrayData {
     ArrayElements elements;
 };
 
+template <class T>
+class ArrayOf;
+
 class VLGS_API Array {
   public:
     static constexpr std::size_t maximumDimensions = 60;
@@ -46,8 +49,8 @@ class VLGS_API Array {
     static Array vector(VarType element, std::int32_t count, std::int32_t lower = 0);
     static Array ofBytes(std::vector<std::uint8_t> bytes);
     static Array ofLongs(std::vector<std::int32_t> numbers);
-    static Array ofStrings(std::vector<String> texts);
-    static Array ofVariants(std::vector<Variant> values, std::int32_t lower = 0);
+    static ArrayOf<String> ofStrings(std::vector<String> texts);
+    static ArrayOf<Variant> ofVariants(std::vector<Variant> values, std::int32_t lower = 0);
 
     Array(const Array& other) noexcept;
     Array(Array&& other) noexcept : data_(std::exchange(other.data_, nullptr)) {}
@@ -102,6 +105,15 @@ class VLGS_API Array {
     std::size_t offsetOf(std::span<const std::int32_t> indices) const;
     ArrayData* own(); // the block, not shared with anybody
     ArrayData* data_ = nullptr;
+};
+
+/// An array with elements of one known type. A member's result is one, so that the description of its class
+/// tells the type of what callers receive.
+template <class T>
+class ArrayOf final : public Array {
+  private:
+    friend class Array;
+    explicit ArrayOf(Array elements) noexcept : Array(std::move(elements)) {}
 };
 
 } // namespace vlgs

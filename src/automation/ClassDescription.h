@@ -127,7 +127,9 @@ struct MemberRow {
 template <auto Function, class... Names>
 constexpr auto row(InvokeKind kind, DispatchId id, std::string_view name, std::string_view help,
                    Names... names) {
-    static_assert(sizeof...(Names) == MemberRow<Function>::Traits::arity, "name each parameter");
+    using Traits = typename MemberRow<Function>::Traits;
+    static_assert(sizeof...(Names) == Traits::arity, "name each parameter");
+    static_assert(!std::is_same_v<typename Traits::Result, Array>, "tell of what: ArrayOf<String>");
     return MemberRow<Function>{kind, id, name, help, {ParameterRow(names)...}};
 }
 template <auto Function, class... Names>
@@ -220,6 +222,11 @@ struct TypeTraits<Array> {
         return value.array();
     }
     static Variant to(Array value) { return value; }
+};
+template <class T>
+struct TypeTraits<ArrayOf<T>> { // a result only
+    static constexpr TypeInfo info{.type = arrayOf(TypeTraits<T>::info.type)};
+    static Variant to(ArrayOf<T> value) { return value; }
 };
 template <class E>
 requires std::is_enum_v<E>

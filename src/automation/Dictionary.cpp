@@ -139,7 +139,7 @@ const Variant* Dictionary::find(const Variant& Key) const {
 }
 
 template <class Part>
-Array Dictionary::collect(Part Entry::*part) const {
+ArrayOf<Variant> Dictionary::collect(Part Entry::*part) const {
     std::vector<Variant> values;
     values.reserve(index_->size());
     for (const Entry& entry : entries_)
@@ -148,10 +148,10 @@ Array Dictionary::collect(Part Entry::*part) const {
     return Array::ofVariants(std::move(values));
 }
 
-Array Dictionary::Items() const {
+ArrayOf<Variant> Dictionary::Items() const {
     return collect(&Entry::item);
 }
-Array Dictionary::Keys() const {
+ArrayOf<Variant> Dictionary::Keys() const {
     return collect(&Entry::key);
 }
 

@@ -81,8 +81,8 @@ class VLGS_API Dictionary final : public Object {
     std::int32_t Count() const noexcept;
     bool Exists(const Variant& Key) const;
     /// Arrays of Variants from 0, in the order in which the keys were added.
-    Array Items() const;
-    Array Keys() const;
+    ArrayOf<Variant> Items() const;
+    ArrayOf<Variant> Keys() const;
     /// Gives the item of `Key` another key; its place stays. Raises 32811 when `Key` is not present, 457 when
     /// another item has `NewKey`.
     void PutKey(const Variant& Key, const Variant& NewKey);
@@ -112,7 +112,7 @@ class VLGS_API Dictionary final : public Object {
     Entry& append(const Variant& key, std::uint64_t hash, Variant item);
     void closeUp();
     template <class Part>
-    Array collect(Part Entry::*part) const;
+    ArrayOf<Variant> collect(Part Entry::*part) const;
 
     // In the order of addition. Removed entries stay, dead, until too many are; they are not closed up while
     // an enumerator stands among them.

@@ -1,6 +1,7 @@
 #include "com/Registration.h"
 
 #include "automation/ClassInfo.h"
+#include "base/CaseFold.h"
 #include "base/Text.h"
 #include "com/Failure.h"
 #include "com/TypeLibrary.h"
@@ -8,6 +9,7 @@
 #include "library/LibraryIdentity.h"
 
 #include <olectl.h>
+#include <vector>
 
 // Not every set of headers declares these.
 extern "C" HRESULT STDMETHODCALLTYPE RegisterTypeLibForUser(ITypeLib*, OLECHAR*, OLECHAR*);
@@ -29,13 +31,21 @@ void check(HRESULT status) {
 
 const wchar_t* const classesPath = L"Software\\Classes";
 
+/// A path without the short names that some of its folders may have been called by.
+String longForm(const String& path) {
+    std::vector<wchar_t> text(32768);
+    const DWORD length = GetLongPathNameW(wide(path.data()), text.data(), static_cast<DWORD>(text.size()));
+    return length > 0 && length < text.size() ? String(std::u16string_view(narrow(text.data()), length))
+                                              : path;
+}
+
 /// The part of the registry that holds the classes.
 class ClassesKey {
   public:
-    explicit ClassesKey(Scope scope) {
+    explicit ClassesKey(Scope scope)
+        : root_(scope == Scope::Machine ? HKEY_LOCAL_MACHINE : HKEY_CURRENT_USER) {
         check(HRESULT_FROM_WIN32(static_cast<DWORD>(
-            RegCreateKeyExW(scope == Scope::Machine ? HKEY_LOCAL_MACHINE : HKEY_CURRENT_USER, classesPath, 0,
-                            nullptr, 0, KEY_ALL_ACCESS, nullptr, &key_, nullptr))));
+            RegCreateKeyExW(root_, classesPath, 0, nullptr, 0, KEY_ALL_ACCESS, nullptr, &key_, nullptr))));
     }
     ClassesKey(const ClassesKey&) = delete;
     ClassesKey& operator=(const ClassesKey&) = delete;
@@ -46,11 +56,31 @@ class ClassesKey {
             RegSetKeyValueW(key_, wide(path.data()), name, REG_SZ, value.data(),
                             static_cast<DWORD>((value.length() + 1) * sizeof(char16_t))))));
     }
+    /// The unnamed value of a key as a path in its long form; "" when there is none.
+    String file(const String& path) const {
+        std::vector<wchar_t> text(32768); // what a path may have
+        auto size = static_cast<DWORD>(text.size() * sizeof(wchar_t));
+        if (RegGetValueW(key_, wide(path.data()), nullptr, RRF_RT_REG_SZ, nullptr, text.data(), &size) !=
+            ERROR_SUCCESS)
+            return {};
+        return longForm(std::u16string_view(narrow(text.data())));
+    }
     void remove(const String& path) const {
         const auto status = static_cast<DWORD>(RegDeleteTreeW(key_, wide(path.data())));
         if (status != ERROR_FILE_NOT_FOUND)
             check(HRESULT_FROM_WIN32(status));
         RegDeleteKeyW(key_, wide(path.data()));
+    }
+
+    /// Whether programs of the other word size have the key. Where there is one view, they see the same keys.
+    bool hasOtherView(const String& path) const {
+        constexpr REGSAM other = sizeof(void*) == 8 ? KEY_WOW64_32KEY : KEY_WOW64_64KEY;
+        const String whole = concat(narrow(classesPath), u"\\", path);
+        HKEY opened = nullptr;
+        if (RegOpenKeyExW(root_, wide(whole.data()), 0, KEY_READ | other, &opened) != ERROR_SUCCESS)
+            return false;
+        RegCloseKey(opened);
+        return true;
     }
 
     /// Removes a key unless something else stands in it.
@@ -68,6 +98,7 @@ class ClassesKey {
     }
 
   private:
+    HKEY root_;
     HKEY key_ = nullptr;
 };
 
@@ -77,6 +108,17 @@ String versioned(const ClassInfo& info) {
 
 String classPath(const ClassInfo& info) {
     return concat(u"CLSID\\", guidText(info.header().classId));
+}
+
+String serverPath(const ClassInfo& info) {
+    return concat(classPath(info), u"\\InprocServer32");
+}
+
+/// Where the path of the type library's file stands. Versions are hexadecimal there.
+String libraryPath() {
+    static_assert(libraryMajor < 10 && libraryMinor < 10);
+    return concat(u"TypeLib\\", guidText(libraryId), u"\\", decimal(libraryMajor), u".",
+                  decimal(libraryMinor), sizeof(void*) == 8 ? u"\\0\\win64" : u"\\0\\win32");
 }
 
 void registerClass(const ClassesKey& key, const ClassInfo& info, const String& module) {
@@ -90,8 +132,8 @@ void registerClass(const ClassesKey& key, const ClassInfo& info, const String& m
     key.set(concat(versioned(info), u"\\CLSID"), nullptr, id);
     const String path = classPath(info);
     key.set(path, nullptr, help);
-    key.set(concat(path, u"\\InprocServer32"), nullptr, module);
-    key.set(concat(path, u"\\InprocServer32"), L"ThreadingModel", u"Apartment");
+    key.set(serverPath(info), nullptr, module);
+    key.set(serverPath(info), L"ThreadingModel", u"Apartment");
     // Whoever asks for the name of a class gets the one that clients use, which bears no version.
     key.set(concat(path, u"\\ProgID"), nullptr, name);
     key.set(concat(path, u"\\VersionIndependentProgID"), nullptr, name);
@@ -101,9 +143,11 @@ void registerClass(const ClassesKey& key, const ClassInfo& info, const String& m
 }
 
 void removeClass(const ClassesKey& key, const ClassInfo& info) {
+    key.remove(classPath(info));
+    if (key.hasOtherView(classPath(info)))
+        return; // the build for the other word size needs the names
     key.remove(info.programmaticId());
     key.remove(versioned(info));
-    key.remove(classPath(info));
 }
 
 void registerTypeLibrary(Scope scope, const String& module) {
@@ -157,10 +201,17 @@ HRESULT registerServer(Scope scope) noexcept {
 HRESULT unregisterServer(Scope scope) noexcept {
     return statusOf([scope] {
         const ClassesKey key(scope);
+        const String module = longForm(modulePath());
+        // What another copy of the file has registered since stays.
+        const auto isOthers = [&](const String& path) {
+            const String file = key.file(path);
+            return !file.empty() && !equalIgnoringCase(file, module);
+        };
         for (const auto* info : classes())
-            if (info->header().creatable)
+            if (info->header().creatable && !isOthers(serverPath(*info)))
                 removeClass(key, *info);
-        removeTypeLibrary(scope);
+        if (!isOthers(libraryPath()))
+            removeTypeLibrary(scope);
         key.removeEmpty(L"CLSID");
     });
 }

@@ -96,6 +96,8 @@ struct Wire<Array> {
     static void drop(SAFEARRAY* value) { SafeArrayDestroy(value); }
 };
 template <class T>
+struct Wire<ArrayOf<T>> : Wire<Array> {};
+template <class T>
 struct Wire<Ref<T>> {
     using Type = IUnknown*;
     static Ref<T> from(IUnknown* value) { return TypeTraits<Ref<T>>::from(Variant(fromInterface(value))); }

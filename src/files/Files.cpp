@@ -82,11 +82,11 @@ bool Files::IsSamePathVolume(const String& sPath1, const String& sPath2) const {
     return g_IsSamePathVolume(sPath1, sPath2);
 }
 
-Array Files::ExtractPathAllLevels(const String& sPath) const {
+ArrayOf<String> Files::ExtractPathAllLevels(const String& sPath) const {
     return g_ExtractPathAllLevels(sPath);
 }
 
-Array Files::ExtractPathDirLevels(const String& sPath) const {
+ArrayOf<String> Files::ExtractPathDirLevels(const String& sPath) const {
     return g_ExtractPathDirLevels(sPath);
 }
 

@@ -45,8 +45,8 @@ class VLGS_API Files final : public CountedComponent {
     /// Raises 11549 for a path that does not exist.
     bool IsSamePathVolume(const String& sPath1, const String& sPath2) const;
     /// Arrays of texts from index 0, never without an element.
-    Array ExtractPathAllLevels(const String& sPath) const;
-    Array ExtractPathDirLevels(const String& sPath) const;
+    ArrayOf<String> ExtractPathAllLevels(const String& sPath) const;
+    ArrayOf<String> ExtractPathDirLevels(const String& sPath) const;
     String BuildDirBackupPrefix(std::int32_t lNumber) const;
     /// Joins elements with backslashes: see files/PathForms.h. Raises 9 for bounds outside the array.
     String BuildPath(const Variant& vArray, std::int32_t lStart = -1, std::int32_t lStop = -1) const;

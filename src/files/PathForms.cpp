@@ -57,7 +57,7 @@ String g_PathVolume(std::u16string_view path, String* remainder) {
     return volume;
 }
 
-Array g_ExtractPathAllLevels(std::u16string_view sPath) {
+ArrayOf<String> g_ExtractPathAllLevels(std::u16string_view sPath) {
     std::vector<String> levels;
     for (const auto piece : split(trim(sPath), u"\\"))
         if (const auto level = trim(piece); !level.empty())
@@ -67,7 +67,7 @@ Array g_ExtractPathAllLevels(std::u16string_view sPath) {
     return Array::ofStrings(std::move(levels));
 }
 
-Array g_ExtractPathDirLevels(std::u16string_view sPath) {
+ArrayOf<String> g_ExtractPathDirLevels(std::u16string_view sPath) {
     String remainder;
     g_PathVolume(sPath, &remainder);
     return g_ExtractPathAllLevels(remainder);

@@ -22,9 +22,9 @@ bool g_IsRelativePathFormat(std::u16string_view sValue) noexcept;
 String g_PathVolume(std::u16string_view path, String* remainder = nullptr);
 
 /// The levels of the path from index 0; a path without levels has one, the empty text.
-Array g_ExtractPathAllLevels(std::u16string_view sPath);
+ArrayOf<String> g_ExtractPathAllLevels(std::u16string_view sPath);
 /// The levels of what follows the volume.
-Array g_ExtractPathDirLevels(std::u16string_view sPath);
+ArrayOf<String> g_ExtractPathDirLevels(std::u16string_view sPath);
 
 /// "..\" that many times; "" for a number below 1.
 String g_BuildDirBackupPrefix(std::int32_t lNumber);

@@ -149,7 +149,7 @@ std::string enumerationDefault(const EnumInfo& type, std::int32_t value) {
 }
 
 /// The attributes for an argument that may be left out. Only a Variant can be missing; every other type has
-/// a value that stands for it.
+/// a value that stands for it, an object none.
 std::string optionality(const ParameterInfo& parameter) {
     if (!parameter.optional)
         return "";
@@ -159,6 +159,8 @@ std::string optionality(const ParameterInfo& parameter) {
         return ", optional";
     if (text && parameter.type.byReference)
         return ", optional"; // interface compilers know no default for a reference to a text
+    if (parameter.type.type == VarType::Object)
+        return ", optional"; // nor readers of type libraries one for an object
     if (text || standard.kind == DefaultValue::Kind::Text)
         return ", optional, defaultvalue(" + quoted(String(standard.text).toUtf8()) + ")";
     if (parameter.type.enumeration && !parameter.type.byReference)
