@@ -1,6 +1,7 @@
 #include "automation/Dictionary.h"
 
 #include "automation/Convert.h"
+#include "automation/LateBound.h"
 #include "base/CaseFold.h"
 #include "base/HashIndex.h"
 #include "base/KeyedHash.h"
@@ -67,6 +68,23 @@ bool sameNumber(const Variant& a, const Variant& b) {
     return a.is(VarType::Decimal) ? shortest(a.decimal()) == shortest(b.decimal()) : a == b;
 }
 
+// Writes a property of the dictionary that holds the contents.
+template <class... Values>
+void write(const Ref<Object>& holder, std::u16string_view name, const Values&... values) {
+    Variant arguments[] = {Variant(values)...};
+    const bool isObject = arguments[sizeof...(Values) - 1].is(VarType::Object);
+    callMember(holder, name, isObject ? InvokeKind::PropertyPutRef : InvokeKind::PropertyPut, arguments);
+}
+
+ArrayOf<Variant> variantsOf(const Variant& array) {
+    if (!array.isArray())
+        raise(RunTimeError::TypeMismatch);
+    std::vector<Variant> values(array.array().size());
+    for (std::size_t i = 0; i < values.size(); ++i)
+        values[i] = array.array().at(i);
+    return Array::ofVariants(std::move(values));
+}
+
 } // namespace
 
 class Dictionary::KeyEnumerator final : public Enumerator {
@@ -102,12 +120,16 @@ Dictionary::Dictionary() : index_(std::make_unique<HashIndex>()) {}
 Dictionary::~Dictionary() = default;
 
 Variant Dictionary::Item(const Variant& Key) {
+    if (holder_)
+        return call(holder_, u"Item", Key);
     const std::uint64_t hash = hashOf(Key);
     const std::uint32_t entry = locate(Key, hash);
     return entry == none ? append(Key, hash, {}).item : entries_[entry].item;
 }
 
 void Dictionary::PutItem(const Variant& Key, const Variant& Item) {
+    if (holder_)
+        return write(holder_, u"Item", Key, Item);
     const std::uint64_t hash = hashOf(Key);
     const std::uint32_t entry = locate(Key, hash);
     if (entry == none) {
@@ -119,23 +141,20 @@ void Dictionary::PutItem(const Variant& Key, const Variant& Item) {
 }
 
 void Dictionary::Add(const Variant& Key, const Variant& Item) {
+    if (holder_) {
+        call(holder_, u"Add", Key, Item);
+        return;
+    }
     const std::uint64_t hash = hashOf(Key);
     if (locate(Key, hash) != none)
         raise(RunTimeError::KeyAlreadyPresent);
     append(Key, hash, Item);
 }
 
-std::int32_t Dictionary::Count() const noexcept {
-    return static_cast<std::int32_t>(index_->size());
-}
-
 bool Dictionary::Exists(const Variant& Key) const {
+    if (holder_)
+        return toBoolean(call(holder_, u"Exists", Key));
     return locate(Key, hashOf(Key)) != none;
-}
-
-const Variant* Dictionary::find(const Variant& Key) const {
-    const std::uint32_t entry = locate(Key, hashOf(Key));
-    return entry == none ? nullptr : &entries_[entry].item;
 }
 
 template <class Part>
@@ -149,13 +168,19 @@ ArrayOf<Variant> Dictionary::collect(Part Entry::*part) const {
 }
 
 ArrayOf<Variant> Dictionary::Items() const {
+    if (holder_)
+        return variantsOf(call(holder_, u"Items"));
     return collect(&Entry::item);
 }
 ArrayOf<Variant> Dictionary::Keys() const {
+    if (holder_)
+        return variantsOf(call(holder_, u"Keys"));
     return collect(&Entry::key);
 }
 
 void Dictionary::PutKey(const Variant& Key, const Variant& NewKey) {
+    if (holder_)
+        return write(holder_, u"Key", Key, NewKey);
     const std::uint64_t hash = hashOf(Key);
     const std::uint64_t newHash = hashOf(NewKey);
     const std::uint32_t entry = locate(Key, hash);
@@ -171,6 +196,10 @@ void Dictionary::PutKey(const Variant& Key, const Variant& NewKey) {
 }
 
 void Dictionary::Remove(const Variant& Key) {
+    if (holder_) {
+        call(holder_, u"Remove", Key);
+        return;
+    }
     const std::uint64_t hash = hashOf(Key);
     const std::uint32_t entry = locate(Key, hash);
     if (entry == none)
@@ -181,18 +210,46 @@ void Dictionary::Remove(const Variant& Key) {
 }
 
 void Dictionary::RemoveAll() noexcept {
+    try {
+        if (holder_)
+            call(holder_, u"RemoveAll");
+    } catch (...) {
+        // A dictionary has no reason not to let go of its contents.
+    }
     const std::vector<Entry> gone = std::exchange(entries_, {});
     index_->clear();
 }
 
+std::int32_t Dictionary::Count() const {
+    return holder_ ? toLong(call(holder_, u"Count")) : static_cast<std::int32_t>(index_->size());
+}
+
+std::int32_t Dictionary::CompareMode() const {
+    return holder_ ? toLong(call(holder_, u"CompareMode")) : compareMode_;
+}
+
 void Dictionary::PutCompareMode(std::int32_t Mode) {
-    if (Count() > 0 || Mode < 0)
+    if (holder_)
+        return write(holder_, u"CompareMode", Mode);
+    if (index_->size() > 0 || Mode < 0)
         raise(RunTimeError::InvalidProcedureCall);
     compareMode_ = Mode;
 }
 
 Ref<Enumerator> Dictionary::NewEnum() const {
+    if (holder_)
+        return enumerate(holder_);
     return make<KeyEnumerator>(Ref<const Dictionary>(this));
+}
+
+void Dictionary::moveInto(Ref<Object> other) {
+    if (compareMode_ != binaryCompare)
+        write(other, u"CompareMode", compareMode_);
+    for (const Entry& entry : entries_)
+        if (entry.live)
+            call(other, u"Add", entry.key, entry.item);
+    RemoveAll();
+    holder_ = std::move(other);
 }
 
 std::uint64_t Dictionary::hashOf(const Variant& key) const {

@@ -78,7 +78,7 @@ class VLGS_API Dictionary final : public Object {
     void PutItem(const Variant& Key, const Variant& Item);
     /// Raises 457 when the key is present.
     void Add(const Variant& Key, const Variant& Item);
-    std::int32_t Count() const noexcept;
+    std::int32_t Count() const;
     bool Exists(const Variant& Key) const;
     /// Arrays of Variants from 0, in the order in which the keys were added.
     ArrayOf<Variant> Items() const;
@@ -89,14 +89,18 @@ class VLGS_API Dictionary final : public Object {
     /// Raises 32811 when the key is not present.
     void Remove(const Variant& Key);
     void RemoveAll() noexcept;
-    std::int32_t CompareMode() const noexcept { return compareMode_; }
+    std::int32_t CompareMode() const;
     /// Raises 5 when there are items or the mode is negative.
     void PutCompareMode(std::int32_t Mode);
     /// An enumerator over the keys. Keys that are removed meanwhile are left out, added ones come at the end.
     Ref<Enumerator> NewEnum() const;
 
-    /// The item of the key, or null; adds nothing. Valid until the next change.
-    const Variant* find(const Variant& Key) const;
+    /// Gives the contents to another object with these members, the platform's own dictionary, which holds
+    /// them from then on: this one only passes on what it is asked. Raises what the other raises and is then
+    /// as before.
+    void moveInto(Ref<Object> other);
+    /// The dictionary that holds the contents in place of this one, or none.
+    const Ref<Object>& holder() const noexcept { return holder_; }
 
   private:
     class KeyEnumerator;
@@ -120,6 +124,7 @@ class VLGS_API Dictionary final : public Object {
     std::unique_ptr<HashIndex> index_;
     std::int32_t compareMode_ = binaryCompare;
     mutable std::uint32_t enumerators_ = 0;
+    Ref<Object> holder_;
 };
 
 } // namespace vlgs

@@ -1,8 +1,9 @@
-// Objects from outside the library.
+// Objects from outside the library, and the library's own as they are known outside.
 #pragma once
 
 #include "automation/Object.h"
 
+#include <atomic>
 #include <cstdint>
 
 namespace vlgs {
@@ -23,5 +24,15 @@ class OutsideObject : public Object {
     /// The caller's object itself.
     virtual const void* address() const noexcept = 0;
 };
+
+/// How callers know the library's own objects, where they hold them by other addresses than the objects'.
+struct CallersView {
+    /// Null when no caller holds the object.
+    const void* (*address)(const Object& object) noexcept;
+    /// The references that callers and other objects hold.
+    std::int32_t (*count)(const Object& object) noexcept;
+};
+/// Set by the one face that needs it; null otherwise.
+inline constinit std::atomic<const CallersView*> callersView = nullptr;
 
 } // namespace vlgs

@@ -1,5 +1,6 @@
 #include "com/Face.h"
 
+#include "automation/OutsideObject.h"
 #include "com/Failure.h"
 #include "com/References.h"
 #include "com/ThreadState.h"
@@ -69,8 +70,10 @@ const void* const dispatchTable[dispatchEntries] = {
 };
 
 DualObject::DualObject(Object* object) : object_(object), class_(faceOf(object->classInfo())) {
+    static constexpr CallersView view{&addressOf, &countOf};
     face_ = {class_.vtable, object, this};
     ThreadState::make().outgoing.emplace(object, this);
+    callersView.store(&view, std::memory_order_relaxed);
 }
 
 DualObject::~DualObject() {
@@ -89,6 +92,17 @@ IDispatch* DualObject::wrap(Object* object) {
             return reinterpret_cast<IDispatch*>(&found->second->face_);
         }
     return reinterpret_cast<IDispatch*>(&(new DualObject(object))->face_);
+}
+
+const void* DualObject::addressOf(const Object& object) noexcept {
+    const DualObject* known = ThreadState::outgoingOf(object);
+    return known ? &known->face_ : nullptr;
+}
+
+std::int32_t DualObject::countOf(const Object& object) noexcept {
+    const DualObject* known = ThreadState::outgoingOf(object);
+    const auto callers = known ? static_cast<std::int32_t>(known->references_) - 1 : 0; // it holds one itself
+    return object.referenceCount() + callers;
 }
 
 Object* DualObject::unwrap(IUnknown* pointer) noexcept {

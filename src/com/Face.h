@@ -42,6 +42,11 @@ class DualObject final : public ISupportErrorInfo, public IProvideClassInfo2 {
     /// The object behind a pointer that `wrap` gave, null for any other pointer.
     static Object* unwrap(IUnknown* pointer) noexcept;
 
+    /// What callers have for an object: its address, null for one that none of them holds, and the references
+    /// to it, theirs and those of other objects of the library.
+    static const void* addressOf(const Object& object) noexcept;
+    static std::int32_t countOf(const Object& object) noexcept;
+
     const ClassFace& classFace() const noexcept { return class_; }
     /// Whether the type library describes the object's class.
     bool hasTypeInfo() const noexcept;

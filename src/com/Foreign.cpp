@@ -80,14 +80,16 @@ Ref<ForeignObject> ForeignObject::of(IUnknown* pointer) {
     if (!identity)
         raise(RunTimeError::TypeMismatch);
     auto& known = ThreadState::make().incoming;
-    if (const auto found = known.find(identity.get()); found != known.end())
+    if (const auto found = known.find(identity.get()); found != known.end()) {
+        found->second->passed_ = pointer;
         return Ref<ForeignObject>(found->second);
+    }
     auto dispatch = queryFor<IDispatch>(pointer);
-    return make<ForeignObject>(identity, dispatch);
+    return make<ForeignObject>(identity, dispatch, pointer);
 }
 
-ForeignObject::ForeignObject(ComPtr<IUnknown> identity, ComPtr<IDispatch> dispatch)
-    : identity_(std::move(identity)), dispatch_(std::move(dispatch)) {
+ForeignObject::ForeignObject(ComPtr<IUnknown> identity, ComPtr<IDispatch> dispatch, const void* passed)
+    : identity_(std::move(identity)), dispatch_(std::move(dispatch)), passed_(passed) {
     ThreadState::make().incoming.emplace(identity_.get(), this);
 }
 
@@ -109,10 +111,6 @@ const OutsideObject::Access& ForeignObject::access() const noexcept {
         },
     };
     return access;
-}
-
-const void* ForeignObject::address() const noexcept {
-    return dispatch_ ? static_cast<IUnknown*>(dispatch_.get()) : identity_.get();
 }
 
 DispatchId ForeignObject::idOf(std::u16string_view name) const {

@@ -20,19 +20,20 @@ class ForeignObject final : public OutsideObject {
     Variant invoke(DispatchId member, InvokeKind kind, const Arguments& arguments) override;
 
     const Access& access() const noexcept override;
-    const void* address() const noexcept override;
+    const void* address() const noexcept override { return passed_; }
 
     /// Not counted; null when the object has no dispatch interface.
     IDispatch* dispatch() const noexcept { return dispatch_.get(); }
     IUnknown* unknown() const noexcept { return identity_.get(); }
 
   private:
-    friend Ref<ForeignObject> make<ForeignObject>(ComPtr<IUnknown>&, ComPtr<IDispatch>&);
-    ForeignObject(ComPtr<IUnknown> identity, ComPtr<IDispatch> dispatch);
+    friend Ref<ForeignObject> make<ForeignObject>(ComPtr<IUnknown>&, ComPtr<IDispatch>&, IUnknown*&);
+    ForeignObject(ComPtr<IUnknown> identity, ComPtr<IDispatch> dispatch, const void* passed);
     ~ForeignObject() override;
 
     ComPtr<IUnknown> identity_;
     ComPtr<IDispatch> dispatch_;
+    const void* passed_; // the pointer that the caller last passed for it
     ModuleLock lock_;
 };
 

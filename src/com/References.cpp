@@ -1,16 +1,41 @@
 #include "com/References.h"
 
+#include "automation/Dictionary.h"
 #include "base/Error.h"
 #include "com/EnumVariant.h"
 #include "com/Face.h"
 #include "com/Foreign.h"
 
+#include <objbase.h>
+
 namespace vlgs::com {
+
+namespace {
+
+constexpr ::GUID platformsDictionary{
+    0xEE09B103, 0x97E0, 0x11CF, {0x97, 0x8F, 0x00, 0xA0, 0x24, 0x63, 0xE0, 0x6F}};
+
+/// A dictionary becomes the platform's when a caller gets it, so that it has all that callers know of that
+/// one; it stays the library's where the platform has none.
+Object* asPlatforms(Dictionary& dictionary) {
+    if (!dictionary.holder()) {
+        ComPtr<IUnknown> made;
+        if (FAILED(CoCreateInstance(platformsDictionary, nullptr, CLSCTX_INPROC_SERVER, IID_IUnknown,
+                                    reinterpret_cast<void**>(made.put()))))
+            return &dictionary;
+        dictionary.moveInto(fromInterface(made.get()));
+    }
+    return dictionary.holder().get();
+}
+
+} // namespace
 
 VARTYPE toInterface(Object* object, IUnknown*& to) {
     to = nullptr;
     if (!object)
         return VT_DISPATCH;
+    if (object->classInfo() == &Dictionary::description())
+        object = asPlatforms(static_cast<Dictionary&>(*object));
     if (!object->classInfo()) {
         if (const auto* foreign = dynamic_cast<const ForeignObject*>(object)) {
             to = foreign->dispatch() ? foreign->dispatch() : foreign->unknown();

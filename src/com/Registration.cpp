@@ -158,6 +158,17 @@ void registerTypeLibrary(Scope scope, const String& module) {
                                   : RegisterTypeLibForUser(library.get(), path, nullptr));
 }
 
+/// Whether the library that programs find is another copy's. Some systems register for one user what belongs
+/// to all.
+bool isOthersLibrary(const String& module) {
+    BSTR path = nullptr;
+    if (FAILED(QueryPathOfRegTypeLib(toGuid(libraryId), libraryMajor, libraryMinor, 0, &path)))
+        return false;
+    const String file = longForm(std::u16string_view(narrow(path)));
+    SysFreeString(path);
+    return !file.empty() && !equalIgnoringCase(file, module);
+}
+
 void removeTypeLibrary(Scope scope) {
     constexpr SYSKIND system = sizeof(void*) == 8 ? SYS_WIN64 : SYS_WIN32;
     const auto remove = scope == Scope::Machine ? &UnRegisterTypeLib : &UnRegisterTypeLibForUser;
@@ -210,7 +221,7 @@ HRESULT unregisterServer(Scope scope) noexcept {
         for (const auto* info : classes())
             if (info->header().creatable && !isOthers(serverPath(*info)))
                 removeClass(key, *info);
-        if (!isOthers(libraryPath()))
+        if (!isOthers(libraryPath()) && !isOthersLibrary(module))
             removeTypeLibrary(scope);
         key.removeEmpty(L"CLSID");
     });

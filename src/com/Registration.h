@@ -13,8 +13,8 @@ enum class Scope {
 /// Writes everything that a client needs to create the classes by name. A failure takes back what was
 /// written.
 HRESULT registerServer(Scope scope) noexcept;
-/// Takes away exactly what `registerServer` writes; what is not there is no failure, and what has come to point
-/// to another copy of the file stays.
+/// Takes away exactly what `registerServer` writes; what is not there is no failure, and what has come to
+/// point to another copy of the file stays.
 HRESULT unregisterServer(Scope scope) noexcept;
 /// The machine's part of the registry where it is open to this user, else the user's.
 HRESULT registerServer() noexcept;

@@ -19,6 +19,13 @@ ThreadState* ThreadState::find() noexcept {
     return current;
 }
 
+DualObject* ThreadState::outgoingOf(const Object& object) noexcept {
+    if (!current)
+        return nullptr;
+    const auto found = current->outgoing.find(&object);
+    return found == current->outgoing.end() ? nullptr : found->second;
+}
+
 void ThreadState::dropUnused() noexcept {
     if (current && current->outgoing.empty() && current->incoming.empty())
         std::unique_ptr<ThreadState>(std::exchange(current, nullptr));

@@ -23,6 +23,8 @@ struct ThreadState {
     static ThreadState& make();
     /// Null when the thread has none.
     static ThreadState* find() noexcept;
+    /// What callers of this thread hold of an object; null when nobody holds it.
+    static DualObject* outgoingOf(const Object& object) noexcept;
     /// Ends the state when nothing is in its tables.
     static void dropUnused() noexcept;
 };

@@ -3,8 +3,6 @@
 #include "packager/PackedObjects.h"
 #include "platform/Memory.h"
 
-#include <cstring>
-
 namespace vlgs {
 
 namespace {
@@ -39,11 +37,10 @@ bool readDescriptor(const Variant& value, Descriptor& descriptor) noexcept {
 
 /// The first four bytes of an object; false where there is none any more.
 bool readSignature(const PackedObjects::Entry& object, std::uint32_t& signature) noexcept {
-    if (object.own) {
-        std::memcpy(&signature, object.address, sizeof signature);
-        return object.own->referenceCount() > 0; // none while it ends, which may run a caller's code
-    }
-    return readMemory(object.address, std::as_writable_bytes(std::span(&signature, 1)));
+    if (!object.own)
+        return readMemory(object.address, std::as_writable_bytes(std::span(&signature, 1)));
+    signature = object.signature;
+    return object.own->referenceCount() > 0; // none while it ends, which may run a caller's code
 }
 
 /// The live object of a descriptor, or null.
@@ -90,7 +87,10 @@ std::int32_t ObjectPackager::RefCount(const Variant& vDescriptor) const {
     const auto* object = findObject(vDescriptor);
     if (!object)
         return 0;
-    return object->own ? object->own->referenceCount() : object->outside->count(object->address);
+    if (!object->own)
+        return object->outside->count(object->address);
+    const CallersView* view = callersView;
+    return view ? view->count(*object->own) : object->own->referenceCount();
 }
 
 } // namespace vlgs

@@ -2,6 +2,8 @@
 
 #include "platform/ThreadSlot.h"
 
+#include <algorithm>
+#include <cstring>
 #include <limits>
 
 namespace vlgs {
@@ -9,6 +11,16 @@ namespace vlgs {
 namespace {
 
 constexpr auto most = std::numeric_limits<std::int32_t>::max();
+
+PackedObjects::Entry entryOf(Object& object) {
+    if (const auto* outside = dynamic_cast<const OutsideObject*>(&object))
+        return {outside->address(), nullptr, &outside->access(), 0};
+    const CallersView* view = callersView;
+    const void* address = view ? view->address(object) : nullptr;
+    PackedObjects::Entry entry{address ? address : &object, &object, nullptr, 0};
+    std::memcpy(&entry.signature, entry.address, sizeof entry.signature);
+    return entry;
+}
 
 } // namespace
 
@@ -21,23 +33,38 @@ PackedObjects& PackedObjects::make() {
 }
 
 std::int32_t PackedObjects::add(Object& object) {
-    const auto* outside = dynamic_cast<const OutsideObject*>(&object);
-    const void* address = outside ? outside->address() : &object;
-    const auto [known, isNew] = numbers_.try_emplace(address, 0);
-    if (isNew) {
-        try {
-            known->second = numberFor(address);
-            entries_.emplace(known->second, Entry{});
-        } catch (...) {
-            numbers_.erase(known);
-            throw;
+    const Entry entry = entryOf(object);
+    const auto [first, last] = numbers_.equal_range(keyOf(entry));
+    for (auto known = first; known != last; ++known)
+        if (Entry& same = entries_.at(known->second); same.address == entry.address) {
+            same = entry;
+            return known->second;
         }
+    const std::int32_t number = numberFor(entry.address);
+    removeNumber(number); // callers had the address for another object
+    const auto added = numbers_.emplace(keyOf(entry), number);
+    try {
+        entries_.emplace(number, entry);
+    } catch (...) {
+        numbers_.erase(added);
+        throw;
     }
-    auto& entry = entries_[known->second];
-    entry = outside ? Entry{address, nullptr, &outside->access()} : Entry{address, &object, nullptr};
-    if (!outside)
+    if (entry.own)
         object.watchEnd(&forget);
-    return known->second;
+    return number;
+}
+
+const void* PackedObjects::keyOf(const Entry& entry) noexcept {
+    return entry.own ? entry.own : entry.address;
+}
+
+void PackedObjects::removeNumber(std::int32_t number) noexcept {
+    const auto found = entries_.find(number);
+    if (found == entries_.end())
+        return;
+    const auto [first, last] = numbers_.equal_range(keyOf(found->second));
+    numbers_.erase(std::find_if(first, last, [&](const auto& known) { return known.second == number; }));
+    entries_.erase(found);
 }
 
 const PackedObjects::Entry* PackedObjects::withNumber(std::int32_t number) const noexcept {
@@ -60,11 +87,10 @@ void PackedObjects::forget(const Object* object) noexcept {
     PackedObjects* table = find();
     if (!table)
         return;
-    const auto found = table->numbers_.find(object);
-    if (found == table->numbers_.end())
-        return;
-    table->entries_.erase(found->second);
-    table->numbers_.erase(found);
+    const auto [first, last] = table->numbers_.equal_range(object);
+    for (auto known = first; known != last; ++known)
+        table->entries_.erase(known->second);
+    table->numbers_.erase(first, last);
 }
 
 } // namespace vlgs

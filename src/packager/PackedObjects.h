@@ -15,12 +15,14 @@ namespace vlgs {
 class PackedObjects {
   public:
     struct Entry {
-        /// Where the object lies.
+        /// Where the object lies for those who packed it.
         const void* address;
         /// Null for a caller's object.
         Object* own;
         /// Null for an object of the library.
         const OutsideObject::Access* outside;
+        /// Of an object of the library: the first four bytes at the address.
+        std::uint32_t signature;
     };
 
     /// The table of the calling thread, null when the thread has packed nothing yet.
@@ -28,7 +30,7 @@ class PackedObjects {
     /// The table of the calling thread.
     static PackedObjects& make();
 
-    /// The number of an object, the same one each time.
+    /// The number of an object: the same one each time, as long as callers have the same address for it.
     std::int32_t add(Object& object);
 
     /// The object of a number; null for a number of no object.
@@ -36,10 +38,12 @@ class PackedObjects {
 
   private:
     static void forget(const Object* object) noexcept;
+    static const void* keyOf(const Entry& entry) noexcept;
     std::int32_t numberFor(const void* address);
+    void removeNumber(std::int32_t number) noexcept;
 
     std::unordered_map<std::int32_t, Entry> entries_;
-    std::unordered_map<const void*, std::int32_t> numbers_;
+    std::unordered_multimap<const void*, std::int32_t> numbers_; // by the object, a caller's by its address
     std::int32_t next_ = 1;
 };
 

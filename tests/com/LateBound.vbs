@@ -104,7 +104,10 @@ Dim items: Set items = general.ParseDelimitedString("a,b,,c", ",")
 Check "ParseDelimitedString", items.Count, CLng(3)
 Check "CollectionToCSV", general.CollectionToCSV(items), "A,B,C"
 Dim keyed: Set keyed = general.CopyVariantArrayToDictionary(Array("x", "y"))
-Check "a dictionary of the library", keyed.Count & keyed.Exists("nothing"), "2False"
+Check "a new dictionary", keyed.Count & keyed.Exists("nothing") & TypeName(keyed), "2False" & TypeName(dictionary)
+Check "it goes in again", general.CopyVariantArrayToDictionary(Array("z"), keyed) Is keyed, True
+result = keyed.Items
+Check "its items", result(0) & result(1) & result(2), "xyz"
 
 Dim fixed(2): fixed(0) = "mine"
 result = general.CopyDictionaryToVariantArray(dictionary, fixed)
@@ -136,6 +139,12 @@ CheckError "ProgID", -2147217503, "VlGeneralServices.GUID.GUIDFromProgID", "Erro
 On Error Goto 0
 Check "ProgIDFromGUID", guid.ProgIDFromGUID(guid.GUIDFromProgID("VlGeneralServices.Files")), "VlGeneralServices.Files"
 
+' Numbers overflow alike whatever the word size
+On Error Resume Next
+value = general.CSVToVariant(String(310, "9"))
+CheckError "310 digits", 6, "", ""
+On Error Goto 0
+
 ' Texts of every kind
 Dim packager, packed: Set packager = Make("ObjectPackager")
 packed = packager.PackObject(mine)
@@ -144,6 +153,12 @@ Check "UnpackObject", packager.UnpackObject(packed) Is mine, True
 packed = packager.PackObject(list)
 Check "UnpackObject of an own object", packager.UnpackObject(packed) Is list, True
 Dim buffer: Set buffer = Make("Buffer")
+packed = packager.PackObject(buffer)
+Check "one reference", packager.RefCount(packed), CLng(1)
+Dim second: Set second = buffer
+Check "two references", packager.RefCount(packed), CLng(2)
+Dim third: Set third = packager.UnpackObject(packed)
+Check "three references", packager.RefCount(packed), CLng(3)
 buffer.Delimiter = "|"
 buffer.PutData "a" & Chr(0) & "b"
 buffer.PutData String(100000, "x")

@@ -4,7 +4,9 @@
 
 #include <comdef.h>
 
+#include <climits>
 #include <cstdio>
+#include <cstring>
 #include <cwchar>
 #include <string>
 #include <thread>
@@ -200,6 +202,63 @@ void checkRecord() {
     VariantClear(&result);
 }
 
+/// A packed object is known by the pointer that its caller has, and counts what callers hold.
+void checkPackager() {
+    Pointer<_ObjectPackager> packager;
+    Pointer<_Buffer> object;
+    create(L"ObjectPackager", packager.put());
+    create(L"Buffer", object.put());
+    VARIANT packed;
+    VariantInit(&packed);
+    long number = 0;
+    check(SUCCEEDED(packager->PackObject(object.get(), &number, &packed)) && packed.vt == VT_DECIMAL,
+          "PackObject");
+    const auto address = reinterpret_cast<INT_PTR>(object.get());
+    check(address > LONG_MAX || number == address, "lObjPtr is the pointer");
+    long inside = 0;
+    std::memcpy(&inside, reinterpret_cast<const char*>(&packed) + 8, sizeof inside);
+    check(inside == number, "and stands in the descriptor");
+    check(std::memcmp(reinterpret_cast<const char*>(&packed) + 12, object.get(), 4) == 0, "the signature");
+    long counts[3] = {};
+    packager->get_RefCount(packed, &counts[0]);
+    object->AddRef();
+    packager->get_RefCount(packed, &counts[1]);
+    Pointer<IDispatch> unpacked;
+    packager->UnpackObject(packed, unpacked.put());
+    packager->get_RefCount(packed, &counts[2]);
+    check(counts[0] == 1 && counts[1] == 2 && counts[2] == 3, "references are counted");
+    object->Release();
+}
+
+/// What members hand out has the types that the type library tells.
+void checkResults() {
+    Pointer<_Files> files;
+    create(L"Files", files.put());
+    SAFEARRAY* levels = nullptr;
+    VARTYPE type = VT_EMPTY;
+    check(SUCCEEDED(files->ExtractPathAllLevels(Text(L"C:\\a\\b").get(), &levels)) &&
+              SUCCEEDED(SafeArrayGetVartype(levels, &type)) && type == VT_BSTR,
+          "an array of texts");
+    SafeArrayDestroy(levels);
+    Pointer<_General> general;
+    create(L"General", general.put());
+    VARIANT list;
+    VariantInit(&list);
+    list.vt = VT_ARRAY | VT_BSTR;
+    list.parray = SafeArrayCreateVector(VT_BSTR, 0, 2);
+    Pointer<IDispatch> made;
+    Pointer<IDispatch> result;
+    check(SUCCEEDED(general->CopyVariantArrayToDictionary(list, made.put(), result.put())) && made &&
+              made.get() == result.get(),
+          "a new dictionary");
+    constexpr IID dictionaryId{0x42C642C1, 0x97E1, 0x11CF, {0x97, 0x8F, 0x00, 0xA0, 0x24, 0x63, 0xE0, 0x6F}};
+    Pointer<IUnknown> dictionary;
+    check(result &&
+              SUCCEEDED(result->QueryInterface(dictionaryId, reinterpret_cast<void**>(dictionary.put()))),
+          "it is the platform's");
+    VariantClear(&list);
+}
+
 /// Another apartment has objects of its own.
 void checkThreads() {
     std::thread other([] {
@@ -254,6 +313,8 @@ int main() {
     checkCollection();
     checkErrors();
     checkRecord();
+    checkPackager();
+    checkResults();
     checkThreads();
     checkLifetimes();
     checkUnload();
