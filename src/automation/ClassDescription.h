@@ -94,6 +94,14 @@ struct MemberRow {
     std::array<ErrorCondition, 8> errors = {};
     std::size_t errorCount = 0;
     CallExample sample = {};
+    bool isQuietAboutNull = false;
+    /// For a member that never raises: a Null given for a text makes it answer nothing ("", 0, False, no
+    /// object) without running, where it would be refused with 94.
+    constexpr MemberRow quietAboutNull() const {
+        MemberRow row = *this;
+        row.isQuietAboutNull = true;
+        return row;
+    }
     constexpr MemberRow hidden() const {
         MemberRow row = *this;
         row.isHidden = true;
@@ -532,8 +540,11 @@ struct ClassDescriptionOf {
 
         template <std::size_t... N>
         static Variant call(T& self, Variant* const* slots, std::index_sequence<N...> all) {
-            auto holders = hold<ArgumentHolder>(all, slots[N]...);
             using R = std::remove_cvref_t<typename Traits::Result>;
+            if constexpr (row.isQuietAboutNull)
+                if (((parameters[N].type.type == VarType::String && slots[N] && slots[N]->isNull()) || ...))
+                    return TypeTraits<R>::to(R());
+            auto holders = hold<ArgumentHolder>(all, slots[N]...);
             if constexpr (std::is_void_v<R>) {
                 run(self, holders);
                 return {};

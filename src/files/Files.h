@@ -223,9 +223,11 @@ constexpr auto Files::describe() {
                                                  parameter("sPath", "the project file's path")),
         method<&Files::RetrieveVLLFileForVLS>(25, "RetrieveVLLFileForVLS",
                                               "Reads the link file beside a project file",
-                                              parameter("sPath", "the project file's path")),
+                                              parameter("sPath", "the project file's path"))
+            .quietAboutNull(),
         get<&Files::Is40VLSFile>(26, "Is40VLSFile", "Whether a file is there and accessible",
-                                 parameter("sPath", "the file's path")),
+                                 parameter("sPath", "the file's path"))
+            .quietAboutNull(),
         method<&Files::AdjustSystemDBPath>(27, "AdjustSystemDBPath",
                                            "A path of a system database that the database engine can use",
                                            parameter("sFullPath", "the path of the system database"))

@@ -79,7 +79,8 @@ constexpr auto General::describe() {
             4, "ParseDelimitedString",
             "Returns the items of a delimited string, in upper case, as an ordered collection.",
             parameter("sData", "the text, which loses its outer blanks"),
-            parameter("sDelimiter", "the one character between the items")),
+            parameter("sDelimiter", "the one character between the items"))
+            .quietAboutNull(),
         method<&General::CopyVariantArrayToDictionary>(
             5, "CopyVariantArrayToDictionary",
             "Copies the contents of a Variant array (up to two dimensions) to a dictionary.\r\n"

@@ -158,6 +158,7 @@ TEST(GeneralClass, AnswersLateBoundCalls) {
     EXPECT_EQ(call(general, u"HTMLtoText", u"a<br>b"), Variant(u"a\r\nb"));
 
     Variant arguments[] = {u" a;b ", u";"};
+    EXPECT_EQ(call(general, u"ParseDelimitedString", null, u","), Variant(nullptr));
     const Variant items = callMember(general, u"ParseDelimitedString", InvokeKind::Method, arguments);
     EXPECT_EQ(call(items.reference(), u"Item", 2), Variant(u"B"));
     EXPECT_EQ(arguments[0], Variant(u"a;b"));

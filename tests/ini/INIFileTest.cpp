@@ -233,6 +233,8 @@ TEST(INIFile, WorksLateBound) {
     const Ref<Object> document = make<INIFile>();
     call(document, u"CREATEKEY", u"S", u"k", u"v");
     EXPECT_EQ(call(document, u"KeyValue", u"s", u"K"), Variant(u"v"));
+    EXPECT_EQ(call(document, u"KeyValue", null, u"K"), Variant(u"")) << "look-ups never raise";
+    EXPECT_EQ(call(document, u"DeleteKey", null, 1), Variant(false));
     EXPECT_EQ(call(call(document, u"key", u"S", 1).reference(), u"Value"), Variant(u"v"));
     // Arguments of a value go to the collection that it holds; a text takes none.
     const Variant key = call(call(document, u"Section", u"S").reference(), u"Value", u"K");
