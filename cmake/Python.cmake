@@ -1,6 +1,7 @@
 # The Python module beside the library, in the build tree as in the installed tree: PYTHONPATH=<folder>/python.
 if(NOT WIN32)
-  file(GLOB VLGS_PYTHON_SOURCES CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/python/vlgs/*.py)
+  file(GLOB VLGS_PYTHON_SOURCES CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/python/vlgs/*.py
+       ${PROJECT_SOURCE_DIR}/python/vlgs/*.pyi ${PROJECT_SOURCE_DIR}/python/vlgs/py.typed)
   file(MAKE_DIRECTORY ${PROJECT_BINARY_DIR}/python/vlgs)
   foreach(source IN LISTS VLGS_PYTHON_SOURCES)
     get_filename_component(name ${source} NAME)

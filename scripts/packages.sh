@@ -22,7 +22,7 @@ need() {
 # What configuring a preset and building the library and its tools takes.
 need_build() { need g++ cmake ninja-build python3 libgtest-dev; }
 # What the tests take besides.
-need_tests() { need unixodbc unixodbc-dev libsqliteodbc pkg-config; }
+need_tests() { need mypy unixodbc unixodbc-dev libsqliteodbc pkg-config; }
 
 # Configures and builds a preset; prints the log when that fails. `build dev [TARGET…]`
 build() {

@@ -1,0 +1,49 @@
+"""The samples in Python run, and type checkers know the module."""
+
+import importlib.util
+import os
+import pathlib
+import shutil
+import subprocess
+import sys
+import unittest
+
+ROOT = pathlib.Path(__file__).resolve().parents[2]
+PROJECT = str(ROOT / "samples/demo/demo.VLS")
+
+
+def run(*words, **environment):
+    return subprocess.run(words, capture_output=True, text=True, timeout=300, cwd=ROOT, env={**os.environ, **environment})
+
+
+class SamplesTest(unittest.TestCase):
+    def test_samples_print_what_they_should(self):
+        for words, output in (
+            (("connection.py", PROJECT, "12/31/2009"), "2009-12-31 is Thursday"),
+            (("worker_pool.py", PROJECT), "demo.VLS DRIVER=Microsoft Access Driver"),
+            (("pywin32_script.py", PROJECT), "-2147352567 VlGeneralServices.INIFile.CreateSection -2147209996\n"
+                                             "-2147221005 Invalid class string\n"),
+        ):
+            with self.subTest(sample=words[0]):
+                done = run(sys.executable, "samples/" + words[0], *words[1:])
+                self.assertEqual((done.returncode, done.stderr), (0, ""))
+                self.assertIn(output, done.stdout)
+
+    def test_the_stub_is_the_committed_one(self):
+        spec = importlib.util.spec_from_file_location("python_stubs", ROOT / "scripts/python_stubs.py")
+        stubs = importlib.util.module_from_spec(spec)
+        spec.loader.exec_module(stubs)
+        self.assertTrue(stubs.TARGET.read_text() == stubs.stub(), "run scripts/reference.sh")
+
+    @unittest.skipUnless(shutil.which("mypy"), "mypy is not installed")
+    def test_a_type_checker_accepts_the_samples_and_finds_mistakes(self):
+        samples = [str(path) for path in sorted((ROOT / "samples").glob("*.py"))]
+        checked = run("mypy", "--check-untyped-defs", "--cache-dir=/dev/null", *samples, MYPYPATH="python")
+        self.assertEqual((checked.returncode, checked.stdout.count("error:")), (0, 0), checked.stdout)
+        mistakes = 'import vlgs\nf = vlgs.Dispatch("VlGeneralServices.Files")\nf.CreateINIFil("a")\nf.Path("a", 2)\n'
+        found = run("mypy", "--cache-dir=/dev/null", "-c", mistakes, MYPYPATH="python")
+        self.assertEqual(found.stdout.count("error:"), 2, found.stdout)
+
+
+if __name__ == "__main__":
+    unittest.main()
