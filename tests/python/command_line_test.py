@@ -6,14 +6,15 @@ import pathlib
 import re
 import shlex
 import subprocess
+import tempfile
 import unittest
 
 ROOT = pathlib.Path(__file__).resolve().parents[2]
 
 
-def vlgs(*words, **variables):
+def vlgs(*words, input_="", **variables):
     done = subprocess.run([os.environ["VLGS_TOOL"], *words], capture_output=True, timeout=60,
-                          env=os.environ | variables)
+                          input=input_.encode(), env=os.environ | variables)
     return done.returncode, done.stdout.decode(), done.stderr.decode()
 
 
@@ -69,6 +70,39 @@ class CommandLineTest(unittest.TestCase):
                 status, output, report = vlgs(*words)
                 self.assertEqual((status, output), (2, ""))
                 self.assertIn(hint, report)
+
+    def test_documents(self):
+        with tempfile.TemporaryDirectory() as folder:
+            a, b, odd = (os.path.join(folder, name) for name in ("a.VLS", "b.ini", "odd.ini"))
+            pathlib.Path(b).write_bytes(b"[ODBC]\r\nDSN=y\r\n[Caf\xe9]\r\n")
+            pathlib.Path(odd).write_text("; note\n[A]\nx=1\nX=2\n")
+            for words, input_, result in (
+                (("set", a, "ODBC.DSN=x", "ODBC.UID=me=you", "A.B=@-"), "secret\n", (0, "", "")),
+                (("get", a, "odbc", "uid"), "", (0, "me=you\n", "")),
+                (("get", a, "A"), "", (0, "B=secret\n", "")),
+                (("get", a, "A", "C", "--default=none"), "", (0, "none\n", "")),
+                (("get", a, "OBDC"), "", (1, "", "error 9: There is no section [OBDC]; did you mean ODBC?\n")),
+                (("get", a + "x", "A"), "", (1, "", f"error 53: File not found: {a}x\n")),
+                (("set", a, "A", "key", "two\nlines"), "", (2, "", "vlgs: names and values in documents are one line\n")),
+                (("diff", a, b), "", (1, "-[ODBC] DSN=x\n+[ODBC] DSN=y\n-[ODBC] UID=me=you\n-[A] B=secret\n+[Café]\n", "")),
+                (("diff", a, a), "", (0, "", "")),
+                (("set", b, "Café", "Größe", "1"), "", (0, "", "")),
+                (("tree", b), "", (0, f"{b}\n├── ODBC\n│   └── DSN=y\n└── Café\n    └── Größe=1\n", "")),
+                (("delete", b, "odbc"), "", (0, "", "")),
+                (("list", b), "", (0, "Café.Größe=1\n", "")),
+                (("check", odd), "", (1, f"{odd}:1: neither a section nor a key\n"
+                                         f"{odd}:4: key X again; the last one counts\n", "")),
+                (("delete", odd, "A", "x"), "", (1, "", "error 70: Saving would drop 2 lines of the file, the first one "
+                                                        "line 1 (neither a section nor a key); --drop-lines saves without\n")),
+                (("delete", "--drop-lines", odd, "A", "x"), "", (0, "", "")),
+                (("check", odd), "", (0, "", "")),
+            ):
+                with self.subTest(words=words):
+                    status, output, report = vlgs("ini", *words, input_=input_)
+                    self.assertEqual((status, output, report.split("usage:")[0]), result)
+            self.assertEqual(pathlib.Path(b).read_bytes(), b"\r\n[Caf\xe9]\r\nGr\xf6\xdfe=1\r\n\r\n")
+            self.assertEqual(list(json.loads(vlgs("ini", "list", "--json", a)[1]).items()),
+                             [("ODBC", {"DSN": "x", "UID": "me=you"}), ("A", {"B": "secret"})])
 
     def test_descriptions(self):
         self.assertIn("Restricted", vlgs("classes")[1])

@@ -7,19 +7,19 @@
 namespace vlgs::cli {
 
 inline constexpr std::string_view lockUsage =
-    R"(       vlgs lock take [--exclusive | --read-only] [--fallback] [--document GUID] [--session ID] PATH
-                      [-- COMMAND [ARG...]]
-       vlgs lock status [--json] PATH
-       vlgs lock release FILE
+    R"(vlgs lock take [--exclusive | --read-only] [--fallback] [--document GUID] [--session ID] PATH
+     [-- COMMAND [ARG...]]
+vlgs lock status [--json] PATH
+vlgs lock release FILE
 )";
 
 inline constexpr std::string_view lockHelp =
-    R"(lock      take locks the project in whose folder PATH lies, or one of its documents: for reading and
-          writing, or as the options say; --fallback makes a conflict a read-only lock. With a COMMAND the
-          lock lasts as long as that runs, which finds "ReadWrite", "ReadOnly" or "Exclusive" in
-          VLGS_LOCK_ACCESS, and the status is the command's. Without one the lock lasts until it is
-          released, or the machine stops; printed are what was granted and the lock's file. status lists the
-          live locks of a project, and deletes stale files. release ends a lock that take has left behind.
+    R"(take locks the project in whose folder PATH lies, or one of its documents: for reading and
+writing, or as the options say; --fallback makes a conflict a read-only lock. With a COMMAND the
+lock lasts as long as that runs, which finds "ReadWrite", "ReadOnly" or "Exclusive" in
+VLGS_LOCK_ACCESS, and the status is the command's. Without one the lock lasts until it is
+released, or the machine stops; printed are what was granted and the lock's file. status lists the
+live locks of a project, and deletes stale files. release ends a lock that take has left behind.
 )";
 
 /// Carries out a command line behind `lock`; the program's exit status.

@@ -3,76 +3,157 @@
 #include "Call.h"
 #include "Describe.h"
 #include "HostText.h"
+#include "Ini.h"
 #include "Lock.h"
 #include "Misuse.h"
+#include "Words.h"
 #include "base/Error.h"
 #include "base/Text.h"
 #include "library/Idl.h"
 #include "platform/Environment.h"
 
+#include <algorithm>
 #include <iostream>
 #include <new>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace vlgs::cli {
 namespace {
 
-constexpr std::string_view usage =
-    R"(usage: vlgs call [--json] CLASS.MEMBER [ARG...] [NAME=VALUE...]
-       vlgs call CLASS.MEMBER=VALUE [ARG...]
-       vlgs classes
-       vlgs describe CLASS[.MEMBER]
-       vlgs describe --markdown [CLASS]
-       vlgs idl
-       vlgs --version | --help
+constexpr std::string_view callUsage = R"(vlgs call [--json] CLASS.MEMBER [ARG...] [NAME=VALUE...]
+vlgs call CLASS.MEMBER=VALUE [ARG...]
 )";
-
-constexpr std::string_view help = R"(
-call      creates an object of the class, calls the member, and prints the result: a text as it is, an
-          array an item a line, a document as its text. The arguments are texts, which the library converts
-          to what the member takes. NAME=VALUE gives the parameter NAME its value; behind "--" all
-          arguments are plain texts. CLASS.MEMBER=VALUE writes a property. --json prints type and value.
-classes   lists the classes.
-describe  tells what a class or a member does; --markdown writes the reference pages.
-idl       prints the interface definition of the COM server.
+constexpr std::string_view callHelp =
+    R"(Creates an object of the class, calls the member, and prints the result: a text as it is, an array an item a
+line, a document as its text. The arguments are texts, which the library converts to what the member takes;
+@FILE and @- are the text of a file and of standard input, @@TEXT is "@TEXT". NAME=VALUE gives the parameter
+NAME its value; behind "--" all arguments are plain texts. CLASS.MEMBER=VALUE writes a property. --json
+prints type and value.
 )";
+constexpr std::string_view describeUsage = R"(vlgs describe CLASS[.MEMBER]
+vlgs describe --markdown [CLASS]
+)";
+constexpr std::string_view describeHelp =
+    "Tells what a class or a member does; --markdown writes the reference pages.\n";
 
 constexpr std::string_view statusHelp = R"(
-Status: 0 done; 1 the library raised an error, printed as "error NUMBER SOURCE: DESCRIPTION"; 2 misuse.
+vlgs help COMMAND and vlgs COMMAND --help tell more.
+
+Status: 0 done; 1 the library raised an error, printed as "error NUMBER SOURCE: DESCRIPTION", or a comparison
+found something; 2 misuse.
 )";
+
+using Run = int (*)(std::span<const std::string_view>);
+
+template <auto run>
+int withoutArguments(std::span<const std::string_view> words) {
+    if (!words.empty())
+        throw Misuse("this command takes no arguments");
+    run();
+    return 0;
+}
+
+void printVersion() {
+    std::cout << "vlgs " << VLGS_VERSION_TEXT << '\n';
+}
+
+int help(std::span<const std::string_view> words);
+
+struct Command {
+    std::string_view name;
+    std::string_view brief;
+    std::string_view usage;
+    std::string_view help;
+    Run run;
+};
+
+constexpr Command commands[] = {
+    {"call", "calls a member of a class", callUsage, callHelp,
+     [](auto words) {
+         call(words);
+         return 0;
+     }},
+    {"ini", "reads and changes INI documents", iniUsage, iniHelp, ini},
+    {"lock", "takes, lists and ends the locks of projects", lockUsage, lockHelp, lock},
+    {"classes", "lists the classes", "vlgs classes\n", "", withoutArguments<[] { listClasses(std::cout); }>},
+    {"describe", "tells what a class or a member does", describeUsage, describeHelp,
+     [](auto words) {
+         describe(std::cout, words);
+         return 0;
+     }},
+    {"idl", "prints the interface definition of the COM server", "vlgs idl\n", "",
+     withoutArguments<[] { std::cout << interfaceDefinition(); }>},
+    {"version", "prints the version", "vlgs version\n", "", withoutArguments<printVersion>},
+    {"help", "tells how a command is used", "vlgs help [COMMAND]\n", "", help},
+};
+
+const Command& commandNamed(std::string_view name) {
+    if (name == "--version")
+        name = "version";
+    else if (name == "--help" || name == "-h")
+        name = "help";
+    std::vector<std::string_view> names;
+    for (const auto& command : commands) {
+        if (command.name == name)
+            return command;
+        names.push_back(command.name);
+    }
+    std::string known;
+    for (const auto known_ : names)
+        known += " " + std::string(known_);
+    throw Misuse("there is no command \"" + std::string(name) + "\"" + nearest(name, names) +
+                 "\nthe commands are" + known);
+}
+
+void writeUsage(std::ostream& out, std::string_view usage) {
+    const char* before = "usage: ";
+    while (!usage.empty()) {
+        const auto end = usage.find('\n') + 1;
+        out << std::exchange(before, "       ") << usage.substr(0, end);
+        usage.remove_prefix(end);
+    }
+}
+
+int help(std::span<const std::string_view> words) {
+    if (words.size() > 1)
+        throw Misuse("help takes the name of one command");
+    if (!words.empty()) {
+        const auto& command = commandNamed(words.front());
+        writeUsage(std::cout, command.usage);
+        std::cout << '\n';
+        if (command.help.empty())
+            std::cout << "vlgs " << command.name << ' ' << command.brief << ".\n";
+        std::cout << command.help;
+        return 0;
+    }
+    std::cout << "usage: vlgs COMMAND [WORD...]\n\n";
+    for (const auto& command : commands)
+        std::cout << "  " << command.name << std::string(10 - command.name.size(), ' ') << command.brief
+                  << '\n';
+    std::cout << statusHelp;
+    return 0;
+}
 
 /// The program's exit status.
 int run(std::span<const std::string_view> words) {
     if (words.empty())
-        throw Misuse("a command is missing");
-    const auto command = words.front();
+        throw Misuse("a command is missing\nusage: vlgs COMMAND [WORD...]; vlgs help lists the commands");
+    const auto& command = commandNamed(words.front());
     const auto rest = words.subspan(1);
-    if (command == "lock")
-        return lock(rest);
-    if (command == "call") {
-        call(rest);
-        return 0;
-    }
-    if (command == "describe") {
-        describe(std::cout, rest);
-        return 0;
-    }
-    const bool known = command == "classes" || command == "idl" || command == "--version" ||
-                       command == "--help" || command == "-h";
-    if (!known)
-        throw Misuse("there is no command \"" + std::string(command) + "\"");
-    if (!rest.empty())
-        throw Misuse(std::string(command) + " takes no arguments");
-    if (command == "classes")
-        listClasses(std::cout);
-    else if (command == "idl")
-        std::cout << interfaceDefinition();
-    else if (command == "--version")
-        std::cout << "vlgs " << VLGS_VERSION_TEXT << '\n';
-    else
-        std::cout << usage << lockUsage << help << lockHelp << statusHelp;
-    return 0;
+    const bool asksHelp = !rest.empty() && rest.back() == "--help";
+    if (asksHelp && std::ranges::find(rest, std::string_view("--")) == rest.end())
+        return help(words.first(1));
+    return command.run(rest);
+}
+
+void reportMisuse(const Misuse& misuse, std::span<const std::string_view> words) {
+    std::cerr << "vlgs: " << misuse.what() << '\n';
+    const auto known =
+        std::ranges::find(commands, words.empty() ? std::string_view() : words.front(), &Command::name);
+    if (known != std::end(commands))
+        writeUsage(std::cerr, known->usage);
 }
 
 // The description may have several lines, the report has one.
@@ -104,7 +185,7 @@ int guardedRun(std::span<const std::string_view> words) {
             return status;
         return report(Error(RunTimeError::DeviceIoError));
     } catch (const Misuse& misuse) {
-        std::cerr << "vlgs: " << misuse.what() << '\n' << usage << lockUsage;
+        reportMisuse(misuse, words);
         return 2;
     } catch (const Error& error) {
         std::cout.flush();

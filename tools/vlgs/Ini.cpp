@@ -1,0 +1,310 @@
+#include "Ini.h"
+
+#include "Document.h"
+#include "HostText.h"
+#include "Misuse.h"
+#include "Print.h"
+#include "Terminal.h"
+#include "Words.h"
+#include "base/Text.h"
+#include "platform/Volumes.h"
+
+#include <iostream>
+#include <optional>
+#include <utility>
+
+namespace vlgs::cli {
+
+namespace {
+
+void printJsonKeys(const SectionView& section) {
+    std::cout << '{';
+    for (std::int32_t i = 1; i <= section.count(); ++i) {
+        std::cout << (i == 1 ? "" : ", ");
+        printJsonText(std::cout, section.key(i).name());
+        std::cout << ": ";
+        printJsonText(std::cout, section.key(i).value().text());
+    }
+    std::cout << '}';
+}
+
+void printJson(const INIFile& document) {
+    std::cout << '{';
+    const char* separator = "";
+    for (const auto& section : sectionsOf(document)) {
+        std::cout << std::exchange(separator, ",\n ");
+        printJsonText(std::cout, section.name);
+        std::cout << ": ";
+        printJsonKeys(section);
+    }
+    std::cout << "}\n";
+}
+
+int get(std::span<const std::string_view> given) {
+    const Words words("ini get", given, {"--json", "--default="});
+    words.need(2, 3, "a file, a section and perhaps a key");
+    const bool json = words.has("--json");
+    const auto standard = words.value("--default=");
+    try {
+        const auto document = readDocument(words[0]);
+        const auto section = sectionNamed(*document, fromHost(words[1]));
+        if (words.count() == 3) {
+            const String value = keyNamed(section, fromHost(words[2]));
+            if (json)
+                printJsonText(std::cout, value);
+            else
+                std::cout << toHost(value);
+            std::cout << '\n';
+        } else if (json) {
+            printJsonKeys(section);
+            std::cout << '\n';
+        } else {
+            for (std::int32_t i = 1; i <= section.count(); ++i)
+                std::cout << toHost(section.key(i).name()) << '=' << toHost(section.key(i).value().text())
+                          << '\n';
+        }
+    } catch (const Error& error) {
+        if (!standard || words.count() != 3 ||
+            (!error.is(RunTimeError::SubscriptOutOfRange) && !error.is(RunTimeError::FileNotFound)))
+            throw;
+        if (json)
+            printJsonText(std::cout, fromHost(*standard));
+        else
+            std::cout << *standard;
+        std::cout << '\n';
+    }
+    return 0;
+}
+
+struct Assignment {
+    String section;
+    String key;
+    String value;
+};
+
+// What would not be read again as it was written.
+void requireStorable(const Assignment& assignment) {
+    const auto hasLineEnd = [](std::u16string_view text) { return text.find_first_of(u"\r\n") != text.npos; };
+    const auto& [section, key, value] = assignment;
+    if (hasLineEnd(value) || hasLineEnd(key) || hasLineEnd(section))
+        throw Misuse("names and values in documents are one line");
+    if (key.view().find(u'=') != key.view().npos || trim(key) != key.view())
+        throw Misuse("the name of a key has no \"=\", and no blank at its ends: \"" + toHost(key) + "\"");
+    if (section.view().find_first_of(u"]=") != section.view().npos || trim(section) != section.view())
+        throw Misuse("the name of a section has no \"]\" or \"=\", and no blank at its ends: \"" +
+                     toHost(section) + "\"");
+}
+
+// Section and key of "SECTION.KEY": the section is the longest one that the document has, else what stands
+// before the first dot.
+std::pair<std::u16string_view, std::u16string_view> splitName(const INIFile& document,
+                                                              std::u16string_view name) {
+    auto dot = name.find(u'.');
+    for (auto at = dot; document.sections() && at != name.npos; at = name.find(u'.', at + 1))
+        if (document.sections()->property(name.substr(0, at)))
+            dot = at;
+    return {name.substr(0, dot), name.substr(dot + 1)};
+}
+
+std::vector<Assignment> assignmentsOf(const INIFile& document, const Words& words) {
+    std::vector<Assignment> result;
+    if (words.count() == 4 && words[1].find('=') == std::string_view::npos) {
+        result.push_back({fromHost(words[1]), fromHost(words[2]), valueOf(words[3])});
+    } else {
+        for (std::size_t i = 1; i < words.count(); ++i) {
+            const auto equals = words[i].find('=');
+            const auto name = words[i].substr(0, equals);
+            if (equals == std::string_view::npos || name.find('.') == std::string_view::npos)
+                throw Misuse("\"" + std::string(words[i]) +
+                             "\" is no SECTION.KEY=VALUE; ini set also takes FILE SECTION KEY VALUE");
+            const String text = fromHost(name);
+            const auto [section, key] = splitName(document, text);
+            result.push_back({section, key, valueOf(words[i].substr(equals + 1))});
+        }
+    }
+    for (const auto& assignment : result)
+        requireStorable(assignment);
+    return result;
+}
+
+int set(std::span<const std::string_view> given) {
+    const Words words("ini set", given, {"--drop-lines"});
+    words.need(2, words.count(), "a file and SECTION.KEY=VALUE, or a file, a section, a key and a value");
+    const auto document = readDocument(words[0], Absent::IsEmpty);
+    for (const auto& [section, key, value] : assignmentsOf(*document, words))
+        document->CreateKey(Variant(section), key, value);
+    saveDocument(*document, words.has("--drop-lines"));
+    return 0;
+}
+
+int remove(std::span<const std::string_view> given) {
+    const Words words("ini delete", given, {"--drop-lines"});
+    words.need(2, 3, "a file, a section and perhaps a key");
+    const auto document = readDocument(words[0]);
+    const String name = fromHost(words[1]);
+    const auto section = sectionNamed(*document, name);
+    if (words.count() == 3) {
+        keyNamed(section, fromHost(words[2]));
+        document->DeleteKey(name, Variant(fromHost(words[2])));
+    } else {
+        document->DeleteSection(Variant(name));
+    }
+    saveDocument(*document, words.has("--drop-lines"));
+    return 0;
+}
+
+int list(std::span<const std::string_view> given) {
+    const Words words("ini list", given, {"--json"});
+    words.need(1, 1, "one file");
+    const auto document = readDocument(words[0]);
+    if (words.has("--json")) {
+        printJson(*document);
+        return 0;
+    }
+    for (const auto& section : sectionsOf(*document))
+        for (std::int32_t i = 1; i <= section.count(); ++i)
+            std::cout << toHost(section.name) << '.' << toHost(section.key(i).name()) << '='
+                      << toHost(section.key(i).value().text()) << '\n';
+    return 0;
+}
+
+int tree(std::span<const std::string_view> given) {
+    const Words words("ini tree", given, {"--json"});
+    words.need(1, 1, "one file");
+    const auto document = readDocument(words[0]);
+    if (words.has("--json")) {
+        printJson(*document);
+        return 0;
+    }
+    std::cout << words[0] << '\n';
+    const auto sections = sectionsOf(*document);
+    for (std::size_t s = 0; s < sections.size(); ++s) {
+        const bool last = s + 1 == sections.size();
+        std::cout << branch(last) << inColour(Colour::Group, toHost(sections[s].name)) << '\n';
+        for (std::int32_t i = 1; i <= sections[s].count(); ++i)
+            std::cout << trunk(last) << branch(i == sections[s].count())
+                      << inColour(Colour::Name, toHost(sections[s].key(i).name())) << '='
+                      << toHost(sections[s].key(i).value().text()) << '\n';
+    }
+    return 0;
+}
+
+// ---- Differences ----------------------------------------------------------------------------------------
+
+struct Difference {
+    String section;
+    std::optional<String> key; // none for a section without keys
+    std::optional<String> before, after;
+};
+
+const Property* find(const INIFile& document, std::u16string_view section, std::u16string_view key) {
+    const auto keys = document.SectionKeys(Variant(String(section)));
+    return keys ? keys->property(key) : nullptr;
+}
+
+// What `from` has and `to` has otherwise or, with `onlyAbsent`, not at all.
+void compare(const INIFile& from, const INIFile& to, bool backwards, std::vector<Difference>& found) {
+    const auto add = [&](const String& section, std::optional<String> key, String value,
+                         std::optional<String> other) {
+        Difference difference{section, std::move(key), std::move(value), std::move(other)};
+        if (backwards)
+            std::swap(difference.before, difference.after);
+        found.push_back(std::move(difference));
+    };
+    for (const auto& section : sectionsOf(from)) {
+        if (section.count() == 0 && !(to.sections() && to.sections()->property(section.name.view())))
+            add(section.name, std::nullopt, {}, std::nullopt);
+        for (std::int32_t i = 1; i <= section.count(); ++i) {
+            const auto& key = section.key(i);
+            const Property* other = find(to, section.name, key.name());
+            if (!other)
+                add(section.name, key.name(), key.value().text(), std::nullopt);
+            else if (!backwards && other->value().text() != key.value().text())
+                add(section.name, key.name(), key.value().text(), other->value().text());
+        }
+    }
+}
+
+void printDifference(const Difference& difference) {
+    const auto print = [&](char sign, Colour colour, const std::optional<String>& value) {
+        if (!value)
+            return;
+        std::string line = std::string(1, sign) + "[" + toHost(difference.section) + "]";
+        if (difference.key)
+            line += " " + toHost(*difference.key) + "=" + toHost(*value);
+        std::cout << inColour(colour, line) << '\n';
+    };
+    print('-', Colour::Gone, difference.before);
+    print('+', Colour::Added, difference.after);
+}
+
+void printJson(const std::vector<Difference>& differences) {
+    std::cout << '[';
+    const char* separator = "";
+    for (const auto& difference : differences) {
+        std::cout << std::exchange(separator, ",\n ") << "{\"section\": ";
+        printJsonText(std::cout, difference.section);
+        const std::pair<const char*, const std::optional<String>&> fields[] = {
+            {"key", difference.key}, {"before", difference.before}, {"after", difference.after}};
+        for (const auto& [name, value] : fields) {
+            std::cout << ", \"" << name << "\": ";
+            if (value)
+                printJsonText(std::cout, *value);
+            else
+                std::cout << "null";
+        }
+        std::cout << '}';
+    }
+    std::cout << "]\n";
+}
+
+int diff(std::span<const std::string_view> given) {
+    const Words words("ini diff", given, {"--json"});
+    words.need(2, 2, "two files");
+    const auto before = readDocument(words[0]);
+    const auto after = readDocument(words[1]);
+    std::vector<Difference> differences;
+    compare(*before, *after, false, differences);
+    compare(*after, *before, true, differences);
+    if (words.has("--json"))
+        printJson(differences);
+    else
+        for (const auto& difference : differences)
+            printDifference(difference);
+    return differences.empty() ? 0 : 1;
+}
+
+int check(std::span<const std::string_view> given) {
+    const Words words("ini check", given, {"--json"});
+    words.need(1, 1, "one file");
+    const auto findings = checkLines(fullPath(fromHost(words[0])));
+    const bool json = words.has("--json");
+    std::cout << (json ? "[" : "");
+    const char* separator = "";
+    for (const auto& [line, what, isLost] : findings) {
+        if (!json) {
+            std::cout << words[0] << ':' << line << ": " << what << '\n';
+            continue;
+        }
+        std::cout << std::exchange(separator, ",\n ") << "{\"line\": " << line << ", \"problem\": ";
+        printJsonText(std::cout, fromHost(what));
+        std::cout << ", \"lost\": " << (isLost ? "true" : "false") << '}';
+    }
+    std::cout << (json ? "]\n" : "");
+    return findings.empty() ? 0 : 1;
+}
+
+} // namespace
+
+int ini(std::span<const std::string_view> words) {
+    return runSubcommand("ini", words,
+                         {{"get", get},
+                          {"set", set},
+                          {"delete", remove},
+                          {"list", list},
+                          {"tree", tree},
+                          {"diff", diff},
+                          {"check", check}});
+}
+
+} // namespace vlgs::cli
