@@ -18,7 +18,8 @@ with a zone (the local moment). Documents, sections and dictionaries are mapping
 Errors are also of the Python class that their number says: FileNotFoundError, PermissionError, KeyError, IndexError,
 TypeError, OverflowError, AttributeError; error.code is the code of the message catalogue.
 
-An object is used on the thread that made it.
+An object is used on the thread that made it; its last reference may go on any thread, also when that one
+has ended.
 """
 
 from . import _documents  # noqa: F401 (adds what Python expects of documents and collections)

@@ -84,14 +84,18 @@ class WithEvents:
         check(library.vlgs_object_new(byref(_client), key, byref(sink)))
         held = _Handle(sink.value)
         connection = c_int32()
-        check(library.vlgs_connect(obj._handle.use(), held.use(), byref(connection)))
+        source = obj._handle.use()
+        with held.apartment:
+            check(library.vlgs_connect(source, held.use(), byref(connection)))
         self._source, self._connection = obj, connection.value
 
     def close(self):
         """Ends the connection; closing it again does nothing."""
         if self._source is not None:
             source, self._source = self._source, None
-            check(library.vlgs_disconnect(source._handle.use(), self._connection))
+            pointer = source._handle.use()
+            with source._handle.apartment:
+                check(library.vlgs_disconnect(pointer, self._connection))
 
     def __enter__(self):
         return self

@@ -32,14 +32,33 @@ _WRONG_THREAD = -2147417842
 
 
 class _Apartment:
-    """What belongs to one thread: objects that another thread dropped wait here for their release."""
+    """What belongs to one thread.
+
+    Its objects count their references without any lock, so only one thread works with them at a time: the
+    owner, within `entered`, or whoever drops a last reference while the owner is elsewhere or has ended. What
+    is dropped while the owner is inside waits in `dropped` and is released as the owner leaves."""
 
     def __init__(self):
+        self.entered = threading.RLock()
         self.dropped = collections.deque()
 
     def release_dropped(self):
         while self.dropped:
-            library.vlgs_release(self.dropped.popleft())
+            if not self.entered.acquire(blocking=False):
+                return  # who is inside does it on leaving
+            try:
+                while self.dropped:
+                    library.vlgs_release(self.dropped.popleft())
+            finally:
+                self.entered.release()
+
+    def __enter__(self):
+        self.entered.acquire()
+
+    def __exit__(self, *_):
+        self.entered.release()
+        if self.dropped:
+            self.release_dropped()
 
 
 _threads = threading.local()
@@ -50,13 +69,11 @@ def _apartment():
         apartment = _threads.apartment
     except AttributeError:
         apartment = _threads.apartment = _Apartment()
-    if apartment.dropped:
-        apartment.release_dropped()
     return apartment
 
 
 class _Handle:
-    """A counted reference to a native object, used and released on the thread that made it."""
+    """A counted reference to a native object, used on the thread that made it."""
 
     __slots__ = ("pointer", "apartment")
 
@@ -69,6 +86,7 @@ class _Handle:
             release(self.pointer)
         else:
             self.apartment.dropped.append(self.pointer)
+            self.apartment.release_dropped()
 
     def use(self):
         if _apartment() is not self.apartment:
@@ -78,6 +96,11 @@ class _Handle:
 
 def _invoke(target, member, kind, arguments, named=None):
     pointer = target._handle.use()
+    with target._handle.apartment:
+        return _invoke_inside(pointer, member, kind, arguments, named)
+
+
+def _invoke_inside(pointer, member, kind, arguments, named):
     result = Value()
     if not arguments and not named:
         check(library.vlgs_invoke(pointer, member, kind, None, 0, None, 0, byref(result)))
@@ -181,7 +204,9 @@ class Object:
     def __iter__(self):
         """Goes over the members; a collection that changes meanwhile raises RuntimeError."""
         enumerator = c_void_p()
-        check(library.vlgs_enumerate(self._handle.use(), byref(enumerator)))
+        pointer = self._handle.use()
+        with self._handle.apartment:
+            check(library.vlgs_enumerate(pointer, byref(enumerator)))
         return _items(self, _Handle(enumerator.value))
 
     def __reversed__(self):
@@ -213,15 +238,20 @@ def _items(collection, enumerator):
     while True:
         if count is not None and len(collection) != count:
             raise RuntimeError(f"{type(collection).__name__} changed while it was iterated over")
-        check(library.vlgs_next(enumerator.use(), byref(item), byref(more)))
-        if not more.value:
-            return
-        yield _take_result(item)
+        pointer = enumerator.use()
+        with enumerator.apartment:
+            check(library.vlgs_next(pointer, byref(item), byref(more)))
+            if not more.value:
+                return
+            taken = _take_result(item)
+        yield taken
 
 
 def _id_of(target, name):
     number = c_int32()
-    check(library.vlgs_id_of(target._handle.use(), name_of(name), byref(number)))
+    pointer = target._handle.use()
+    with target._handle.apartment:
+        check(library.vlgs_id_of(pointer, name_of(name), byref(number)))
     if number.value == UNKNOWN_MEMBER:
         near = difflib.get_close_matches(name.lower(), target._members, 1)
         hint = f"; did you mean {target._members[near[0]]}?" if near else ""

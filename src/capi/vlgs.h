@@ -16,10 +16,10 @@
  * output is written only by a call that succeeds, without regard to what it held before. No C++ exception
  * ever leaves a function; exhausted memory is error 7.
  *
- * An object is used, and released for the last time, on the thread that made it; a call on another thread is
- * answered with error -2147417842. Descriptions (classes,
- * enumerations, names, help texts) are constant, live as long as the library is loaded and may be read on
- * any thread.
+ * An object is used on the thread that made it; a call on another thread is answered with error -2147417842.
+ * It is released there, too, or on any thread while the one that made it is in no call of this interface, as
+ * when it has ended: who does that sees to it with a lock. Descriptions (classes, enumerations, names, help
+ * texts) are constant, live as long as the library is loaded and may be read on any thread.
  *
  * Texts are UTF-8 with a length; they may contain NUL characters. A lone half of a UTF-16 surrogate pair
  * travels as the three bytes that UTF-8's scheme gives for its number, so that every text of the library

@@ -84,7 +84,8 @@ CountedComponent::CountedComponent() {
 }
 
 CountedComponent::~CountedComponent() {
-    ReleaseInstance();
+    if (isOfThisThread())
+        ReleaseInstance(); // the count is the thread's
 }
 
 } // namespace vlgs

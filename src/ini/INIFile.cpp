@@ -9,6 +9,7 @@
 #include "ini/INIText.h"
 #include "ini/PathParts.h"
 #include "platform/Files.h"
+#include "platform/Volumes.h"
 
 #include <limits>
 
@@ -41,7 +42,8 @@ INIFile::INIFile() {
 }
 
 INIFile::~INIFile() {
-    ReleaseInstance();
+    if (isOfThisThread())
+        ReleaseInstance(); // the count is the thread's
     // A locked file is deleted before it is unlocked, so that nobody who just looks at it keeps it there.
     const bool deleted = delayedDelete_ && hold_.held() && hold_.releaseDeleting(FullPath());
     Unlock();
@@ -68,8 +70,9 @@ String INIFile::FullPath() const {
 }
 
 void INIFile::SetFullPath(const String& sPath) {
-    directory_ = directoryPart(sPath);
-    filename_ = filePart(sPath);
+    const String path = libraryPath(sPath);
+    directory_ = directoryPart(path);
+    filename_ = filePart(path);
 }
 
 Ref<Collection> INIFile::Sections() {

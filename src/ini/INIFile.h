@@ -76,7 +76,8 @@ class VLGS_API INIFile final : public Component {
     Variant GetStream(bool bUseCRLF = false) const;
     /// The document's lines in one of the forms of `Buffer`. Raises 11517.
     Variant GetStream2(enumStreamTypes eStreamType = {}, const String& sDelimiter = {}) const;
-    /// Reads a text with the line delimiter CR LF into the document.
+    /// Reads a text with the line delimiter CR LF into the document. In a text with LF alone there is one
+    /// line: give such a text to `PutStream2`, with LF as the delimiter.
     void PutStream(const Variant& vData);
     /// Reads a text, or an array of texts, into the document, which keeps what it has. The stream type is not
     /// used. Raises 11513; what was read until then stays.
@@ -115,7 +116,7 @@ class VLGS_API INIFile final : public Component {
     // ---- Within the library ----
 
     void SetFileType(enumINIFileTypes eType) { fileType_ = eType; }
-    /// Binds the document to a path.
+    /// Binds the document to a path; one in the host's own form is taken through the table of volumes.
     void SetFullPath(const String& sPath);
     void SetSections(Ref<Collection> oSections) { sections_ = std::move(oSections); }
     /// The keys of a section, or no object.
@@ -200,11 +201,15 @@ constexpr auto INIFile::describe() {
             optional("After", "the member behind which the new one goes; not together with Before"))
             .raises(eMsg_KeyNameCannotBeBlank, "the name is empty"),
         method<&INIFile::Save>(
-            11, "Save", "Writes the document to its file or to another one",
+            11, "Save",
+            "Writes the document to its file or to another one. What a line cannot tell is not read back: "
+            "line "
+            "ends in names and values, blanks around names, = in a key's name, ] in a section's",
             optional("sSaveAs", u"",
                      "the path to write to and to be bound to; the document's own when empty"))
             .raises(eMsg_ErrorSavingINIFileX,
-                    "the file cannot be written, or the code page holds a character not"),
+                    "the file cannot be written, the code page lacks a character (the description names it), "
+                    "or the document was read from this very file, which has bytes that are no text"),
         method<&INIFile::Clone>(12, "Clone", "A document with the same content and another path",
                                 parameter("sNewFilename", "the path to which the new document is bound")),
         method<&INIFile::Clear>(13, "Clear", "Lets go of all sections"),
@@ -216,7 +221,9 @@ constexpr auto INIFile::describe() {
             .raises(eMsg_StreamingErrorX, "the text cannot be made"),
         method<&INIFile::PutStream>(
             16, "PutStream", "Reads lines that end in CR LF into the document",
-            parameter("vData", "a text, or an array of texts, whose lines end in CR LF"))
+            parameter("vData",
+                      "a text, or an array of texts, whose lines end in CR LF; a text with LF alone is "
+                      "one line here: PutStream2 takes it with LF as the delimiter"))
             .raises(eMsg_ErrorReadingINIFileX, "the file cannot be read"),
         method<&INIFile::PutStream2>(17, "PutStream2", "Reads lines into the document",
                                      parameter("vData", "a text or an array of texts"),

@@ -15,6 +15,7 @@
 #include <memory>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace vlgs {
 
@@ -28,7 +29,6 @@ enum class RegistryStatus : std::int32_t {
     DiskFull = 112,
     BadPathName = 161,
     MoreData = 234,
-    NoMoreItems = 259,
     /// What is kept there is no registry.
     BadDatabase = 1009,
     InputOutputFailed = 1016,
@@ -75,6 +75,11 @@ struct RegistryData {
     friend bool operator==(const RegistryData&, const RegistryData&) = default;
 };
 
+struct RegistryValue {
+    String name;
+    RegistryData data;
+};
+
 /// The characters of stored text, all of them; a last odd byte is left out.
 String registryText(std::string_view bytes);
 /// The bytes of a text, without a NUL behind it.
@@ -114,10 +119,10 @@ class RegistryKey {
     /// process dies, the value is there.
     RegistryStatus renameValue(std::u16string_view from, std::u16string_view to) const;
 
-    /// The value, or the name of the subkey, at an index from 0; NoMoreItems behind the last one. What is
-    /// added or deleted meanwhile may move the others.
-    RegistryStatus enumerateValue(std::uint32_t index, String& name, RegistryData& data) const;
-    RegistryStatus enumerateKey(std::uint32_t index, String& name) const;
+    /// All values, or the names of all subkeys, in the host's order, as they were at one moment. (A key on
+    /// Windows that somebody changes without end is read as far as that allows; no name comes twice.)
+    RegistryStatus values(std::vector<RegistryValue>& all) const;
+    RegistryStatus keyNames(std::vector<String>& all) const;
 
   private:
     struct Handle;

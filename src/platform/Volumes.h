@@ -62,4 +62,8 @@ String systemFolder();
 /// The Windows function GetWindowsDirectory; on other hosts "C:\usr". No final backslash.
 String windowsFolder();
 
+/// The library's form of a path that may be in the host's own: where the host's paths begin with one "/",
+/// such a path as `fullPath` gives it, any other as it is.
+String libraryPath(std::u16string_view path);
+
 } // namespace vlgs

@@ -1,6 +1,7 @@
 #include "registry/RegUtil.h"
 
 #include "automation/LateBound.h"
+#include "base/CaseFold.h"
 #include "base/Text.h"
 #include "platform/Registry.h"
 #include "registry/RegistryConversion.h"
@@ -35,6 +36,17 @@ RegistryKey hiveKey(enumHives hive) {
     return RegistryKey();
 }
 
+/// Adds to a collection of any origin: one raises its failures, another one answers their numbers. 0 for
+/// none.
+std::int32_t failureOfAdding(const Ref<Object>& collection, const Variant& item, const Variant& key) {
+    try {
+        const Variant answer = call(collection, u"Add", item, key);
+        return answer.is(VarType::Long) ? answer.number() : 0;
+    } catch (const Error& error) {
+        return error.number();
+    }
+}
+
 } // namespace
 
 const ClassInfo& RegUtil::description() {
@@ -66,18 +78,22 @@ bool RegUtil::moveTo(const String& path, std::uint32_t access) {
     RegistryKey key;
     if (!check(hiveKey(hive_).open(path, access, key)))
         return false;
-    path_ = path;
+    path_ = cutAtNul(path); // as the host took it
     return true;
 }
 
-/// Adds to a collection of any origin: one raises its failures, another one answers their numbers.
-bool RegUtil::add(const Ref<Object>& collection, Variant item, String key) {
-    try {
-        const Variant answer = call(collection, u"Add", std::move(item), std::move(key));
-        return !answer.is(VarType::Long) || answer.number() == 0 || fail(answer.number());
-    } catch (const Error& error) {
-        return fail(error.number());
-    }
+bool RegUtil::add(const Ref<Object>& collection, const Variant& item, const Variant& key) {
+    const auto failure = failureOfAdding(collection, item, key);
+    return failure == 0 || fail(failure);
+}
+
+bool RegUtil::addNamed(const Ref<Object>& collection, const Variant& item, const String& name,
+                       std::set<String>& added) {
+    const bool isNew = added.insert(foldCase(name)).second;
+    const auto failure = failureOfAdding(collection, item, name);
+    if (!isNew && failure == static_cast<std::int32_t>(RunTimeError::KeyAlreadyPresent))
+        return add(collection, item, missing);
+    return failure == 0 || fail(failure);
 }
 
 bool RegUtil::SetCurrHive(enumHives eHive) noexcept {
@@ -135,15 +151,12 @@ bool RegUtil::EnumValues(const Ref<Object>& cValues) {
         return fail(eNoCollection);
     if (!openCurrent(readAccess, key))
         return false;
+    std::vector<RegistryValue> all;
+    if (!check(key.values(all)))
+        return false;
     bool complete = true;
-    String name;
-    RegistryData data;
-    for (std::uint32_t i = 0;; ++i) {
-        const auto status = key.enumerateValue(i, name, data);
-        if (status == RegistryStatus::NoMoreItems)
-            return complete;
-        if (!check(status))
-            return false;
+    std::set<String> added;
+    for (const auto& [name, data] : all) {
         if (name.length() >= bufferSize || registryLength(data) > bufferSize) {
             complete = check(RegistryStatus::MoreData);
             continue;
@@ -152,9 +165,10 @@ bool RegUtil::EnumValues(const Ref<Object>& cValues) {
         value->SetValueName(name);
         value->SetDataType(static_cast<enumRegDataType>(data.type));
         value->SetValue(registryValueOf(data, BinaryForm::ReversedHexadecimal));
-        if (!add(cValues, value, name))
+        if (!addNamed(cValues, value, name, added))
             return false;
     }
+    return complete;
 }
 
 bool RegUtil::DeleteValue(const Ref<RegValue>& oRegValue) {
@@ -169,14 +183,14 @@ bool RegUtil::EnumKeys(const Ref<Object>& cKeys) {
         return fail(eNoCollection);
     if (!openCurrent(fullAccess, key))
         return false;
-    String name;
-    for (std::uint32_t i = 0;; ++i) {
-        const auto status = key.enumerateKey(i, name);
-        if (status == RegistryStatus::NoMoreItems)
-            return true;
-        if (!check(status) || !add(cKeys, name, name))
+    std::vector<String> names;
+    if (!check(key.keyNames(names)))
+        return false;
+    std::set<String> added;
+    for (const auto& name : names)
+        if (!addNamed(cKeys, name, name, added))
             return false;
-    }
+    return true;
 }
 
 bool RegUtil::AddKey(const String& sKeyName, bool bSetPathToNewKey) {

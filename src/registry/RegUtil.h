@@ -4,6 +4,8 @@
 #include "frame/Component.h"
 #include "registry/RegValue.h"
 
+#include <set>
+
 namespace vlgs {
 
 class RegistryKey;
@@ -53,7 +55,9 @@ class VLGS_API RegUtil final : public CountedComponent {
     /// Adds a RegValue for each value, its name as its key; only here the key's default value is seen, under
     /// the name "". As `GetValue` reads them, but for binary data (type 3), which is the hexadecimal digits
     /// of the bytes from the last to the first. A value with a name of more than 1023 characters or data of
-    /// more than 1024 (a text's end counts) is left out, and the answer is False with 234.
+    /// more than 1024 (a text's end counts) is left out, and the answer is False with 234. Of two names that
+    /// the host tells apart and the collection does not, the second one is added without a key. What another
+    /// process changes meanwhile is in the list whole or not at all.
     bool EnumValues(const Ref<Object>& cValues);
 
     bool DeleteValue(const Ref<RegValue>& oRegValue);
@@ -80,7 +84,10 @@ class VLGS_API RegUtil final : public CountedComponent {
     bool checkValue(const Ref<RegValue>& value) noexcept;
     bool openCurrent(std::uint32_t access, RegistryKey& key);
     bool moveTo(const String& path, std::uint32_t access);
-    bool add(const Ref<Object>& collection, Variant item, String key);
+    bool add(const Ref<Object>& collection, const Variant& item, const Variant& key);
+    /// Without a key where the name differs from one in `added` in a way that the collection does not see.
+    bool addNamed(const Ref<Object>& collection, const Variant& item, const String& name,
+                  std::set<String>& added);
 
     enumHives hive_ = eHiveClassesRoot;
     String path_;

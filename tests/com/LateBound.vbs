@@ -169,6 +169,11 @@ buffer.ChunkSize = -5
 Check "ChunkSize", buffer.ChunkSize, CLng(200)
 Check "HTML", Len(general.ClassDescription) > 0, True
 
+Dim paths: Set paths = Make("Files")
+Check "the root of a drive as a path", paths.Path("C:\"), "C:\"
+Check "the root of a drive is valid", paths.IsValidPath("C:\"), True
+Check "the root of a drive as a base", paths.TranslateFromRelativePathNoFileCheck("a.txt", "C:\"), "C:\a.txt"
+
 Dim cipher, key: Set cipher = Make("Cipher")
 Dim conversion: Set conversion = Make("Conversion")
 Check "UniversalDateFormat", conversion.UniversalDateFormat, "yyyy\-mm\-dd"
@@ -185,6 +190,21 @@ Check "AddOrUpdateValue", registry.AddOrUpdateValue(values), True
 values.Value = ""
 Check "GetValue", registry.GetValue(values), True
 Check "the value", values.Value, "text"
+' The micro sign and the Greek letter: one name to the library's collections, and to a host perhaps two
+Dim found: Set found = Make("Collection")
+values.ValueName = ChrW(181)
+Check "a value of another name", registry.AddOrUpdateValue(values), True
+Check "RenameValue", registry.RenameValue(ChrW(181), ChrW(956)), True
+values.ValueName = ChrW(956)
+Check "the renamed value", registry.GetValue(values), True
+Check "EnumValues", registry.EnumValues(found), True
+Check "one name holds the renamed value", found.Count, CLng(2)
+values.ValueName = ChrW(181)
+Check "a value of the old name again", registry.AddOrUpdateValue(values), True
+Set found = Make("Collection")
+Check "EnumValues of names that the collection does not tell apart", registry.EnumValues(found), True
+Check "a path with a NUL", registry.SetCurrPath("Software\VlgsScriptTest" & Chr(0) & "x"), True
+Check "ends before it", registry.CurrPath, "Software\VlgsScriptTest"
 Check "RiseToParentKey", registry.RiseToParentKey, True
 Check "DeleteKey", registry.DeleteKey("VlgsScriptTest"), True
 Dim keys: Set keys = Make("Collection")

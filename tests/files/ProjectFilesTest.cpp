@@ -140,8 +140,10 @@ TEST(ReadWriteFile, IsTheFileItselfOrACopyOfItsOwn) {
     const Scratch scratch;
     const Scratch temporary;
     const Setting setting("TMPDIR", temporary.folder());
+    const Setting onWindows("TMP", temporary.folder());
+    const std::string content(3'000'001, 'd'); // more than is copied at once
     const auto files = make<Files>();
-    scratch.write("a.mdw", "db");
+    scratch.write("a.mdw", content);
     const String path = scratch.path("a.mdw");
     bool usedTemporary = true;
     EXPECT_EQ(files->GetReadWriteFile(path, usedTemporary), path);
@@ -152,13 +154,15 @@ TEST(ReadWriteFile, IsTheFileItselfOrACopyOfItsOwn) {
         const String copy = files->GetReadWriteFile(path, usedTemporary);
         EXPECT_TRUE(usedTemporary);
         EXPECT_TRUE(files->IsDirectoryReadOnly());
-        EXPECT_EQ(readFile(copy), "db");
+        EXPECT_TRUE(readFile(copy) == content);
         EXPECT_FALSE(has(attributes(copy), FileAttributes::ReadOnly));
         const std::string name = copy.toUtf8().substr(temporary.path("").length());
         EXPECT_TRUE(name.starts_with("Vl{") && name.ends_with("}.mdw")) << name;
         EXPECT_EQ(name.size(), 2u + 38u + 4u);
+#ifndef _WIN32 // which tells rights in another way
         EXPECT_EQ(std::filesystem::status(temporary.host(name)).permissions() & std::filesystem::perms(0077),
                   std::filesystem::perms::none);
+#endif
     };
     {
         const auto hold = FileHold::denyingWriters(path);

@@ -137,7 +137,6 @@ TEST(INIFile, KnowsItsPathAndKind) {
              Case{u"\\demo.VLS", u"\\", u"demo.VLS", u"\\demo.VLS"},
              Case{u"\\\\s\\share\\x", u"\\\\s\\share", u"x", u"\\\\s\\share\\x"},
              Case{u"demo.VLS", u"", u"demo.VLS", u"demo.VLS"},
-             Case{u"/p/demo.VLS", u"", u"/p/demo.VLS", u"/p/demo.VLS"},
              Case{u"", u"", u"", u""},
          }) {
         const auto document = documentAt(path);

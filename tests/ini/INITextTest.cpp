@@ -157,6 +157,14 @@ TEST(INIText, SavedIsWhatIsRead) {
     EXPECT_EQ(stream(*again), "|[Ä]|x= 1 |y=€||[B]|z=3||");
 }
 
+TEST(INIText, ADocumentThatIsBoundByAHostsOwnPathHasUsefulParts) {
+    const auto document = make<INIFile>();
+    document->SetFullPath(u"/srv/projects/demo.VLS");
+    EXPECT_EQ(document->Filename(), u"demo.VLS");
+    EXPECT_EQ(document->FileDirectory(), u"C:\\srv\\projects");
+    EXPECT_EQ(document->FullPath(), u"C:\\srv\\projects\\demo.VLS");
+}
+
 TEST(INIText, AFailedSaveTouchesNothing) {
     const Scratch scratch;
     const Setting setting("VLGS_CODEPAGE", "1252");

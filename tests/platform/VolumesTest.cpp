@@ -178,6 +178,33 @@ TEST(TemporaryFolder, IsTheHostsOwn) {
     EXPECT_EQ(temporaryFolder(), u"C:\\tmp\\");
 }
 
+TEST(Volumes, NamesThatEndInDotsOrBlanksAreFoundWhereTheHostHasThem) {
+    const Scratch scratch;
+    std::filesystem::create_directory(scratch.host("Acme Inc."));
+    scratch.write("Acme Inc./demo. ", "x");
+    const String folder = fullPath(String::fromUtf8(scratch.folder()));
+    for (const auto& path :
+         {concat(folder, u"\\Acme Inc.\\demo. "), concat(folder, u"\\ACME inc.\\.\\DEMO. "),
+          String::fromUtf8(scratch.folder() + "/Acme Inc./demo. ")}) {
+        EXPECT_TRUE(fileExists(path)) << path.toUtf8();
+        EXPECT_TRUE(fullPath(path).view().ends_with(u". ")) << path.toUtf8();
+        EXPECT_EQ(readFile(fullPath(path)), "x");
+    }
+    const auto before = currentFolder();
+    ASSERT_TRUE(setCurrentFolder(concat(folder, u"\\Acme Inc.")));
+    EXPECT_EQ(currentFolder(), concat(folder, u"\\Acme Inc."));
+    EXPECT_TRUE(fileExists(u"demo. "));
+    EXPECT_FALSE(fileExists(u"demo"));
+    EXPECT_TRUE(setCurrentFolder(before));
+    EXPECT_EQ(fullPath(concat(folder, u"\\Beta Inc.\\x. ")), concat(folder, u"\\Beta Inc\\x"));
+}
+
+TEST(Volumes, TheHostsOwnPathsGetTheirLibraryForm) {
+    EXPECT_EQ(libraryPath(u"/tmp/a.ini"), u"C:\\tmp\\a.ini");
+    for (const auto* path : {u"a/b.ini", u"//srv/share/x", u"C:/x", u"", u"a.ini"})
+        EXPECT_EQ(libraryPath(path), path);
+}
+
 } // namespace
 
 } // namespace vlgs

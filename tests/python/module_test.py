@@ -330,6 +330,53 @@ class ThreadTest(Case):
         self.assertEqual(len(vlgs._objects._apartment().dropped), 0)
         self.assertIsNotNone(self.bed.Other)
 
+    def test_an_object_ends_with_its_last_reference_wherever_that_goes(self):
+        ended, idle = threading.Event(), threading.Event()
+
+        def locked(path):
+            document = vlgs.Dispatch("VlGeneralServices.Files").CreateINIFile(path)
+            document.Save()
+            document.Locked = document.DelayedDelete = True
+            return document
+
+        def work(holder, path, last):
+            holder.append(locked(path))
+            idle.set()
+            if last:
+                ended.wait()  # the thread lives on and never calls again
+
+        with tempfile.TemporaryDirectory() as folder:
+            for last in (False, True):
+                path, holder = os.path.join(folder, f"{last}.ini"), []
+                idle.clear()
+                thread = threading.Thread(target=work, args=(holder, path, last))
+                thread.start()
+                idle.wait()
+                if not last:
+                    thread.join()
+                self.assertTrue(os.path.exists(path))
+                holder.clear()
+                gc.collect()
+                self.assertFalse(os.path.exists(path), f"thread {'idle' if last else 'ended'}")
+                ended.set()
+                thread.join()
+
+    def test_objects_dropped_while_their_thread_is_inside_are_released_as_it_leaves(self):
+        apartment = vlgs._objects._apartment()
+        with tempfile.TemporaryDirectory() as folder:
+            path = os.path.join(folder, "a.ini")
+            document = vlgs.Dispatch("VlGeneralServices.Files").CreateINIFile(path)
+            document.Save()
+            document.DelayedDelete = True
+            holder = [document]
+            del document
+            with apartment:
+                thread = threading.Thread(target=holder.clear)
+                thread.start()
+                thread.join()
+                self.assertTrue(os.path.exists(path))
+            self.assertFalse(os.path.exists(path))
+
 
 class EventTest(Case):
     def test_handlers_are_told_until_they_are_disconnected(self):

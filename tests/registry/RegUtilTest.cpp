@@ -270,6 +270,15 @@ TEST_F(RegUtilTest, ACollectionsFailureIsTheLastError) {
     EXPECT_EQ(reg->LastErrorValue(), 438);
 }
 
+TEST_F(RegUtilTest, APathEndsBeforeItsNul) {
+    ASSERT_TRUE(reg->AddKey(u"Sub"));
+    const auto path = reg->CurrPath();
+    ASSERT_TRUE(reg->DropToSubKey(String(std::u16string_view(u"Sub\0x\\y", 7))));
+    EXPECT_EQ(reg->CurrPath(), concat(path, u"\\Sub"));
+    ASSERT_TRUE(reg->RiseToParentKey());
+    EXPECT_EQ(reg->CurrPath(), path);
+}
+
 TEST_F(RegUtilTest, TheDefaultValueIsListedOnly) {
     RegistryKey key;
     ASSERT_EQ(RegistryKey(RegistryHive::CurrentUser).open(u"Soft\\Own", 0x2003F, key),

@@ -7,6 +7,7 @@
 #include "platform/posix/HostPath.h"
 
 #include <algorithm>
+#include <climits>
 
 namespace vlgs::posix {
 
@@ -60,6 +61,14 @@ void appendPart(FullName& name, std::u16string_view part) {
     name.text += part;
 }
 
+/// Whether a name loses the dots and blanks at its end, as on Windows: not where the host has a file of just
+/// that name.
+bool losesItsEnd(const FullName& name) {
+    const bool endsSo =
+        name.text.size() > name.root && (name.text.ends_with(u'.') || name.text.ends_with(u' '));
+    return endsSo && (name.text.size() >= PATH_MAX || !isThere(name));
+}
+
 /// A part that another follows loses a single dot at its end.
 std::u16string_view withoutFinalDot(std::u16string_view part) {
     if (part.size() > 1 && part.ends_with(u'.') && !part.ends_with(u".."))
@@ -67,7 +76,8 @@ std::u16string_view withoutFinalDot(std::u16string_view part) {
     return part;
 }
 
-/// Appends the parts of `rest` to a name that has no final separator.
+/// Appends the parts of `rest` to a name that has no final separator. As on Windows, a part loses a dot at
+/// its end and the last one all its dots and blanks, but not where the host has a file of just that name.
 void appendParts(FullName& name, std::u16string_view rest) {
     bool endsInSeparator = false;
     for (;;) {
@@ -76,9 +86,15 @@ void appendParts(FullName& name, std::u16string_view rest) {
         if (rest.empty())
             break;
         const auto part = takePart(rest);
-        appendPart(name, rest.empty() ? part : withoutFinalDot(part));
+        const auto folder = name.text.size();
+        appendPart(name, part);
+        const auto shorter = withoutFinalDot(part);
+        if (!rest.empty() && shorter.size() < part.size() && losesItsEnd(name)) {
+            name.text.resize(folder);
+            appendPart(name, shorter);
+        }
     }
-    if (!endsInSeparator)
+    if (!endsInSeparator && losesItsEnd(name))
         name.text.resize(std::max(name.root, name.text.find_last_not_of(u". ") + 1));
     const bool driveRoot = name.text.size() == 2 && name.text[1] == u':';
     if ((endsInSeparator && !name.text.ends_with(u'\\')) || driveRoot)

@@ -70,7 +70,7 @@ std::string locate(const std::string& folder, const std::string& rest) {
 /// The host folder that is the root of a full name.
 std::string rootFolder(const FullName& name) {
     const auto root = std::u16string_view(name.text).substr(0, name.root);
-    if (equalIgnoringCase(root, unmappedRoot))
+    if (root.empty() || equalIgnoringCase(root, unmappedRoot))
         return {};
     const auto* volume = root[0] == u'\\' ? findShare(root) : findVolume(root[0]);
     if (!volume)
@@ -154,13 +154,28 @@ std::string hostParts(std::u16string_view names) {
     return names.empty() || parts.empty() ? parts : parts + "/";
 }
 
+namespace {
+
+std::string located(const FullName& name) {
+    const auto path = locate(rootFolder(name), hostParts(std::u16string_view(name.text).substr(name.root)));
+    return path.empty() ? "/" : path;
+}
+
+} // namespace
+
+bool isThere(const FullName& name) {
+    try {
+        return exists(located(name));
+    } catch (const Error&) {
+        return false; // no name that the host can have, or no volume
+    }
+}
+
 std::string hostPath(std::u16string_view path) {
     const auto name = fullName(path);
     if (!name)
         raise(RunTimeError::FileNotFound);
-    const auto names = std::u16string_view(name->text).substr(name->root);
-    const auto located = locate(rootFolder(*name), hostParts(names));
-    return located.empty() ? "/" : located;
+    return located(*name);
 }
 
 std::string parentFolder(std::string_view path) {

@@ -43,6 +43,9 @@ FullName volumeName(std::string_view hostPath);
 /// The names behind a full name's root as host names: "/a/b" for "\a\b", "" for "" and "\".
 std::string hostParts(std::u16string_view names);
 
+/// Whether the host has what a full name names, in any case of letters.
+bool isThere(const FullName& name);
+
 /// The host path of a library path, each part spelled as it is found; what is not found stays as given. Ends
 /// in
 /// "/" when the path ends in a separator. Raises 53 for an empty path, 76 for a volume that is not mapped.

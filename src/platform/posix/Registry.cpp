@@ -276,26 +276,25 @@ RegistryStatus RegistryKey::renameValue(std::u16string_view from, std::u16string
     });
 }
 
-RegistryStatus RegistryKey::enumerateValue(std::uint32_t index, String& name, RegistryData& data) const {
+RegistryStatus RegistryKey::values(std::vector<RegistryValue>& all) const {
     RegistryKeyNode* node = nullptr;
     if (const auto status = find(handle_.get(), registryAccess::queryValue, node);
         status != RegistryStatus::Success)
         return status;
-    if (index >= node->valueCount())
-        return RegistryStatus::NoMoreItems;
-    name = node->value(index).name;
-    data = node->value(index).data;
+    all.clear();
+    for (std::uint32_t i = 0; i < node->valueCount(); ++i)
+        all.push_back({node->value(i).name, node->value(i).data});
     return RegistryStatus::Success;
 }
 
-RegistryStatus RegistryKey::enumerateKey(std::uint32_t index, String& name) const {
+RegistryStatus RegistryKey::keyNames(std::vector<String>& all) const {
     RegistryKeyNode* node = nullptr;
     if (const auto status = find(handle_.get(), registryAccess::enumerateSubKeys, node);
         status != RegistryStatus::Success)
         return status;
-    if (index >= node->keyCount())
-        return RegistryStatus::NoMoreItems;
-    name = node->key(index).name();
+    all.clear();
+    for (std::uint32_t i = 0; i < node->keyCount(); ++i)
+        all.push_back(node->key(i).name());
     return RegistryStatus::Success;
 }
 

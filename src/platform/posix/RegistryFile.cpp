@@ -126,6 +126,19 @@ int keepProperties(int from, int to) {
     return ::fchmod(to, old.st_mode & 07777) == 0 ? 0 : errno;
 }
 
+/// Gives an open file other content; 0, or the value of errno.
+int overwrite(int file, const std::string& bytes) {
+    if (::lseek(file, 0, SEEK_SET) < 0)
+        return errno;
+    if (const int error = writeAll(file, bytes.data(), bytes.size()))
+        return error;
+    return ::ftruncate(file, static_cast<off_t>(bytes.size())) == 0 && ::fsync(file) == 0 ? 0 : errno;
+}
+
+std::string wholeText(std::u16string_view hive, const RegistryKeyNode& root) {
+    return std::string(byteOrderMark) + registryBytes(registryTextOf(hive, root));
+}
+
 std::string targetOf(const std::string& path) {
     const CText real(::realpath(path.c_str(), nullptr));
     return real ? real.get() : path;
@@ -289,6 +302,8 @@ RegistryStatus RegistryFile::write(int file, const std::u16string& lines) {
         } else {
             readRegistryText(lines, false, hive_, root_);
             error = replace(file);
+            if (statusOf(error) == RegistryStatus::AccessDenied)
+                error = rewrite(file);
         }
     } catch (...) {
         forget();
@@ -327,27 +342,46 @@ int RegistryFile::add(int file, const std::u16string& lines) {
 /// Puts a text without additions in the file's place; 0, or the value of errno.
 int RegistryFile::replace(int file) {
     const auto target = targetOf(path_);
-    const auto bytes = std::string(byteOrderMark) + registryBytes(registryTextOf(hive_, root_));
     auto made = NewFile::createFor(target, 0600);
     if (!made)
         return errno;
+    const auto bytes = wholeText(hive_, root_);
     int error = keepProperties(file, made->descriptor());
     if (error == 0 && (error = made->write(bytes)) == 0 && (error = made->flush()) == 0)
         error = made->publishOver(target);
     if (error != 0)
         return error;
     flushFolder(parentFolder(target));
+    take(made->descriptor(), bytes);
+    // What is remembered of it shares the claim of a new file.
+    disclaim(made->descriptor());
+    return 0;
+}
+
+/// Writes a text without additions over the file's own; 0, or the value of errno.
+int RegistryFile::rewrite(int file) {
+    const auto bytes = wholeText(hive_, root_);
+    std::string before;
+    if (const int error = readFrom(file, 0, sizeOf(seenStatus_), before))
+        return error;
+    if (const int error = overwrite(file, bytes)) {
+        overwrite(file, before);
+        return error;
+    }
+    take(file, bytes);
+    return 0;
+}
+
+/// Remembers a file that has just got these bytes and no additions.
+void RegistryFile::take(int file, const std::string& bytes) {
     onDisk_ = std::chrono::steady_clock::now();
     end_ = additions_ = bytes.size();
     takesAdditions_ = true;
     struct stat status;
-    if (::fstat(made->descriptor(), &status) == 0)
-        see(made->descriptor(), status, bytes);
+    if (::fstat(file, &status) == 0)
+        see(file, status, bytes);
     else
         forget();
-    // What is remembered of it shares the claim of a new file.
-    disclaim(made->descriptor());
-    return 0;
 }
 
 int RegistryFile::putOnDisk(int file) {

@@ -2,8 +2,9 @@
 //
 // Invariants: The tree is what the file's text says up to `end_`, but for changes that others have made since
 // it was read last. The file is only ever added to, or replaced as a whole, both under a lock; so a process
-// that is killed leaves at most an addition without an end, which nobody reads. Additions are folded into the
-// text when they outgrow it, hence their cost is constant on average.
+// that is killed leaves at most an addition without an end, which nobody reads. (Only a file of a form that
+// takes no additions, in a folder that takes no new file, is once written over.) Additions are folded into
+// the text when they outgrow it, hence their cost is constant on average.
 #pragma once
 
 #include "platform/posix/Descriptor.h"
@@ -48,6 +49,8 @@ class RegistryFile {
     RegistryStatus write(int file, const std::u16string& lines);
     int add(int file, const std::u16string& lines);
     int replace(int file);
+    int rewrite(int file);
+    void take(int file, const std::string& bytes);
     int putOnDisk(int file);
     void tidy();
 

@@ -117,6 +117,13 @@ String fullPath(std::u16string_view path, std::u16string_view folder) {
     return base ? textOf(fullName(path, *base)) : String();
 }
 
+String libraryPath(std::u16string_view path) {
+    if (!path.starts_with(u'/') || path.starts_with(u"//"))
+        return path;
+    const auto name = fullPath(path);
+    return name.empty() ? String(path) : name;
+}
+
 String temporaryFolder() {
     const char* folder = std::getenv("TMPDIR");
     const auto name = fullName(libraryName(folder && *folder ? folder : "/tmp"));

@@ -24,8 +24,15 @@ FileAttributes told(DWORD attributes) {
 
 /// The attributes of a path, of a link those of its target; INVALID_FILE_ATTRIBUTES with the reason in the
 /// last error when there is nothing.
+/// The root of a drive has no entry that could be hidden; the marks it bears mean nothing.
+bool isDriveRoot(std::u16string_view path) noexcept {
+    return path.size() == 3 && path[1] == u':' && (path[2] == u'\\' || path[2] == u'/');
+}
+
 DWORD hostAttributes(const WideText& path) noexcept {
-    const DWORD attributes = GetFileAttributesW(path.get());
+    DWORD attributes = GetFileAttributesW(path.get());
+    if (attributes != INVALID_FILE_ATTRIBUTES && isDriveRoot(reinterpret_cast<const char16_t*>(path.get())))
+        attributes &= ~static_cast<DWORD>(FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_SYSTEM);
     if (attributes == INVALID_FILE_ATTRIBUTES || !(attributes & FILE_ATTRIBUTE_REPARSE_POINT))
         return attributes;
     const Handle target(CreateFileW(path.get(), FILE_READ_ATTRIBUTES, shareAll, nullptr, OPEN_EXISTING,
@@ -58,8 +65,6 @@ void writeAll(const Handle& file, std::string_view bytes) {
             raiseLastError();
         bytes.remove_prefix(written);
     }
-    if (!FlushFileBuffers(file.get()))
-        raiseLastError();
 }
 
 std::string readAll(const Handle& file) {
@@ -171,25 +176,42 @@ std::size_t FileReader::read(char* to, std::size_t size) {
     return done;
 }
 
-void createFile(std::u16string_view path, std::string_view bytes, Readable readable) {
+namespace {
+
+/// Creates a file and fills it: `fill(file)`. No part of it stays after a failure.
+template <class Fill>
+void createFilled(std::u16string_view path, Readable readable, const Fill& fill) {
     std::optional<UserOnly> security;
     if (readable == Readable::ByUserOnly)
         security.emplace();
     Handle file = open(path, GENERIC_WRITE, 0, CREATE_NEW, security ? security->get() : nullptr);
     try {
-        writeAll(file, bytes);
+        fill(file);
+        if (!FlushFileBuffers(file.get()))
+            raiseLastError();
     } catch (const Error&) {
         file = Handle();
-        DeleteFileW(WideText(path).get()); // no part of it stays
+        DeleteFileW(WideText(path).get());
         throw;
     }
+}
+
+} // namespace
+
+void createFile(std::u16string_view path, std::string_view bytes, Readable readable) {
+    createFilled(path, readable, [&](const Handle& file) { writeAll(file, bytes); });
 }
 
 void copyFile(std::u16string_view from, std::u16string_view to, Readable readable) {
     if (has(attributes(from), FileAttributes::Directory))
         raise(RunTimeError::PermissionDenied);
     if (readable == Readable::ByUserOnly) {
-        createFile(to, readFile(from), readable);
+        FileReader source(from);
+        std::string piece(1u << 20, '\0');
+        createFilled(to, readable, [&](const Handle& file) {
+            while (const auto count = source.read(piece.data(), piece.size()))
+                writeAll(file, std::string_view(piece).substr(0, count));
+        });
         setAttributes(to, attributes(from));
     } else if (!CopyFileW(WideText(from).get(), WideText(to).get(), TRUE)) {
         raiseLastError();

@@ -1,8 +1,10 @@
 #include "platform/Registry.h"
 
-#include "base/CaseFold.h"
 #include "platform/Guid.h"
 #include "platform/windows/Host.h"
+
+#include <optional>
+#include <set>
 
 namespace vlgs {
 
@@ -119,47 +121,99 @@ RegistryStatus RegistryKey::deleteValue(std::u16string_view name) const {
 
 RegistryStatus RegistryKey::renameValue(std::u16string_view from, std::u16string_view to) const {
     RegistryData data;
+    RegistryData replaced;
     auto status = query(from, data);
     if (status != RegistryStatus::Success)
         return status;
-    // A value keeps the spelling it was made with, so one that has the name goes first. Where that is the
-    // value itself, it lies under a name of its own meanwhile.
-    const bool sameName = equalIgnoringCase(from.substr(0, from.find(u'\0')), to.substr(0, to.find(u'\0')));
-    const String spare = sameName ? guidText(createGuid()) : String();
-    if (sameName && (status = set(spare, data)) != RegistryStatus::Success)
+    status = query(to, replaced);
+    if (status == RegistryStatus::NotFound) {
+        status = set(to, data);
+        return status == RegistryStatus::Success ? deleteValue(from) : status;
+    }
+    // A value keeps the spelling it was made with, so the one that has the new name goes first. It may be the
+    // value itself, which only the host can tell; so its content lies under a name of its own meanwhile.
+    const String spare = guidText(createGuid());
+    if ((status = set(spare, data)) != RegistryStatus::Success)
         return status;
     if ((status = deleteValue(to)) != RegistryStatus::Success && status != RegistryStatus::NotFound)
         return status;
+    if ((status = deleteValue(from)) != RegistryStatus::Success && status != RegistryStatus::NotFound)
+        return status;
     if ((status = set(to, data)) != RegistryStatus::Success)
         return status;
-    return deleteValue(sameName ? spare.view() : from);
+    return deleteValue(spare);
 }
 
-RegistryStatus RegistryKey::enumerateValue(std::uint32_t index, String& name, RegistryData& data) const {
-    if (!handle_)
-        return RegistryStatus::InvalidHandle;
-    std::vector<wchar_t> text(longestValueName);
-    auto length = static_cast<DWORD>(text.size());
-    const auto status =
-        RegEnumValueW(handle_->key, index, text.data(), &length, nullptr, nullptr, nullptr, nullptr);
-    if (status != ERROR_SUCCESS)
-        return statusOf(status);
-    const std::u16string_view found(reinterpret_cast<const char16_t*>(text.data()), length);
-    if (const auto read = query(found, data); read != RegistryStatus::Success)
-        return read;
-    name = found;
+namespace {
+
+/// When a key was last changed; nothing for a key that does not tell it.
+std::optional<std::uint64_t> changeOf(HKEY key) {
+    FILETIME time{};
+    if (RegQueryInfoKeyW(key, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr,
+                         nullptr, &time) != ERROR_SUCCESS)
+        return std::nullopt;
+    return std::uint64_t{time.dwHighDateTime} << 32 | time.dwLowDateTime;
+}
+
+/// Reads what a key has, anew for as long as somebody changes it meanwhile. `readNext(index, item)` answers a
+/// status; an item that went away while it was read is passed over.
+template <class Item, class ReadNext, class NameOf>
+RegistryStatus readAll(HKEY key, std::vector<Item>& all, const ReadNext& readNext, const NameOf& nameOf) {
+    constexpr int attempts = 50;
+    std::vector<Item> found;
+    for (int attempt = 0; attempt < attempts; ++attempt) {
+        const auto before = changeOf(key);
+        found.clear();
+        std::set<String> names;
+        auto status = RegistryStatus::Success;
+        for (DWORD index = 0; status == RegistryStatus::Success; ++index) {
+            Item item;
+            status = readNext(index, item);
+            if (status == RegistryStatus::Success && names.insert(nameOf(item)).second)
+                found.push_back(std::move(item));
+            else if (status == RegistryStatus::NotFound)
+                status = RegistryStatus::Success;
+        }
+        if (status != static_cast<RegistryStatus>(ERROR_NO_MORE_ITEMS))
+            return status;
+        if (before == changeOf(key))
+            break;
+    }
+    all = std::move(found);
     return RegistryStatus::Success;
 }
 
-RegistryStatus RegistryKey::enumerateKey(std::uint32_t index, String& name) const {
+} // namespace
+
+RegistryStatus RegistryKey::values(std::vector<RegistryValue>& all) const {
     if (!handle_)
         return RegistryStatus::InvalidHandle;
-    wchar_t text[longestKeyName];
-    DWORD length = longestKeyName;
-    const auto status = RegEnumKeyExW(handle_->key, index, text, &length, nullptr, nullptr, nullptr, nullptr);
-    if (status == ERROR_SUCCESS)
-        name = std::u16string_view(reinterpret_cast<const char16_t*>(text), length);
-    return statusOf(status);
+    std::vector<wchar_t> text(longestValueName);
+    const auto readNext = [&](DWORD index, RegistryValue& value) {
+        auto length = static_cast<DWORD>(text.size());
+        const auto status =
+            RegEnumValueW(handle_->key, index, text.data(), &length, nullptr, nullptr, nullptr, nullptr);
+        if (status != ERROR_SUCCESS)
+            return statusOf(status);
+        value.name = std::u16string_view(reinterpret_cast<const char16_t*>(text.data()), length);
+        return query(value.name, value.data);
+    };
+    return readAll(handle_->key, all, readNext, [](const RegistryValue& value) { return value.name; });
+}
+
+RegistryStatus RegistryKey::keyNames(std::vector<String>& all) const {
+    if (!handle_)
+        return RegistryStatus::InvalidHandle;
+    const auto readNext = [&](DWORD index, String& name) {
+        wchar_t text[longestKeyName];
+        DWORD length = longestKeyName;
+        const auto status =
+            RegEnumKeyExW(handle_->key, index, text, &length, nullptr, nullptr, nullptr, nullptr);
+        if (status == ERROR_SUCCESS)
+            name = std::u16string_view(reinterpret_cast<const char16_t*>(text), length);
+        return statusOf(status);
+    };
+    return readAll(handle_->key, all, readNext, [](const String& name) { return name; });
 }
 
 } // namespace vlgs

@@ -86,6 +86,10 @@ String fullPath(std::u16string_view path, std::u16string_view folder) {
     return fullPath(concat(path.substr(0, 2), u"\\", path.substr(2)));
 }
 
+String libraryPath(std::u16string_view path) {
+    return path;
+}
+
 String temporaryFolder() {
     return textOf([](wchar_t* to, DWORD size) { return GetTempPathW(size, to); });
 }
