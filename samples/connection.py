@@ -1,7 +1,7 @@
 #!/usr/bin/env python3
 """Turns a project file into its connection string and converts a date, through late-bound dispatch.
 
-    PYTHONPATH=build/dev/python samples/connection.py samples/demo/demo.VLS "Saturday, March 07, 2009"
+    PYTHONPATH=build/demo/python samples/connection.py samples/demo/demo.VLS "Saturday, March 07, 2009"
 """
 
 import sys

@@ -2,7 +2,7 @@
 """Changes a key of a project's settings file under a lock of the project; where somebody else has the project, shows
 who, and reads only.
 
-    PYTHONPATH=build/dev/python samples/guarded_edit.py samples/demo/demo.VLS settings.ini Window Width 1024
+    PYTHONPATH=build/demo/python samples/guarded_edit.py samples/demo/demo.VLS settings.ini Window Width 1024
 """
 
 import contextlib

@@ -3,7 +3,7 @@
 
     from win32com.client import Dispatch, constants, gencache; from pythoncom import com_error
 
-    PYTHONPATH=build/dev/python samples/pywin32_script.py samples/demo/demo.VLS
+    PYTHONPATH=build/demo/python samples/pywin32_script.py samples/demo/demo.VLS
 """
 
 import sys

@@ -2,7 +2,7 @@
 """Reads many settings files on a pool of threads. Objects stay on the thread that made them, so each worker has
 its own; between threads go paths and plain values.
 
-    PYTHONPATH=build/dev/python samples/worker_pool.py samples/demo/demo.VLS samples/demo/server.VLL
+    PYTHONPATH=build/demo/python samples/worker_pool.py samples/demo/demo.VLS samples/demo/server.VLL
 """
 
 import concurrent.futures

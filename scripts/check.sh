@@ -3,6 +3,6 @@
 set -euo pipefail
 cd "$(dirname "$0")/.."
 source scripts/packages.sh
-need clang-format
-git ls-files '*.cpp' '*.h' | grep -v generated | xargs clang-format --dry-run -Werror
+clang_format=$(tool clang-format 14) # others lay out otherwise
+git ls-files '*.cpp' '*.h' | grep -v generated | xargs "$clang_format" --dry-run -Werror
 scripts/check_layers.sh

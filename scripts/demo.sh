@@ -4,10 +4,9 @@
 set -euo pipefail
 cd "$(dirname "$0")/.."
 source scripts/packages.sh
-need_build
+need_compiler
 echo "Building the library (a few minutes the first time)"
-
-build dev vlgs VlGeneralServices
+build demo vlgs VlGeneralServices
 
 meaning() {
     case $1 in
@@ -28,7 +27,7 @@ meaning() {
 
 for file in samples/demo/demo.VLS samples/demo/server.VLL; do
     printf '\n$ vlgs call Files.BuildConnectionStringFromPath %s\n' "$file"
-    connection=$(build/dev/bin/vlgs call Files.BuildConnectionStringFromPath "$file")
+    connection=$(build/demo/bin/vlgs call Files.BuildConnectionStringFromPath "$file" | sed -E 's/(^|;)(PWD=)[^;]*/\1\2********/')
     printf '%s\n\n' "$connection"
     while IFS= read -r -d ';' pair; do
         printf '  %-12s %-52s %s\n' "${pair%%=*}" "${pair#*=}" "$(meaning "${pair%%=*}")"

@@ -1,13 +1,17 @@
 #!/usr/bin/env bash
 # Runs every fuzz target for some seconds each (30 when none are given): `scripts/fuzz.sh 3600` runs long.
-# Every run begins with the same seed. Built with clang's libFuzzer; where that cannot be had, with a driver that feeds seeded random inputs.
+# Every run begins with the same seed. Built with clang's libFuzzer (versions 14 to 19); where that cannot be had, with a
+# driver that feeds seeded random inputs, and the script says so.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 source scripts/packages.sh
 seconds=${1:-30}
 need_build
-if need clang libclang-rt-14-dev; then
-    export CXX=clang++
+version=$(clang_version)
+if need "clang-$version" "libclang-rt-$version-dev"; then
+    export CXX=clang++-$version
+else
+    echo "No clang of version 14 to 19 with libFuzzer: the targets get seeded random inputs instead"
 fi
 build fuzz
 for target in build/fuzz/fuzz/*Fuzz; do

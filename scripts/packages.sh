@@ -6,7 +6,13 @@ need() {
     done
     [ ${#missing[@]} -eq 0 ] && return
     local as_root=()
-    [ "$(id -u)" -eq 0 ] || as_root=(sudo)
+    if [ "$(id -u)" -ne 0 ]; then
+        as_root=(sudo)
+        if ! command -v sudo >/dev/null || ! { sudo -n true 2>/dev/null || { [ -t 0 ] && sudo -v; }; }; then
+            echo "Missing packages. Ask an administrator for: apt-get install ${missing[*]}" >&2
+            return 1
+        fi
+    fi
     echo "Installing ${missing[*]}"
     local log
     log=$(mktemp)
@@ -19,17 +25,60 @@ need() {
     rm -f "$log"
 }
 
-# What configuring a preset and building the library and its tools takes.
+# `tool clang-format 14`: the program of just that version, whether or not it is the one without a number in its name.
+tool() {
+    local program
+    for program in "$1-$2" "$1"; do
+        if command -v "$program" >/dev/null && [[ $("$program" --version) == *"version $2."* ]]; then
+            echo "$program"
+            return
+        fi
+    done
+    if ! need "$1-$2" >&2; then
+        echo "$1 of version $2 is needed" >&2
+        return 1
+    fi
+    echo "$1-$2"
+}
+
+# The version of clang to compile with: the first of those that the project is built with which is here or can be had.
+clang_version() {
+    local version
+    for version in 14 15 16 17 18 19; do
+        ! command -v "clang++-$version" >/dev/null || { echo "$version" && return; }
+    done
+    for version in 14 19 18 17 16 15; do
+        ! apt-cache show "clang-$version" >/dev/null 2>&1 || { echo "$version" && return; }
+    done
+    echo 14
+}
+
+# What building the library and its tools takes, and what the presets with tests take.
+need_compiler() { need g++ cmake ninja-build; }
 need_build() { need g++ cmake ninja-build python3 libgtest-dev; }
 # What the tests take besides.
 need_tests() { need mypy unixodbc unixodbc-dev libsqliteodbc pkg-config; }
+
+# Passes a build's lines on to a log and, on a terminal, tells how far it is: `[12/345]`.
+log_of_build() {
+    if [ ! -t 1 ]; then
+        cat >"$1"
+        return
+    fi
+    local line
+    while IFS= read -r line; do
+        printf '%s\n' "$line" >>"$1"
+        [[ $line != \[*/*\]* ]] || printf '\r%s' "${line%%]*}]"
+    done
+    printf '\r\033[K'
+}
 
 # Configures and builds a preset; prints the log when that fails. `build dev [TARGET…]`
 build() {
     local preset=$1 log
     shift
     log=$(mktemp)
-    if ! { cmake --preset "$preset" && cmake --build "build/$preset" ${*:+--target "$@"}; } >"$log" 2>&1; then
+    if ! { cmake --preset "$preset" && cmake --build "build/$preset" ${*:+--target "$@"}; } 2>&1 | log_of_build "$log"; then
         cat "$log"
         rm -f "$log"
         return 1

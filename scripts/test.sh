@@ -18,7 +18,7 @@ ctest_of() {
     echo "== $preset: build"
     build "$preset"
     echo "== $preset: tests"
-    ctest --test-dir "build/$preset" --output-on-failure --progress -j "$(nproc)" "$@"
+    ctest --test-dir "build/$preset" --output-on-failure $([ ! -t 1 ] || echo --progress) -j "$(nproc)" "$@"
 }
 
 run() {

@@ -18,6 +18,7 @@ import subprocess
 import sys
 from functools import lru_cache
 
+CLANG_TIDY = os.environ.get("CLANG_TIDY", "clang-tidy")
 ROOT = pathlib.Path(__file__).resolve().parent.parent
 
 
@@ -32,14 +33,14 @@ def main(build, names):
         wanted = sorted(path for path in units if path.is_relative_to(ROOT) and not path.is_relative_to(build))
     clean = build / "tidy"
     clean.mkdir(exist_ok=True)
-    basis = subprocess.run(["clang-tidy", "--version"], capture_output=True, check=True).stdout
+    basis = subprocess.run([CLANG_TIDY, "--version"], capture_output=True, check=True).stdout
     basis += (ROOT / ".clang-tidy").read_bytes()
 
     def look(path):
         key = key_of(units[path], basis)
         if key and (clean / key).exists():
             return True, ""
-        done = subprocess.run(["clang-tidy", "--quiet", "-p", build, path], capture_output=True, text=True)
+        done = subprocess.run([CLANG_TIDY, "--quiet", "-p", build, path], capture_output=True, text=True)
         if done.returncode == 0 and key:
             (clean / key).touch()
         # What clang-tidy writes besides is the number of warnings in the system's headers.

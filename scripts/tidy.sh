@@ -6,6 +6,8 @@ cd "$(dirname "$0")/.."
 source scripts/packages.sh
 need_build
 need_tests
-need clang clang-tidy
+need clang
+CLANG_TIDY=$(tool clang-tidy 14)
+export CLANG_TIDY
 cmake --preset clang >/dev/null
 scripts/tidy.py build/clang "$@"
