@@ -22,15 +22,29 @@
 namespace vlgs::cli {
 namespace {
 
-constexpr std::string_view callUsage = R"(vlgs call [--json] CLASS.MEMBER [ARG...] [NAME=VALUE...]
-vlgs call CLASS.MEMBER=VALUE [ARG...]
+constexpr std::string_view callUsage =
+    R"(vlgs call [--json] CLASS.MEMBER [ARG...] [NAME=VALUE...] [.MEMBER [ARG...]]...
+vlgs call CLASS.MEMBER=VALUE .MEMBER [ARG...]
 )";
 constexpr std::string_view callHelp =
     R"(Creates an object of the class, calls the member, and prints the result: a text as it is, an array an item a
-line, a document as its text. The arguments are texts, which the library converts to what the member takes;
-@FILE and @- are the text of a file and of standard input, @@TEXT is "@TEXT". NAME=VALUE gives the parameter
-NAME its value; behind "--" all arguments are plain texts. CLASS.MEMBER=VALUE writes a property. --json
-prints type and value.
+line, a document as its text. --json prints the type and the value. .MEMBER goes on with a member of the
+result, ..MEMBER with one of the object whose member was called last:
+
+  vlgs call Files.RetrieveINIFile demo.VLS .Section ODBC .Value .Count
+  vlgs call Files.RetrieveINIFile demo.VLS .CreateKey ODBC DSN demo ..Save
+
+NAME=VALUE gives the parameter NAME its value, MEMBER=VALUE writes a property. An argument is a text, which
+the library converts to what the member takes, or one of
+
+  @FILE @-         the text of a file, of standard input, without its last line end ("@@X" is the text "@X")
+  eINI_VLS         the member of an enumeration, where the parameter is no text
+  long:1 null:     a value of that type, where the parameter takes any: byte, integer, long, single, double,
+                   currency, decimal, date, boolean, text; empty: null: missing: nothing:
+  [ CLASS.M ... ]  what another call gives; "[ CLASS ]" a new object
+  { A B ... }      an array
+
+and behind "--" all words are plain texts.
 )";
 constexpr std::string_view describeUsage = R"(vlgs describe CLASS[.MEMBER]
 vlgs describe --markdown [CLASS]

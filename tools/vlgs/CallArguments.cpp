@@ -1,0 +1,131 @@
+#include "CallArguments.h"
+
+#include "Chain.h"
+#include "HostText.h"
+#include "Misuse.h"
+#include "Words.h"
+#include "automation/Convert.h"
+#include "base/Ascii.h"
+#include "base/CaseFold.h"
+#include "base/NearestName.h"
+#include "library/Classes.h"
+
+#include <string>
+
+namespace vlgs::cli {
+
+namespace {
+
+// Shorter words are too easily near to one another.
+constexpr std::size_t shortestSlip = 5;
+
+std::string_view nearestParameter(const MemberRows& rows, std::string_view name) {
+    const String text = String::fromUtf8(name);
+    NearestName near(text);
+    for (const auto* row : rows)
+        for (const auto& parameter : row->parameters)
+            if (ascii::toLower(parameter.name.front()) == ascii::toLower(name.front()))
+                near.offer(parameter.name);
+    return near.found();
+}
+
+const EnumMember* memberOf(const EnumInfo& enumeration, std::string_view name) {
+    for (const auto& member : enumeration.members)
+        if (equalIgnoringCase(member.name, name))
+            return &member;
+    return nullptr;
+}
+
+std::optional<Variant> enumerationValue(const ParameterInfo& parameter, std::string_view word) {
+    if (const auto* own = parameter.type.enumeration) {
+        if (const auto* member = memberOf(*own, word))
+            return Variant(member->value);
+        std::vector<std::string_view> names;
+        for (const auto& member : own->members)
+            names.push_back(member.name);
+        if (const auto near = nearest(word, names); !near.empty())
+            throw Misuse("\"" + std::string(word) + "\" is no member of " + std::string(own->name) + near);
+        return std::nullopt;
+    }
+    if (parameter.type.type == VarType::String)
+        return std::nullopt;
+    for (const auto* enumeration : enumerations())
+        if (const auto* member = memberOf(*enumeration, word); member && member->name == word)
+            return Variant(member->value);
+    return std::nullopt;
+}
+
+std::optional<Variant> valueOfType(std::string_view word) {
+    static constexpr std::pair<std::string_view, VarType> types[] = {
+        {"byte", VarType::Byte},       {"integer", VarType::Integer}, {"long", VarType::Long},
+        {"single", VarType::Single},   {"double", VarType::Double},   {"currency", VarType::Currency},
+        {"decimal", VarType::Decimal}, {"date", VarType::Date},       {"boolean", VarType::Boolean},
+        {"text", VarType::String},
+    };
+    const auto colon = word.find(':');
+    const auto type = word.substr(0, colon);
+    if (colon == word.npos)
+        return std::nullopt;
+    if (colon + 1 == word.size() &&
+        (type == "empty" || type == "null" || type == "missing" || type == "nothing"))
+        return type == "empty"     ? Variant()
+               : type == "null"    ? Variant(null)
+               : type == "missing" ? Variant(missing)
+                                   : Variant(nullptr);
+    for (const auto& [name, code] : types)
+        if (name == type)
+            return changeType(Variant(valueOf(word.substr(colon + 1))), code);
+    return std::nullopt;
+}
+
+} // namespace
+
+MemberRows rowsOf(const ClassInfo& info, std::string_view name) {
+    MemberRows rows;
+    for (const auto& row : info.members())
+        if (equalIgnoringCase(row.name, name))
+            rows.push_back(&row);
+    return rows;
+}
+
+const ParameterInfo* parameterAt(const MemberRows& rows, std::size_t place) {
+    for (const auto* row : rows)
+        if (place < row->parameters.size())
+            return &row->parameters[place];
+    return nullptr;
+}
+
+const ParameterInfo* parameterNamed(const MemberRows& rows, std::string_view name) {
+    for (const auto* row : rows)
+        for (const auto& parameter : row->parameters)
+            if (equalIgnoringCase(parameter.name, name))
+                return &parameter;
+    return nullptr;
+}
+
+std::optional<std::string_view> parameterName(const MemberRows& rows, std::string_view word) {
+    const auto equals = word.find('=');
+    const auto name = word.substr(0, equals);
+    if (equals == word.npos || !isIdentifier(name))
+        return std::nullopt;
+    if (parameterNamed(rows, name))
+        return name;
+    if (name.size() >= shortestSlip)
+        if (const auto near = nearestParameter(rows, name); !near.empty())
+            throw Misuse(std::string(rows.front()->name) + " has no parameter " + std::string(name) +
+                         "; did you mean " + std::string(near) +
+                         "? (a text that looks like NAME=VALUE stands behind --)");
+    return std::nullopt;
+}
+
+Variant typedValue(const ParameterInfo* parameter, std::string_view word) {
+    if (parameter && isIdentifier(word))
+        if (auto value = enumerationValue(*parameter, word))
+            return *value;
+    if (!parameter || parameter->type.type == VarType::Variant)
+        if (auto value = valueOfType(word))
+            return *value;
+    return Variant(valueOf(word));
+}
+
+} // namespace vlgs::cli
