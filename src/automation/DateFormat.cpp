@@ -185,6 +185,50 @@ class Output {
     std::u16string long_;
 };
 
+// The number behind a token that always has the same width, and that width; 0 for any other token.
+struct FixedNumber {
+    int DateParts::*value;
+    std::size_t width;
+};
+FixedNumber fixedNumber(DateToken token) {
+    switch (token) {
+    case DateToken::Year4:
+        return {&DateParts::year, 4};
+    case DateToken::Month2:
+        return {&DateParts::month, 2};
+    case DateToken::Day2:
+        return {&DateParts::day, 2};
+    case DateToken::Hour2:
+        return {&DateParts::hour, 2};
+    case DateToken::Minute2:
+        return {&DateParts::minute, 2};
+    case DateToken::Second2:
+        return {&DateParts::second, 2};
+    default:
+        return {nullptr, 0};
+    }
+}
+
+// Writes a text whose length is known, such as every universal timestamp.
+String formatFixed(const DateParts& parts, const DatePattern& pattern) {
+    return String::build(pattern.fixedLength(), [&](char16_t* to) {
+        const auto twoDigits = [&](int value) {
+            *to++ = static_cast<char16_t>(u'0' + value / 10);
+            *to++ = static_cast<char16_t>(u'0' + value % 10);
+        };
+        for (const auto& [token, text] : pattern.pieces()) {
+            if (token == DateToken::Literal) {
+                to = std::copy(text.begin(), text.end(), to);
+                continue;
+            }
+            const auto [value, width] = fixedNumber(token);
+            if (width == 4)
+                twoDigits(parts.*value / 100);
+            twoDigits(parts.*value % 100);
+        }
+    });
+}
+
 class Formatter {
   public:
     Formatter(Date date, FirstDayOfWeek firstDay, FirstWeekOfYear firstWeek,
@@ -415,6 +459,15 @@ DatePattern::DatePattern(std::u16string_view pattern) {
         pieces_.push_back({scan.token(), scan.text()});
         hasDesignator_ |= scan.token() >= DateToken::AmPmFull && scan.token() <= DateToken::AmPmLocale;
     }
+    const auto widthOf = [](const Piece& piece) {
+        return piece.token == DateToken::Literal ? piece.text.size() : fixedNumber(piece.token).width;
+    };
+    const auto isFixed = [](const Piece& piece) {
+        return piece.token == DateToken::Literal || fixedNumber(piece.token).width > 0;
+    };
+    if (!hasDesignator_ && std::ranges::all_of(pieces_, isFixed))
+        for (const Piece& piece : pieces_)
+            fixedLength_ += widthOf(piece);
 }
 
 String formatDate(Date date, std::u16string_view pattern, FirstDayOfWeek firstDay,
@@ -423,6 +476,8 @@ String formatDate(Date date, std::u16string_view pattern, FirstDayOfWeek firstDa
 }
 
 String formatDate(Date date, const DatePattern& pattern, FirstDayOfWeek firstDay, FirstWeekOfYear firstWeek) {
+    if (pattern.fixedLength() > 0)
+        return formatFixed(partsOf(date), pattern);
     return Formatter(date, firstDay, firstWeek).format(pattern);
 }
 

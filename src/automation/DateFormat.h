@@ -29,10 +29,14 @@ class DatePattern {
     const std::vector<Piece>& pieces() const noexcept { return pieces_; }
     /// Hours count to 12, since there is a designator.
     bool hasDesignator() const noexcept { return hasDesignator_; }
+    /// The length of every text by this pattern, when it has but literal text and numbers of fixed width;
+    /// else 0.
+    std::size_t fixedLength() const noexcept { return fixedLength_; }
 
   private:
     std::vector<Piece> pieces_;
     bool hasDesignator_ = false;
+    std::size_t fixedLength_ = 0;
 };
 
 /// The moment by a pattern, in the user's locale. Letters may have either case.

@@ -56,11 +56,12 @@ DateParts partsOfSeconds(std::int64_t seconds) {
 
 // Seconds from midnight of day 0, so that neighbouring moments are neighbouring numbers also before it.
 std::int64_t secondsOf(Date date) {
-    const double day = std::trunc(date.days);
-    if (!(day >= firstDay && day <= lastDay))
+    if (!(date.days > firstDay - 1 && date.days < lastDay + 1))
         raise(RunTimeError::Overflow);
-    const double time = std::abs(date.days - day);
-    return static_cast<std::int64_t>(day) * secondsPerDay + std::llround(time * secondsPerDay);
+    const auto day = static_cast<std::int64_t>(date.days);
+    const double seconds = std::abs(date.days - static_cast<double>(day)) * secondsPerDay;
+    const auto whole = static_cast<std::int64_t>(seconds); // the rest is exact: halves are seen as such
+    return day * secondsPerDay + whole + (seconds - static_cast<double>(whole) >= 0.5);
 }
 
 Date dateOfSeconds(std::int64_t seconds) {
