@@ -24,7 +24,8 @@ from ctypes import (
     c_void_p,
 )
 
-_FILE_NAME = "libVlGeneralServices.so"
+# With the number of the binary interface: the name without it belongs to the development files.
+_FILE_NAME = "libVlGeneralServices.so.9"
 
 # Kinds of members and calls.
 METHOD, GET, PUT, PUTREF = 1, 2, 4, 8

@@ -29,7 +29,10 @@ older=$(c++ -std=c++17 -fsyntax-only "$here/program/main.cpp" "${flags[@]}" 2>&1
 [[ $(grep -m 1 error: <<<"$older") == *"VlGeneralServices need C++20"* ]] ||
     { echo "C++17 gets another message: $older" >&2; exit 1; }
 
-expect python env PYTHONPATH="$prefix/python" python3 -c \
+# Only the development files have the library's name without a version.
+rm "$library"
+module=$(find "$prefix" -path '*-packages/vlgs' -type d)
+expect python env PYTHONPATH="$(dirname "$module")" python3 -c \
     'import sys, vlgs; print(vlgs.Dispatch("VlGeneralServices.Files").BuildConnectionStringFromPath(sys.argv[1]))' \
     "$project"
 expect "command line" "$prefix/bin/vlgs" call Files.BuildConnectionStringFromPath "$project"
