@@ -37,5 +37,26 @@ buffer.Delimiter = ",";
 buffer.PutData("x");
 check("text", buffer.GetData(3), "x,");
 
+// The micro sign and the Greek letter: one name to the library's collections, and to a host perhaps two.
+var registry = new ActiveXObject("VlGeneralServices.RegUtil");
+var value = new ActiveXObject("VlGeneralServices.RegValue");
+registry.SetCurrHive(-2147483647);
+registry.SetCurrPath("Software");
+check("AddKey", registry.AddKey("VlgsScriptTest", true), true);
+value.ValueName = "\u00B5"; value.DataType = 1; value.Value = "text";
+check("AddOrUpdateValue", registry.AddOrUpdateValue(value), true);
+check("RenameValue", registry.RenameValue("\u00B5", "\u03BC"), true);
+value.ValueName = "\u03BC";
+check("the renamed value", registry.GetValue(value), true);
+var found = new ActiveXObject("VlGeneralServices.Collection");
+check("EnumValues", registry.EnumValues(found), true);
+check("one name holds it", found.Count, 1);
+value.ValueName = "\u00B5";
+check("a value of the old name", registry.AddOrUpdateValue(value), true);
+found = new ActiveXObject("VlGeneralServices.Collection");
+check("EnumValues of names that the collection does not tell apart", registry.EnumValues(found), true);
+registry.RiseToParentKey();
+check("DeleteKey", registry.DeleteKey("VlgsScriptTest"), true);
+
 WScript.Echo(checks + " checks, " + failures + " failed");
 WScript.Quit(failures);

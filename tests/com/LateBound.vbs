@@ -190,19 +190,6 @@ Check "AddOrUpdateValue", registry.AddOrUpdateValue(values), True
 values.Value = ""
 Check "GetValue", registry.GetValue(values), True
 Check "the value", values.Value, "text"
-' The micro sign and the Greek letter: one name to the library's collections, and to a host perhaps two
-Dim found: Set found = Make("Collection")
-values.ValueName = ChrW(181)
-Check "a value of another name", registry.AddOrUpdateValue(values), True
-Check "RenameValue", registry.RenameValue(ChrW(181), ChrW(956)), True
-values.ValueName = ChrW(956)
-Check "the renamed value", registry.GetValue(values), True
-Check "EnumValues", registry.EnumValues(found), True
-Check "one name holds the renamed value", found.Count, CLng(2)
-values.ValueName = ChrW(181)
-Check "a value of the old name again", registry.AddOrUpdateValue(values), True
-Set found = Make("Collection")
-Check "EnumValues of names that the collection does not tell apart", registry.EnumValues(found), True
 Check "a path with a NUL", registry.SetCurrPath("Software\VlgsScriptTest" & Chr(0) & "x"), True
 Check "ends before it", registry.CurrPath, "Software\VlgsScriptTest"
 Check "RiseToParentKey", registry.RiseToParentKey, True

@@ -168,13 +168,16 @@ TEST(ReadWriteFile, IsTheFileItselfOrACopyOfItsOwn) {
         const auto hold = FileHold::denyingWriters(path);
         copyOf();
     }
+    EXPECT_EQ(temporary.entries(), 1u);
+#ifndef _WIN32 // Wine lets the administrator write to such a file
     setAttributes(path, FileAttributes::ReadOnly);
     copyOf();
     EXPECT_EQ(temporary.entries(), 2u);
-
+#endif
+    const auto entries = temporary.entries();
     EXPECT_EQ(files->GetReadWriteFile(scratch.path("none"), usedTemporary), u"");
     EXPECT_FALSE(usedTemporary);
-    EXPECT_EQ(temporary.entries(), 2u);
+    EXPECT_EQ(temporary.entries(), entries);
 }
 
 // ---- Connection strings ----
