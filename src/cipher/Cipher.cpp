@@ -28,7 +28,9 @@ String Cipher::readEncodedFile(const String& sPath, const String& sKey) {
 }
 
 void Cipher::writeEncodedFile(const String& sPath, const String& sKey, String& sData) {
-    replaceFile(sPath, CodePage::system().encode(encode(sData, sKey)));
+    ReplaceOptions options;
+    options.readable = Readable::ByUserOnly;
+    replaceFile(sPath, CodePage::system().encode(encode(sData, sKey)), options);
 }
 
 } // namespace vlgs

@@ -91,11 +91,20 @@ class FileReader {
     std::intptr_t handle_;
 };
 
+enum class Readable {
+    /// As the host gives new files to its users.
+    AsUsual,
+    /// By the present user alone, from the first moment on.
+    ByUserOnly,
+};
+
 struct ReplaceOptions {
     /// The attributes that the file gets in the same step; without them it keeps those that it has.
     std::optional<FileAttributes> attributes;
     /// Replaces a read-only file too (instead of 70); it stays read-only unless `attributes` says otherwise.
     bool evenReadOnly = false;
+    /// Who may read a file that is made because there is none.
+    Readable readable = Readable::AsUsual;
 };
 
 /// Makes `bytes` the content of a file, which is created when there is none. At every moment, also when the
@@ -104,17 +113,12 @@ struct ReplaceOptions {
 ///
 /// Owner, permissions and attributes stay. Through a symbolic link the target is replaced and the link stays.
 /// A file found under another spelling keeps its name. A file that is held, by another process or another
-/// holder in this one, is refused (70). Where the folder allows no new file, or the new one could not have
-/// the old one's owner, the content is written in place; a failure then puts the old content back, but a
-/// process that dies just then may leave a mixture.
+/// holder in this one, is refused (70). Where the folder allows no new file, the new one could not have the
+/// old one's owner, or the file has several names (which all get the new content), it is written in place; a
+/// failure then puts the old content back, and when the process dies just then the same user's next opening
+/// finishes the work. A link that leads nowhere, in a folder that others may write and that only lets owners
+/// delete, is refused (70) unless it is this user's or the folder owner's.
 void replaceFile(std::u16string_view path, std::string_view bytes, const ReplaceOptions& options = {});
-
-enum class Readable {
-    /// As the host gives new files to its users.
-    AsUsual,
-    /// By the present user alone, from the first moment on.
-    ByUserOnly,
-};
 
 /// Creates a file with this content; 58 when anything of that name is there, a dangling link included.
 void createFile(std::u16string_view path, std::string_view bytes, Readable readable = Readable::AsUsual);

@@ -124,6 +124,11 @@ TEST(Reading, GivesTheWholeContentOrTheError) {
     ::mkfifo(scratch.host("pipe").c_str(), 0600);
     EXPECT_EQ(readFile(scratch.path("pipe")), "") << "a pipe without a writer is not waited for";
     EXPECT_EQ(errorOf([&] { readFile(scratch.path("")); }), 70);
+    EXPECT_EQ(errorOf([] { readFile(u"/dev/zero"); }), 70);
+    EXPECT_EQ(readFile(u"/dev/null"), "");
+    scratch.write("sparse", "");
+    std::filesystem::resize_file(scratch.host("sparse"), std::uintmax_t{1} << 40);
+    EXPECT_EQ(errorOf([&] { readFile(scratch.path("sparse")); }), 7);
     EXPECT_EQ(errorOf([&] { readFile(scratch.path(std::string(300, 'a'))); }), 52);
 }
 

@@ -19,6 +19,7 @@ namespace {
 using test::errorOf;
 using test::finish;
 using test::Scratch;
+using test::Setting;
 using test::start;
 
 constexpr int skipped = 77;
@@ -68,6 +69,58 @@ TEST(Replacing, GoesThroughLinksToTheirTarget) {
     EXPECT_TRUE(std::filesystem::is_symlink(scratch.host("sub/link 2")));
     EXPECT_TRUE(std::filesystem::is_symlink(scratch.host("dangling")));
     EXPECT_EQ(errorOf([&] { replaceFile(scratch.path("loop"), "x"); }), 75);
+}
+
+TEST(Replacing, StrangersLinksInASharedFolderLeadNowhere) {
+    if (::geteuid() != 0)
+        GTEST_SKIP() << "needs to act as another user";
+    const Scratch scratch;
+    const Scratch target;
+    ::chmod(scratch.folder().c_str(), 01777);
+    for (const auto* name : {"theirs", "own"})
+        std::filesystem::create_symlink(target.host(name), scratch.host(name));
+    std::filesystem::create_symlink(scratch.host("theirs"), target.host("to theirs"));
+    ASSERT_EQ(::lchown(scratch.host("theirs").c_str(), nobody, nobody), 0);
+    EXPECT_EQ(errorOf([&] { replaceFile(scratch.path("theirs"), "x"); }), 70);
+    EXPECT_EQ(errorOf([&] { replaceFile(target.path("to theirs"), "x"); }), 70);
+    replaceFile(scratch.path("own"), "x");
+    EXPECT_EQ(target.entries(), 2u) << "nothing was made for the stranger's link";
+    if (std::ifstream("/proc/sys/fs/protected_symlinks").get() == '1') {
+        target.write("theirs", "old");
+        EXPECT_EQ(errorOf([&] { replaceFile(scratch.path("theirs"), "x"); }), 70);
+        EXPECT_EQ(target.read("theirs"), "old");
+    }
+}
+
+TEST(Replacing, AllNamesOfAFileGetTheNewContent) {
+    const Scratch scratch;
+    scratch.write("f", "a longer old content");
+    std::filesystem::create_hard_link(scratch.host("f"), scratch.host("g"));
+    replaceFile(scratch.path("f"), "new");
+    EXPECT_EQ(scratch.read("g"), "new");
+    EXPECT_EQ(scratch.entries(), 2u);
+}
+
+TEST(Replacing, SweepsAwayWhatKilledProcessesHaveLeftAndNothingElse) {
+    const Scratch scratch;
+    std::filesystem::create_directory(scratch.host("sub"));
+    std::filesystem::create_directory_symlink("sub", scratch.host("other spelling"));
+    const std::string left = ".vlgs-0123456789abcde";
+    for (const auto* name : {"0", "1", "2", "g"})
+        scratch.write("sub/" + left + name, "left");
+    std::filesystem::create_directory(scratch.host("sub/" + left + "d"));
+    const auto age = [&](const std::string& name) {
+        std::filesystem::last_write_time(scratch.host("sub/" + left + name),
+                                         std::filesystem::file_time_type::clock::now() -
+                                             std::chrono::hours(1));
+    };
+    for (const auto* name : {"0", "1", "g", "d"})
+        age(name);
+    const auto hold = FileHold::exclusive(scratch.path("sub\\" + left + "1"));
+    replaceFile(scratch.path("other spelling\\f"), "x");
+    EXPECT_FALSE(fileExists(scratch.path("sub\\" + left + "0")));
+    for (const auto* name : {"1", "2", "g", "d"})
+        EXPECT_TRUE(pathExists(scratch.path("sub\\" + left + name))) << name;
 }
 
 TEST(Replacing, SetsTheAttributesItIsToldInTheSameStep) {
@@ -172,10 +225,10 @@ TEST(Replacing, WritesInPlaceWhereTheFolderTakesNoNewFile) {
     EXPECT_EQ(statusOf(scratch.host("mine")).st_mode & 0777, 0444u);
 }
 
-TEST(Replacing, SurvivesBeingKilledAtAnyMoment) {
-    const Scratch scratch;
+/// Kills savers of a file at any moment; what its next reader gets is old or new.
+void killSavers(const Scratch& scratch) {
     const std::string contents[] = {std::string(70000, 'a'), std::string(200000, 'b')};
-    scratch.write("f", contents[0]);
+    replaceFile(scratch.path("f"), contents[0]);
     for (int i = 0; i < 300; ++i) {
         const auto child = start([&] {
             for (int n = 0;; ++n)
@@ -185,11 +238,62 @@ TEST(Replacing, SurvivesBeingKilledAtAnyMoment) {
         std::this_thread::sleep_for(std::chrono::microseconds(300 + i * 37 % 2000));
         ::kill(child, SIGKILL);
         EXPECT_EQ(finish(child), -1);
-        const auto content = scratch.read("f");
+        const auto content = readFile(scratch.path("f"));
         ASSERT_TRUE(content == contents[0] || content == contents[1]) << content.size();
     }
-    replaceFile(scratch.path("f"), "last");
+}
+
+TEST(Replacing, SurvivesBeingKilledAtAnyMoment) {
+    const Scratch scratch;
+    killSavers(scratch);
+    for (const auto& entry : std::filesystem::directory_iterator(scratch.folder()))
+        std::filesystem::last_write_time(entry, std::filesystem::file_time_type::clock::now() -
+                                                    std::chrono::hours(1));
+    EXPECT_EQ(finish(start([&] {
+                  std::thread([&] { replaceFile(scratch.path("f"), "last"); }).join();
+                  return 0;
+              })),
+              0);
     EXPECT_EQ(scratch.entries(), 1u) << "what the killed ones have left is cleared away";
+}
+
+TEST(Replacing, InPlaceSurvivesBeingKilledAtAnyMoment) {
+    const Scratch state;
+    const Setting folder("XDG_STATE_HOME", state.folder());
+    const Scratch scratch;
+    scratch.write("f", "");
+    std::filesystem::create_hard_link(scratch.host("f"), scratch.host("g"));
+    killSavers(scratch);
+    EXPECT_EQ(std::filesystem::hard_link_count(scratch.host("f")), 2u);
+    EXPECT_EQ(scratch.entries(), 2u);
+}
+
+TEST(Replacing, WhatOthersWroteAfterAKillStays) {
+    const Scratch state;
+    const Setting folder("XDG_STATE_HOME", state.folder());
+    const Scratch scratch;
+    scratch.write("f", "");
+    std::filesystem::create_hard_link(scratch.host("f"), scratch.host("g"));
+    const auto recovery = state.host("vlgs/recovery");
+    const auto copies = [&] {
+        return std::distance(std::filesystem::directory_iterator(recovery),
+                             std::filesystem::directory_iterator());
+    };
+    replaceFile(scratch.path("f"), "x");
+    EXPECT_EQ(copies(), 0);
+    for (int i = 0; i < 2000 && copies() == 0; ++i) {
+        const auto child = start([&] {
+            for (int n = 0;; ++n)
+                replaceFile(scratch.path("f"), std::string(200000, static_cast<char>('a' + n % 26)));
+            return 0;
+        });
+        std::this_thread::sleep_for(std::chrono::milliseconds(2));
+        ::kill(child, SIGKILL);
+        finish(child);
+    }
+    ASSERT_GT(copies(), 0);
+    scratch.write("f", "another program's");
+    EXPECT_EQ(readFile(scratch.path("g")), "another program's");
 }
 
 TEST(Replacing, ByManyAtOnceGivesTheContentOfOne) {

@@ -5,6 +5,7 @@
 #include "platform/posix/Descriptor.h"
 #include "platform/posix/HostError.h"
 #include "platform/posix/HostPath.h"
+#include "platform/posix/InPlace.h"
 #include "platform/posix/NewFile.h"
 #include "platform/posix/SignalShield.h"
 
@@ -32,6 +33,7 @@ SourceFile openSource(const std::string& path) {
         raiseHostError(errno, path);
     if (!S_ISREG(source.status.st_mode))
         raise(RunTimeError::PermissionDenied);
+    finishOverwriting(source.file.get(), path);
     return source;
 }
 

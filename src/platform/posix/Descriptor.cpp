@@ -1,5 +1,6 @@
 #include "platform/posix/Descriptor.h"
 
+#include "base/Error.h"
 #include "platform/posix/HostError.h"
 
 #include <algorithm>
@@ -54,12 +55,16 @@ std::string readRest(int file) {
     const bool sized = ::fstat(file, &status) == 0 && S_ISREG(status.st_mode);
     std::string bytes;
     std::size_t used = 0;
+    if (sized && static_cast<std::size_t>(status.st_size) > mostRead)
+        raise(RunTimeError::OutOfMemory);
     // One byte more than the size that is told shows the end without another round.
     bytes.resize(std::max(smallestRoom, sized ? static_cast<std::size_t>(status.st_size) + 1 : 0));
     while (const auto count = readSome(file, bytes.data() + used, bytes.size() - used)) {
         if (count < 0)
             raiseHostError(errno, {});
         used += static_cast<std::size_t>(count);
+        if (used > mostRead)
+            raise(RunTimeError::OutOfMemory);
         if (used == bytes.size())
             bytes.resize(bytes.size() * 2);
     }

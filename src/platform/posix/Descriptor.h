@@ -31,7 +31,9 @@ inline bool isSameFile(const struct stat& a, const struct stat& b) noexcept {
 
 /// As `read` and `write`, taken up again after an interruption; -1 with errno on failure.
 long readSome(int file, char* to, std::size_t size);
-/// What is left of a file; raises when that cannot be read.
+/// The longest content that is read, in bytes; pipes may go on for ever, and sparse files nearly so.
+inline constexpr std::size_t mostRead = 1u << 31;
+/// What is left of a file; raises when that cannot be read, 7 when it is longer than `mostRead`.
 std::string readRest(int file);
 /// Writes everything; 0, or the value of errno.
 int writeAll(int file, const char* from, std::size_t size);

@@ -4,16 +4,15 @@
 #include "platform/CodePage.h"
 #include "platform/Locale.h"
 #include "platform/posix/UserEnvironment.h"
-
-#include <cstdlib>
+#include "platform/posix/UserFolders.h"
 
 namespace vlgs {
 
 std::optional<String> environmentVariable(std::u16string_view name) {
     if (name.find(u'\0') != name.npos)
         return std::nullopt;
-    const char* value = std::getenv(String(name).toUtf8().c_str());
-    return value ? std::optional(String::fromUtf8(value)) : std::nullopt;
+    const auto value = posix::trustedVariable(String(name).toUtf8().c_str());
+    return value ? std::optional(String::fromUtf8(*value)) : std::nullopt;
 }
 
 String unknownSettings() {

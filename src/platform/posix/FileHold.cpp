@@ -4,6 +4,7 @@
 #include "platform/posix/Descriptor.h"
 #include "platform/posix/HostError.h"
 #include "platform/posix/HostPath.h"
+#include "platform/posix/InPlace.h"
 #include "platform/posix/NewFile.h"
 #include "platform/posix/Sharing.h"
 #include "platform/posix/SignalShield.h"
@@ -87,6 +88,7 @@ Descriptor openPlainFile(const std::string& path, int flags) {
     const bool mayOpen = (flags & O_ACCMODE) == O_RDONLY || (status.st_mode & 0222) != 0;
     if (!S_ISREG(status.st_mode) || !mayOpen)
         raise(RunTimeError::PermissionDenied);
+    finishOverwriting(file.get(), path);
     return file;
 }
 

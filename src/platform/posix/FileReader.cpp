@@ -4,9 +4,11 @@
 #include "platform/posix/Descriptor.h"
 #include "platform/posix/HostError.h"
 #include "platform/posix/HostPath.h"
+#include "platform/posix/InPlace.h"
 
 #include <cerrno>
 #include <fcntl.h>
+#include <unistd.h>
 #include <utility>
 
 namespace vlgs {
@@ -15,14 +17,26 @@ using namespace posix;
 
 namespace {
 
+/// Devices may have no end; terminals have, and what holds nothing at all.
+bool isEndless(int file, const struct stat& status) {
+    const bool device = S_ISCHR(status.st_mode) || S_ISBLK(status.st_mode);
+    struct stat null;
+    const bool isNull = ::stat("/dev/null", &null) == 0 && null.st_rdev == status.st_rdev;
+    return device && !isNull && !::isatty(file);
+}
+
 Descriptor openForReading(const std::string& path) {
     auto file = openFile(path, O_RDONLY);
     struct stat status;
     if (!file || ::fstat(file.get(), &status) != 0)
         raiseHostError(errno, path);
-    if (S_ISDIR(status.st_mode))
+    if (S_ISDIR(status.st_mode) || isEndless(file.get(), status))
         raise(RunTimeError::PermissionDenied);
-    if (!S_ISREG(status.st_mode))
+    if (S_ISREG(status.st_mode) && static_cast<std::size_t>(status.st_size) > mostRead)
+        raise(RunTimeError::OutOfMemory);
+    if (S_ISREG(status.st_mode))
+        finishOverwriting(file.get(), path);
+    else
         waitForData(file.get());
     return file;
 }

@@ -1,26 +1,73 @@
 #include "platform/posix/NewFile.h"
 
 #include "base/Ascii.h"
+#include "platform/posix/FolderStream.h"
 #include "platform/posix/HostPath.h"
 #include "platform/posix/RandomBytes.h"
 #include "platform/posix/Sharing.h"
 
 #include <array>
-#include <bit>
 #include <cerrno>
+#include <chrono>
+#include <ctime>
 #include <fcntl.h>
-#include <functional>
 #include <unistd.h>
 
 namespace vlgs::posix {
 
 namespace {
 
-std::string temporaryName(const std::string& folder, std::uint64_t number) {
-    auto name = folder + "/.vlgs-";
-    for (int shift = 60; shift >= 0; shift -= 4)
-        name += static_cast<char>(ascii::lowerHexDigits[number >> shift & 15]);
+constexpr std::string_view prefix = ".vlgs-";
+constexpr std::size_t digits = 16;
+/// Each one more means that somebody else uses the same random name.
+constexpr int attempts = 100;
+/// A file whose maker lives is claimed, but for the instant in which it is made.
+constexpr std::chrono::seconds sweepable{60};
+
+std::string temporaryName(const std::string& folder) {
+    std::array<std::uint8_t, digits / 2> random;
+    fillRandom(random);
+    auto name = (folder + "/").append(prefix);
+    for (const int byte : random)
+        for (const int digit : {byte >> 4, byte & 15})
+            name += static_cast<char>(ascii::lowerHexDigits[digit]);
     return name;
+}
+
+bool isTemporaryName(std::string_view name) {
+    return name.size() == prefix.size() + digits && name.starts_with(prefix) &&
+           name.find_first_not_of("0123456789abcdef", prefix.size()) == name.npos;
+}
+
+/// Removes a temporary file of this user whose maker is gone.
+void sweepFile(const std::string& path) {
+    struct stat status;
+    if (::lstat(path.c_str(), &status) != 0 || !S_ISREG(status.st_mode) ||
+        (status.st_uid != ::geteuid() && ::geteuid() != 0) ||
+        std::chrono::seconds(::time(nullptr) - status.st_mtime) < sweepable)
+        return;
+    const auto file = openFile(path, O_RDONLY | O_NOFOLLOW);
+    if (file && claim(file.get(), Claim::Sole, Waiting::None) == ClaimResult::Taken &&
+        isStillAt(file.get(), path, false))
+        ::unlink(path.c_str());
+}
+
+/// Removes what killed processes have left in a folder. A thread that writes there again and again looks once
+/// in the time that a file takes to be old.
+void sweep(const std::string& folder) {
+    struct Swept {
+        std::string folder;
+        std::chrono::steady_clock::time_point when;
+    };
+    thread_local Swept last;
+    const auto now = std::chrono::steady_clock::now();
+    if (last.folder == folder && now - last.when < sweepable)
+        return;
+    last = {folder, now};
+    FolderStream entries(folder);
+    while (const auto* entry = entries.next())
+        if (isTemporaryName(entry->d_name))
+            sweepFile(folder + "/" + entry->d_name);
 }
 
 /// The name by which the host links to an open file.
@@ -49,24 +96,18 @@ NewFile::~NewFile() {
         ::unlink(name_.c_str());
 }
 
-std::optional<NewFile> NewFile::open(std::string name, mode_t mode) {
-    if (auto nameless = openNameless(parentFolder(name), mode))
-        return NewFile(std::move(nameless), std::move(name), false);
-    if (auto named = openFile(name, O_RDWR | O_CREAT | O_EXCL | O_NOFOLLOW, mode))
-        return NewFile(std::move(named), std::move(name), true);
-    return std::nullopt;
-}
-
 std::optional<NewFile> NewFile::create(const std::string& folder, mode_t mode) {
-    std::array<std::uint8_t, sizeof(std::uint64_t)> random;
-    fillRandom(random);
-    return open(temporaryName(folder, std::bit_cast<std::uint64_t>(random)), mode);
-}
-
-std::optional<NewFile> NewFile::createFor(const std::string& target, mode_t mode) {
-    auto name = temporaryName(parentFolder(target), std::hash<std::string>()(target));
-    ::unlink(name.c_str());
-    return open(std::move(name), mode);
+    sweep(folder);
+    auto name = temporaryName(folder);
+    if (auto nameless = openNameless(folder, mode))
+        return NewFile(std::move(nameless), std::move(name), false);
+    for (int i = 0; i < attempts; ++i, name = temporaryName(folder)) {
+        if (auto named = openFile(name, O_RDWR | O_CREAT | O_EXCL | O_NOFOLLOW, mode))
+            return NewFile(std::move(named), std::move(name), true);
+        if (errno != EEXIST)
+            break;
+    }
+    return std::nullopt;
 }
 
 Descriptor NewFile::openShared() noexcept {
@@ -101,9 +142,15 @@ int NewFile::publish(const std::string& path) {
 }
 
 int NewFile::publishOver(const std::string& path) {
-    if (!named_)
-        if (const int error = linkTo(name_))
+    for (int i = 0; !named_ && i < attempts; ++i, name_ = temporaryName(parentFolder(name_))) {
+        const int error = linkTo(name_);
+        if (error != 0 && error != EEXIST)
             return error;
+        if ((named_ = error == 0))
+            break;
+    }
+    if (!named_)
+        return EEXIST;
     named_ = ::rename(name_.c_str(), path.c_str()) != 0;
     return named_ ? errno : 0;
 }

@@ -2,8 +2,9 @@
 //
 // Invariant: until it is published nobody finds it under the name it is meant for, and when it is given up it
 // leaves nothing in its folder. Where the host can, it has no name at all until then, so that a
-// killed process leaves nothing either, or a file that the next one to write the same target removes. It is
+// killed process leaves nothing either, or a file that a later one to write in that folder removes. It is
 // claimed as long as it is open, so that who opens it at once waits for that instead of finding it in use.
+// Temporary names cannot be foreseen, so nobody can be there first.
 #pragma once
 
 #include "platform/posix/Descriptor.h"
@@ -19,10 +20,6 @@ class NewFile {
     /// A file to be published in a folder; nothing with errno when the folder takes none. The process's file
     /// creation mask applies to `mode`.
     static std::optional<NewFile> create(const std::string& folder, mode_t mode);
-
-    /// A file to take the place of another, which the caller has claimed. There is one temporary name for
-    /// each target, so that what a killed process has left is cleared away by the next one.
-    static std::optional<NewFile> createFor(const std::string& target, mode_t mode);
 
     NewFile(NewFile&&) noexcept = default;
     NewFile& operator=(NewFile&&) = delete;
@@ -43,7 +40,6 @@ class NewFile {
 
   private:
     NewFile(Descriptor file, std::string name, bool named) noexcept;
-    static std::optional<NewFile> open(std::string name, mode_t mode);
     int linkTo(const std::string& path) const noexcept;
 
     Descriptor file_;

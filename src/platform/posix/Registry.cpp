@@ -3,12 +3,9 @@
 #include "base/Text.h"
 #include "platform/CodePage.h"
 #include "platform/posix/RegistryFile.h"
+#include "platform/posix/UserFolders.h"
 
 #include <array>
-#include <cstdlib>
-#include <pwd.h>
-#include <unistd.h>
-#include <vector>
 
 namespace vlgs {
 
@@ -21,25 +18,10 @@ constexpr std::array<std::u16string_view, 6> hiveNames{
     u"HKEY_USERS",        u"HKEY_CURRENT_CONFIG", u"HKEY_DYN_DATA",
 };
 
-std::string variable(const char* name) {
-    const char* value = std::getenv(name);
-    return value ? value : "";
-}
-
-std::string homeFolder() {
-    if (auto home = variable("HOME"); !home.empty())
-        return home;
-    passwd entry;
-    passwd* found = nullptr;
-    std::vector<char> buffer(16384);
-    const bool known = ::getpwuid_r(::getuid(), &entry, buffer.data(), buffer.size(), &found) == 0 && found;
-    return known ? found->pw_dir : "";
-}
-
 std::string registryFolder() {
-    if (auto own = variable("VLGS_REGISTRY"); !own.empty())
+    if (auto own = trustedVariable("VLGS_REGISTRY").value_or(""); !own.empty())
         return own;
-    auto data = variable("XDG_DATA_HOME");
+    auto data = trustedVariable("XDG_DATA_HOME").value_or("");
     if (!data.starts_with('/'))
         data = homeFolder() + "/.local/share";
     return data + "/vlgs/registry";

@@ -5,6 +5,7 @@
 #include "platform/posix/NewFile.h"
 #include "platform/posix/Sharing.h"
 #include "platform/posix/SignalShield.h"
+#include "platform/posix/UserFolders.h"
 
 #include <algorithm>
 #include <cerrno>
@@ -101,16 +102,6 @@ int readFrom(int file, std::size_t offset, std::size_t size, std::string& bytes)
     }
     bytes.resize(used);
     return 0;
-}
-
-int makeFolders(const std::string& folder) {
-    if (::mkdir(folder.c_str(), 0700) == 0 || errno == EEXIST)
-        return 0;
-    if (errno != ENOENT || folder == "/")
-        return errno;
-    if (const int error = makeFolders(parentFolder(folder)))
-        return error;
-    return ::mkdir(folder.c_str(), 0700) == 0 || errno == EEXIST ? 0 : errno;
 }
 
 /// Gives a new file the owner and the rights of the old one; 0, or the value of errno.
@@ -342,7 +333,7 @@ int RegistryFile::add(int file, const std::u16string& lines) {
 /// Puts a text without additions in the file's place; 0, or the value of errno.
 int RegistryFile::replace(int file) {
     const auto target = targetOf(path_);
-    auto made = NewFile::createFor(target, 0600);
+    auto made = NewFile::create(parentFolder(target), 0600);
     if (!made)
         return errno;
     const auto bytes = wholeText(hive_, root_);

@@ -9,6 +9,7 @@
 #include "platform/posix/Descriptor.h"
 #include "platform/posix/HostError.h"
 #include "platform/posix/HostPath.h"
+#include "platform/posix/InPlace.h"
 #include "platform/posix/NewFile.h"
 #include "platform/posix/Sharing.h"
 #include "platform/posix/SignalShield.h"
@@ -31,21 +32,43 @@ constexpr int attempts = 1000;
 constexpr mode_t anybody = 0666;
 constexpr mode_t userOnly = 0600;
 
-/// The path at the end of a chain of symbolic links, which need not exist.
-std::string followLinks(std::string path) {
+/// Whether a link that leads nowhere yet may decide where a file is made: in a folder where everybody puts
+/// what he likes only when it is this user's or the folder owner's.
+bool isTrusted(const std::string& link) {
+    struct stat own;
+    struct stat folder;
+    if (::lstat(link.c_str(), &own) != 0 || ::stat(parentFolder(link).c_str(), &folder) != 0)
+        return false;
+    const bool shared = (folder.st_mode & S_ISVTX) != 0 && (folder.st_mode & (S_IWGRP | S_IWOTH)) != 0;
+    return !shared || own.st_uid == ::geteuid() || own.st_uid == folder.st_uid;
+}
+
+enum class Target { Found, Missing };
+
+/// The path at the end of a chain of symbolic links. The host has followed it already when it has found
+/// something there; else each link is looked at.
+std::string followLinks(std::string path, Target target) {
     for (int i = 0; i < mostLinks; ++i) {
         char text[PATH_MAX];
         const auto length = ::readlink(path.c_str(), text, sizeof text);
-        if (length < 0)
+        if (length < 0 && (errno == EINVAL || errno == ENOENT))
             return path;
-        const std::string_view target(text, static_cast<std::size_t>(length));
-        path = target.starts_with('/') ? "" : parentFolder(path).append("/");
-        path += target;
+        if (length < 0)
+            raiseHostError(errno, path);
+        if (target == Target::Missing && !isTrusted(path))
+            raise(RunTimeError::PermissionDenied);
+        const std::string_view next(text, static_cast<std::size_t>(length));
+        path = next.starts_with('/') ? "" : parentFolder(path).append("/");
+        path += next;
     }
     raiseHostError(ELOOP, path);
 }
 
-/// The file that is to be replaced. No descriptor: there is none yet.
+mode_t newFileMode(Readable readable) {
+    return readable == Readable::ByUserOnly ? userOnly : anybody;
+}
+
+/// The file that is to be replaced.
 struct OldFile {
     std::string path;
     Descriptor file;
@@ -62,21 +85,25 @@ void checkReplaceable(const OldFile& old, const ReplaceOptions& options) {
         raise(RunTimeError::PermissionDenied);
 }
 
-/// Opens and claims what is there; nothing when it was replaced meanwhile.
-std::optional<OldFile> openOld(const std::string& path, const ReplaceOptions& options) {
-    OldFile old{path, openToClaim(path)};
-    if (!old.file) {
-        if (errno != ENOENT || path.ends_with('/'))
-            raiseHostError(errno, path);
-        return old;
-    }
-    if (::fstat(old.file.get(), &old.status) != 0)
+/// Opens what a path leads to, as far as the host lets this user go; a refusal is final.
+Descriptor openGiven(const std::string& path) {
+    auto file = openToClaim(path);
+    if (!file && (errno != ENOENT || path.ends_with('/')))
         raiseHostError(errno, path);
+    return file;
+}
+
+/// Claims the file that a path has led to; nothing when it was replaced meanwhile.
+std::optional<OldFile> claimOld(Descriptor file, std::string path, const ReplaceOptions& options) {
+    OldFile old{std::move(path), std::move(file)};
+    if (::fstat(old.file.get(), &old.status) != 0)
+        raiseHostError(errno, old.path);
     checkReplaceable(old, options);
     if (claim(old.file.get(), Claim::Sole, Waiting::ForSavers) == ClaimResult::Refused)
         raise(RunTimeError::PermissionDenied);
-    if (!isStillAt(old.file.get(), path))
+    if (!isStillAt(old.file.get(), old.path, false))
         return std::nullopt;
+    finishOverwritingClaimed(old.file.get(), old.path);
     return old;
 }
 
@@ -103,41 +130,6 @@ void writeDevice(const std::string& path, std::string_view bytes) {
         raiseHostError(error, path);
 }
 
-int overwrite(int file, std::string_view bytes) {
-    if (::lseek(file, 0, SEEK_SET) < 0)
-        return errno;
-    if (const int error = writeAll(file, bytes.data(), bytes.size()))
-        return error;
-    return ::ftruncate(file, static_cast<off_t>(bytes.size())) == 0 && ::fsync(file) == 0 ? 0 : errno;
-}
-
-bool isForWantOfRoom(int error) {
-    return error == ENOSPC || error == EDQUOT || error == EFBIG;
-}
-
-/// Makes sure of the room for a longer content, where the file system can; 0, or the value of errno.
-int reserve([[maybe_unused]] int file, [[maybe_unused]] std::size_t before,
-            [[maybe_unused]] std::size_t after) {
-#ifdef __linux__
-    if (after <= before || ::fallocate(file, 0, 0, static_cast<off_t>(after)) == 0 || !isForWantOfRoom(errno))
-        return 0;
-    const int error = errno;
-    return ::ftruncate(file, static_cast<off_t>(before)) == 0 ? error : errno;
-#else
-    return 0;
-#endif
-}
-
-int overwriteOrRestore(int file, std::string_view bytes) {
-    const auto before = readRest(file);
-    if (const int error = reserve(file, before.size(), bytes.size()))
-        return error;
-    const int error = overwrite(file, bytes);
-    if (error != 0)
-        overwrite(file, before);
-    return error;
-}
-
 /// Makes a read-only file writable for the time being.
 class Writable {
   public:
@@ -157,11 +149,10 @@ class Writable {
     bool changed_;
 };
 
-/// For a folder that takes no new file, and for an owner that a new file cannot have.
 void writeInPlace(const OldFile& old, std::string_view bytes, const ReplaceOptions& options) {
     Writable writable(old);
     const auto file = openFile(old.path, O_RDWR);
-    int error = file ? overwriteOrRestore(file.get(), bytes) : errno;
+    int error = file ? overwriteInPlace(file.get(), bytes) : errno;
     if (error == 0 && options.attributes) {
         writable.keep();
         error = writeAttributes(file.get(), *options.attributes);
@@ -175,7 +166,9 @@ bool refusesNewFile(int error) {
 }
 
 void replaceOld(const OldFile& old, std::string_view bytes, const ReplaceOptions& options) {
-    auto file = NewFile::createFor(old.path, userOnly);
+    if (old.status.st_nlink > 1) // all its names are to see the new content
+        return writeInPlace(old, bytes, options);
+    auto file = NewFile::create(parentFolder(old.path), userOnly);
     int error = file ? 0 : errno;
     if (file && !keepProperties(file->descriptor(), old, options))
         return writeInPlace(old, bytes, options);
@@ -215,15 +208,15 @@ void replaceFile(std::u16string_view path, std::string_view bytes, const Replace
     struct stat status;
     if (::stat(given.c_str(), &status) == 0 && !S_ISREG(status.st_mode) && !S_ISDIR(status.st_mode))
         return writeDevice(given, bytes);
-    const auto host = followLinks(given);
     for (int i = 0; i < attempts; ++i) {
-        const auto old = openOld(host, options);
-        if (!old)
-            continue;
-        if (old->file)
-            return replaceOld(*old, bytes, options);
-        if (createNew(host, bytes, anybody, options))
+        auto file = openGiven(given);
+        const auto host = followLinks(given, file ? Target::Found : Target::Missing);
+        if (!file && createNew(host, bytes, newFileMode(options.readable), options))
             return;
+        if (!file)
+            continue;
+        if (const auto old = claimOld(std::move(file), host, options))
+            return replaceOld(*old, bytes, options);
     }
     raise(RunTimeError::PermissionDenied);
 }
@@ -232,8 +225,7 @@ void createFile(std::u16string_view path, std::string_view bytes, Readable reada
     const SizeLimitShield shield;
     const auto host = hostPath(path);
     struct stat status;
-    if (::lstat(host.c_str(), &status) == 0 ||
-        !createNew(host, bytes, readable == Readable::ByUserOnly ? userOnly : anybody, {}))
+    if (::lstat(host.c_str(), &status) == 0 || !createNew(host, bytes, newFileMode(readable), {}))
         raise(RunTimeError::FileAlreadyExists);
 }
 

@@ -4,8 +4,8 @@
 #include "base/CaseFold.h"
 #include "base/Error.h"
 #include "platform/posix/Descriptor.h"
+#include "platform/posix/UserFolders.h"
 
-#include <cstdlib>
 #include <optional>
 
 namespace vlgs::posix {
@@ -83,8 +83,8 @@ const std::vector<Volume>& volumes() {
         std::vector<Volume> volumes;
     };
     thread_local std::optional<Parsed> parsed;
-    const char* setting = std::getenv("VLGS_VOLUMES");
-    const std::string_view source = setting && *setting ? std::string_view(setting) : standardTable;
+    const auto setting = trustedVariable("VLGS_VOLUMES").value_or("");
+    const std::string_view source = setting.empty() ? standardTable : std::string_view(setting);
     if (!parsed || parsed->source != source)
         parsed = Parsed{std::string(source), parseTable(source)};
     return parsed->volumes;

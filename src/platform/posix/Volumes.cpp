@@ -3,10 +3,10 @@
 #include "base/Error.h"
 #include "platform/posix/Descriptor.h"
 #include "platform/posix/HostPath.h"
+#include "platform/posix/UserFolders.h"
 
 #include <cerrno>
 #include <climits>
-#include <cstdlib>
 #include <optional>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -125,8 +125,8 @@ String libraryPath(std::u16string_view path) {
 }
 
 String temporaryFolder() {
-    const char* folder = std::getenv("TMPDIR");
-    const auto name = fullName(libraryName(folder && *folder ? folder : "/tmp"));
+    const auto folder = trustedVariable("TMPDIR").value_or("");
+    const auto name = fullName(libraryName(folder.empty() ? "/tmp" : folder));
     return name && name->text.back() != u'\\' ? concat(name->text, u"\\") : textOf(name);
 }
 
