@@ -16,10 +16,7 @@ set(VLGS_PUBLIC_HEADERS
     automation/Array.h automation/ClassDescription.h automation/ClassInfo.h automation/Convert.h automation/Dictionary.h
     automation/Enumeration.h automation/EventSource.h automation/Object.h automation/OrderedCollection.h
     automation/Record.h automation/Variant.h
-    base/Ascii.h base/Dates.h base/Error.h base/Export.h base/Guid.h base/String.h
-    # what documents hold by value
-    automation/OrderedStore.h base/CaseFold.h base/HashIndex.h base/KeyedSequence.h base/PositionTree.h
-    platform/FileHold.h)
+    base/Ascii.h base/Dates.h base/Error.h base/Export.h base/Guid.h base/String.h)
 if(NOT WIN32)
   list(APPEND VLGS_PUBLIC_HEADERS capi/vlgs.h)
 endif()

@@ -5,7 +5,6 @@
 // in FreshKeys; never in both. Nobody can tell from outside.
 #pragma once
 
-#include "automation/OrderedStore.h"
 #include "frame/Component.h"
 #include "ini/Property.h"
 
@@ -17,6 +16,7 @@
 namespace vlgs {
 
 class FreshKeys;
+class OrderedStore;
 class StoredText;
 class TextArena;
 

@@ -8,6 +8,7 @@
 #include "ini/FreshKeys.h"
 #include "ini/INIText.h"
 #include "ini/PathParts.h"
+#include "platform/FileHold.h"
 #include "platform/Files.h"
 #include "platform/Volumes.h"
 
@@ -37,7 +38,7 @@ const ClassInfo& INIFile::description() {
     return classInfoOf<INIFile>();
 }
 
-INIFile::INIFile() {
+INIFile::INIFile() : hold_(std::make_unique<FileHold>()) {
     AddInstance();
 }
 
@@ -45,7 +46,7 @@ INIFile::~INIFile() {
     if (isOfThisThread())
         ReleaseInstance(); // the count is the thread's
     // A locked file is deleted before it is unlocked, so that nobody who just looks at it keeps it there.
-    const bool deleted = delayedDelete_ && hold_.held() && hold_.releaseDeleting(FullPath());
+    const bool deleted = delayedDelete_ && hold_->held() && hold_->releaseDeleting(FullPath());
     Unlock();
     if (delayedDelete_ && !deleted)
         Delete();
@@ -222,7 +223,7 @@ void INIFile::PutStream2(const Variant& vData, enumStreamTypes, const String& sD
 }
 
 void INIFile::CreateLocked() {
-    hold_ = FileHold::create(FullPath(), encodedText(*this));
+    *hold_ = FileHold::create(FullPath(), encodedText(*this));
 }
 
 bool INIFile::Delete() {
@@ -270,14 +271,22 @@ std::int32_t INIFile::TotalKeyCount() {
     return static_cast<std::int32_t>(total);
 }
 
+bool INIFile::Locked() const noexcept {
+    return hold_->held();
+}
+
+void INIFile::Unlock() noexcept {
+    hold_->release();
+}
+
 void INIFile::SetLocked(bool bLocked) {
     if (!bLocked)
         return Unlock();
-    hold_.abandon();
+    hold_->abandon();
     try {
-        hold_ = FileHold::denyingWriters(FullPath());
+        *hold_ = FileHold::denyingWriters(FullPath());
     } catch (...) {
-        hold_.release(); // the property reads False, which is all that a caller is told
+        hold_->release(); // the property reads False, which is all that a caller is told
     }
 }
 

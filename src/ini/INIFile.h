@@ -10,9 +10,12 @@
 #include "ini/Collection.h"
 #include "ini/Property.h"
 #include "ini/StreamTypes.h"
-#include "platform/FileHold.h"
+
+#include <memory>
 
 namespace vlgs {
+
+class FileHold;
 
 #define VLGS_INI_FILE_TYPES(value)                                                                           \
     value(eINI_Empty, 0) value(eINI_VLS, 1) value(eINI_INI, 2) value(eINI_VLL, 3)
@@ -106,7 +109,7 @@ class VLGS_API INIFile final : public Component {
     /// Whether the document holds its file open against writers and deleters. A file that cannot be held is
     /// no error: the property then stays False. Writing True again takes a second hold and leaves the first
     /// one to the end of the process.
-    bool Locked() const noexcept { return hold_.held(); }
+    bool Locked() const noexcept;
     void SetLocked(bool bLocked);
 
     static constexpr auto describe();
@@ -121,7 +124,7 @@ class VLGS_API INIFile final : public Component {
     void SetSections(Ref<Collection> oSections) { sections_ = std::move(oSections); }
     /// The keys of a section, or no object.
     Ref<Collection> SectionKeys(const Variant& vSection) const;
-    void Unlock() noexcept { hold_.release(); }
+    void Unlock() noexcept;
     /// Makes the document's file with its text; the document is locked from the first moment that anybody can
     /// find the file. Raises as FileHold::create, 58 when anything of that name is there.
     void CreateLocked();
@@ -156,7 +159,7 @@ class VLGS_API INIFile final : public Component {
     LossyOrigin lossyOrigin_;
     String directory_;
     String filename_;
-    FileHold hold_;
+    std::unique_ptr<FileHold> hold_;
     enumINIFileTypes fileType_ = eINI_Empty;
     bool delayedDelete_ = false;
 };

@@ -1,6 +1,7 @@
 #include "ini/Collection.h"
 
 #include "automation/LateBound.h"
+#include "automation/OrderedStore.h"
 #include "ini/Property.h"
 
 #include <gtest/gtest.h>
