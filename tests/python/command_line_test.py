@@ -123,6 +123,26 @@ class CommandLineTest(unittest.TestCase):
             self.assertEqual(list(json.loads(vlgs("ini", "list", "--json", a)[1]).items()),
                              [("ODBC", {"DSN": "x", "UID": "me=you"}), ("A", {"B": "secret"})])
 
+    @unittest.skipIf(os.name == "nt", "it would change the user's own registry")
+    def test_registry(self):
+        with tempfile.TemporaryDirectory() as folder:
+            file, bad, key = os.path.join(folder, "x.reg"), os.path.join(folder, "bad.reg"), r"HKCU\Software\A"
+            pathlib.Path(bad).write_text('REGEDIT4\n\n[HKEY_CURRENT_USER\\Z]\n"a"="b"\nfoo\n')
+            for words, status in (
+                (("add", key, "/v", "n", "/d", 'te"x\\t'), 0), (("add", key, "/ve", "/t", "REG_DWORD", "/d", "0x1F"), 0),
+                (("add", key + r"\B", "/v", "m", "/t", "REG_MULTI_SZ", "/d", r"a\0b"), 0),
+                (("add", key, "/v", "x", "/t", "REG_DWORD", "/d", "x"), 2), (("delete", key), 2),
+                (("export", key, file), 0), (("delete", key, "/f"), 0), (("query", key), 1),
+                (("import", bad), 2), (("query", r"HKCU\Z"), 1), (("import", file), 0),
+            ):
+                with self.subTest(words=words):
+                    self.assertEqual(vlgs("reg", *words, VLGS_REGISTRY=folder)[0], status)
+            full = r"HKEY_CURRENT_USER\Software\A"
+            self.assertEqual(
+                json.loads(vlgs("reg", "query", key, "/s", "--json", VLGS_REGISTRY=folder)[1]),
+                {full: {"n": {"type": "REG_SZ", "value": 'te"x\\t'}, "": {"type": "REG_DWORD", "value": "0x1f"}},
+                 full + r"\B": {"m": {"type": "REG_MULTI_SZ", "value": r"a\0b"}}})
+
     def test_descriptions(self):
         self.assertIn("Restricted", vlgs("classes")[1])
         self.assertIn("IsEqualGUID(sGUID1 As String, sGUID2 As String) As Boolean", vlgs("describe", "guid")[1])

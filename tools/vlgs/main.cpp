@@ -6,6 +6,7 @@
 #include "Ini.h"
 #include "Lock.h"
 #include "Misuse.h"
+#include "Reg.h"
 #include "Words.h"
 #include "base/Error.h"
 #include "base/Text.h"
@@ -90,6 +91,7 @@ constexpr Command commands[] = {
          return 0;
      }},
     {"ini", "reads and changes INI documents", iniUsage, iniHelp, ini},
+    {"reg", "reads and changes the registry", regUsage, regHelp, reg},
     {"lock", "takes, lists and ends the locks of projects", lockUsage, lockHelp, lock},
     {"classes", "lists the classes", "vlgs classes\n", "", withoutArguments<[] { listClasses(std::cout); }>},
     {"describe", "tells what a class or a member does", describeUsage, describeHelp,

@@ -1,0 +1,261 @@
+#include "Reg.h"
+
+#include "HostText.h"
+#include "Misuse.h"
+#include "Print.h"
+#include "RegistryText.h"
+#include "Terminal.h"
+#include "Words.h"
+#include "base/Text.h"
+#include "platform/CodePage.h"
+#include "platform/Files.h"
+#include "platform/Volumes.h"
+
+#include <iostream>
+#include <utility>
+
+namespace vlgs::cli {
+
+namespace {
+
+constexpr std::uint32_t readAccess = registryAccess::queryValue | registryAccess::enumerateSubKeys;
+constexpr std::uint32_t writeAccess = readAccess | registryAccess::setValue | registryAccess::createSubKey;
+
+std::vector<RegistryValue> valuesOf(const RegistryPath& path) {
+    std::vector<RegistryValue> values;
+    requireSuccess(path.open(readAccess).values(values), path.name());
+    return values;
+}
+
+std::vector<String> keysOf(const RegistryPath& path) {
+    std::vector<String> names;
+    requireSuccess(path.open(readAccess).keyNames(names), path.name());
+    return names;
+}
+
+/// Visits a key and all below it, a key before those below.
+template <class Visit>
+void walk(const RegistryPath& path, Visit&& visit) {
+    std::vector<RegistryPath> open{path};
+    while (!open.empty()) {
+        const RegistryPath key = std::move(open.back());
+        open.pop_back();
+        visit(key);
+        const auto names = keysOf(key);
+        for (auto name = names.rbegin(); name != names.rend(); ++name)
+            open.push_back(key.below(*name));
+    }
+}
+
+std::string shownName(const String& name) {
+    return name.empty() ? "(Default)" : toHost(name);
+}
+
+std::optional<String> valueName(const Words& words) {
+    if (words.has("/ve"))
+        return String();
+    if (const auto name = words.value("/v="))
+        return fromHost(*name);
+    return std::nullopt;
+}
+
+void printValue(const RegistryValue& value) {
+    std::cout << "    " << inColour(Colour::Name, shownName(value.name)) << "    "
+              << typeName(value.data.type) << "    " << toHost(dataText(value.data)) << '\n';
+}
+
+void printJson(const std::vector<RegistryValue>& values) {
+    std::cout << '{';
+    const char* separator = "";
+    for (const auto& [name, data] : values) {
+        std::cout << std::exchange(separator, ", ");
+        printJsonText(std::cout, name);
+        std::cout << ": {\"type\": \"" << typeName(data.type) << "\", \"value\": ";
+        printJsonText(std::cout, dataText(data));
+        std::cout << '}';
+    }
+    std::cout << '}';
+}
+
+std::vector<RegistryValue> wantedValues(const RegistryPath& path, const std::optional<String>& wanted) {
+    if (!wanted)
+        return valuesOf(path);
+    RegistryValue value{*wanted, {}};
+    requireSuccess(path.open(readAccess).query(*wanted, value.data),
+                   concat(String::fromUtf8(shownName(*wanted)), u" in ", path.name()));
+    return {value};
+}
+
+int query(std::span<const std::string_view> given) {
+    const Words words("reg query", given, {"/v=", "/ve", "/s", "--json"});
+    words.need(1, 1, "one key");
+    const bool json = words.has("--json");
+    const auto wanted = valueName(words);
+    const RegistryPath path(fromHost(words[0]));
+    std::cout << (json ? "{" : "");
+    const char* separator = "";
+    const auto print = [&](const RegistryPath& key) {
+        const auto values = wantedValues(key, wanted);
+        std::cout << std::exchange(separator, json ? ",\n " : "\n");
+        if (json) {
+            printJsonText(std::cout, key.name());
+            std::cout << ": ";
+            return printJson(values);
+        }
+        std::cout << inColour(Colour::Group, toHost(key.name())) << '\n';
+        for (const auto& value : values)
+            printValue(value);
+    };
+    if (words.has("/s")) {
+        walk(path, print);
+    } else {
+        print(path);
+        if (!json && !wanted)
+            for (const auto& name : keysOf(path))
+                std::cout << inColour(Colour::Group, toHost(path.below(name).name())) << '\n';
+    }
+    std::cout << (json ? "}\n" : "");
+    return 0;
+}
+
+int add(std::span<const std::string_view> given) {
+    const Words words("reg add", given, {"/v=", "/ve", "/t=", "/d=", "/s=", "/f"});
+    words.need(1, 1, "one key");
+    const RegistryPath path(fromHost(words[0]));
+    const auto name = valueName(words);
+    const auto typeWord = words.value("/t=").value_or("REG_SZ");
+    const auto type = typeNamed(typeWord);
+    if (!type)
+        throw Misuse("there is no type " + std::string(typeWord) + " of values");
+    if (!name && (words.has("/t=") || words.has("/d=")))
+        throw Misuse("reg add needs /v NAME or /ve for a value");
+    RegistryData data;
+    if (name)
+        data = dataOf(*type, valueOf(words.value("/d=").value_or("")),
+                      fromHost(words.value("/s=").value_or("\\0")));
+    RegistryKey key;
+    requireSuccess(RegistryKey(path.hive).create(path.path, writeAccess, key), path.name());
+    if (name)
+        requireSuccess(key.set(*name, data), concat(*name, u" in ", path.name()));
+    return 0;
+}
+
+void deleteTree(const RegistryPath& path) {
+    std::vector<RegistryPath> keys;
+    walk(path, [&](const RegistryPath& key) { keys.push_back(key); });
+    for (auto key = keys.rbegin(); key != keys.rend(); ++key)
+        requireSuccess(RegistryKey(key->hive).deleteKey(key->path), key->name());
+}
+
+int remove(std::span<const std::string_view> given) {
+    const Words words("reg delete", given, {"/v=", "/ve", "/va", "/f"});
+    words.need(1, 1, "one key");
+    const RegistryPath path(fromHost(words[0]));
+    if (const auto name = valueName(words)) {
+        requireSuccess(path.open(writeAccess).deleteValue(*name),
+                       concat(String::fromUtf8(shownName(*name)), u" in ", path.name()));
+    } else if (words.has("/va")) {
+        const auto key = path.open(writeAccess);
+        for (const auto& value : valuesOf(path))
+            requireSuccess(key.deleteValue(value.name), path.name());
+    } else if (!words.has("/f")) {
+        throw Misuse("reg delete needs /v NAME, /ve or /va, or /f for the key with all below it");
+    } else if (path.path.empty()) {
+        throw Misuse("a whole hive is not deleted");
+    } else {
+        deleteTree(path);
+    }
+    return 0;
+}
+
+void drawTree(const RegistryPath& path, const std::string& before) {
+    const auto values = valuesOf(path);
+    const auto names = keysOf(path);
+    for (std::size_t i = 0; i < values.size(); ++i)
+        std::cout << before << branch(i + 1 == values.size() && names.empty())
+                  << inColour(Colour::Name, shownName(values[i].name)) << '='
+                  << toHost(dataText(values[i].data)) << '\n';
+    for (std::size_t i = 0; i < names.size(); ++i) {
+        const bool last = i + 1 == names.size();
+        std::cout << before << branch(last) << inColour(Colour::Group, toHost(names[i])) << '\n';
+        drawTree(path.below(names[i]), before + std::string(trunk(last)));
+    }
+}
+
+int tree(std::span<const std::string_view> given) {
+    const Words words("reg tree", given, {});
+    words.need(1, 1, "one key");
+    const RegistryPath path(fromHost(words[0]));
+    path.open(readAccess);
+    std::cout << inColour(Colour::Group, toHost(path.name())) << '\n';
+    drawTree(path, "");
+    return 0;
+}
+
+int exportKey(std::span<const std::string_view> given) {
+    const Words words("reg export", given, {});
+    words.need(2, 2, "a key and a file");
+    std::u16string text = u"Windows Registry Editor Version 5.00\r\n";
+    walk(RegistryPath(fromHost(words[0])), [&](const RegistryPath& key) {
+        text += u"\r\n[";
+        text += key.name().view();
+        text += u"]\r\n";
+        for (const auto& [name, data] : valuesOf(key))
+            text += registryTextLine(name, data);
+    });
+    text += u"\r\n";
+    if (words[1] == "-")
+        std::cout << toHost(text);
+    else
+        replaceFile(fullPath(fromHost(words[1])), "\xFF\xFE" + registryBytes(text));
+    return 0;
+}
+
+String decoded(std::string_view bytes) {
+    if (bytes.starts_with("\xFF\xFE"))
+        return registryText(bytes.substr(2));
+    if (bytes.starts_with("\xEF\xBB\xBF"))
+        return String::fromUtf8(bytes.substr(3));
+    const String text = String::fromUtf8(bytes);
+    return text.toUtf8() == bytes ? text : CodePage::system().decode(bytes);
+}
+
+void apply(const RegistryChange& change) {
+    const RegistryPath path(change.key);
+    RegistryKey key;
+    if (change.deletesKey) {
+        if (RegistryKey(path.hive).open(path.path, readAccess, key) != RegistryStatus::NotFound)
+            deleteTree(path);
+        return;
+    }
+    requireSuccess(RegistryKey(path.hive).create(path.path, writeAccess, key), path.name());
+    if (!change.valueName)
+        return;
+    if (change.data)
+        requireSuccess(key.set(*change.valueName, *change.data), path.name());
+    else if (const auto status = key.deleteValue(*change.valueName); status != RegistryStatus::NotFound)
+        requireSuccess(status, path.name());
+}
+
+int importFile(std::span<const std::string_view> given) {
+    const Words words("reg import", given, {});
+    words.need(1, 1, "one file");
+    const String text = decoded(readFile(fullPath(fromHost(words[0]))));
+    for (const auto& change : parseRegistryText(text))
+        apply(change);
+    return 0;
+}
+
+} // namespace
+
+int reg(std::span<const std::string_view> words) {
+    return runSubcommand("reg", words,
+                         {{"query", query},
+                          {"add", add},
+                          {"delete", remove},
+                          {"tree", tree},
+                          {"export", exportKey},
+                          {"import", importFile}});
+}
+
+} // namespace vlgs::cli

@@ -1,0 +1,51 @@
+// Keys and values of the registry as texts: names of hives and types, data, and the form of ".reg" files.
+#pragma once
+
+#include "platform/Registry.h"
+
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace vlgs::cli {
+
+/// A key by its full name, "HKCU\Software" or "HKEY_CURRENT_USER\Software". Misuse for another hive.
+struct RegistryPath {
+    RegistryHive hive;
+    String path; // below the hive, "" for the hive itself
+
+    explicit RegistryPath(std::u16string_view name);
+    /// With the long name of the hive.
+    String name() const;
+    RegistryPath below(std::u16string_view key) const;
+    RegistryKey open(std::uint32_t access) const;
+};
+
+/// Raises the status as an error about that key or value.
+void requireSuccess(RegistryStatus status, std::u16string_view subject);
+
+/// "REG_SZ"; "REG_TYPE_9" for a type without a name.
+std::string typeName(std::uint32_t type);
+std::optional<std::uint32_t> typeNamed(std::string_view name);
+
+/// The data for people, texts of a list with `\0` between them.
+String dataText(const RegistryData& data);
+/// The data that a text means for a type; the texts of a list stand between `separator`. Raises Misuse for a
+/// text that is none of the type.
+RegistryData dataOf(std::uint32_t type, std::u16string_view text, std::u16string_view separator);
+
+/// A change that a ".reg" text asks for.
+struct RegistryChange {
+    String key;
+    bool deletesKey = false;
+    std::optional<String> valueName = {};  // none: the key itself
+    std::optional<RegistryData> data = {}; // none: the value is deleted
+};
+
+/// The changes of a text, in order. Raises Misuse with the number of a line that makes no sense.
+std::vector<RegistryChange> parseRegistryText(std::u16string_view text);
+/// A line for a value.
+std::u16string registryTextLine(std::u16string_view name, const RegistryData& data);
+
+} // namespace vlgs::cli
