@@ -46,6 +46,40 @@ LANGUAGE_ALIASES = {"no": "nb", "iw": "he", "in": "id", "ji": "yi", "jw": "jv", 
 # The language's own locale where the CLDR's is no country's.
 LANGUAGE_DEFAULTS = {"ar": "ar-SA"}
 
+# The formats of Windows for widely used locales: short date, long date, time; decimal sign, thousands separator, list
+# separator, separators of dates and of times. The last three are straight from the CLDR.
+WINDOWS_FORMATS = {
+    "en-US": ("M/d/yyyy", "dddd, MMMM d, yyyy", "h:mm:ss tt", ".|,|,|/|:"),
+    "en-GB": ("dd/MM/yyyy", "dd MMMM yyyy", "HH:mm:ss", ".|,|,|/|:"),
+    "de-DE": ("dd.MM.yyyy", "dddd, d. MMMM yyyy", "HH:mm:ss", ",|.|;|.|:"),
+    "fr-FR": ("dd/MM/yyyy", "dddd d MMMM yyyy", "HH:mm:ss", ",| |;|/|:"),
+    "es-ES": ("dd/MM/yyyy", "dddd, d 'de' MMMM 'de' yyyy", "H:mm:ss", ",|.|;|/|:"),
+    "it-IT": ("dd/MM/yyyy", "dddd d MMMM yyyy", "HH:mm:ss", ",|.|;|/|:"),
+    "pt-BR": ("dd/MM/yyyy", "dddd, d 'de' MMMM 'de' yyyy", "HH:mm:ss", ",|.|;|/|:"),
+    "ru-RU": ("dd.MM.yyyy", "d MMMM yyyy 'г.'", "H:mm:ss", ",| |;|.|:"),
+    "uk-UA": ("dd.MM.yyyy", "d MMMM yyyy' р.'", "H:mm:ss", ",| |;|.|:"),
+    "pl-PL": ("dd.MM.yyyy", "dddd, d MMMM yyyy", "HH:mm:ss", ",| |;|.|:"),
+    "cs-CZ": ("dd.MM.yyyy", "dddd d. MMMM yyyy", "H:mm:ss", ",| |;|.|:"),
+    "hu-HU": ("yyyy. MM. dd.", "yyyy. MMMM d., dddd", "H:mm:ss", ",| |;|. |:"),
+    "tr-TR": ("d.MM.yyyy", "d MMMM yyyy dddd", "HH:mm:ss", ",|.|;|.|:"),
+    "nl-NL": ("d-M-yyyy", "dddd d MMMM yyyy", "HH:mm:ss", ",|.|;|-|:"),
+    "sv-SE": ("yyyy-MM-dd", "'den 'd MMMM yyyy", "HH:mm:ss", ",| |;|-|:"),
+    "fi-FI": ("d.M.yyyy", "dddd d. MMMM yyyy", "H.mm.ss", ",| |;|.|."),
+    "id-ID": ("dd/MM/yyyy", "dddd, dd MMMM yyyy", "HH.mm.ss", ",|.|;|/|."),
+    "vi-VN": ("dd/MM/yyyy", "dd MMMM yyyy", "h:mm:ss tt", ",|.|;|/|:"),
+    "th-TH": ("d/M/yyyy", "d MMMM yyyy", "H:mm:ss", ".|,|,|/|:"),
+    "hi-IN": ("dd-MM-yyyy", "dd MMMM yyyy", "HH:mm:ss", ".|,|,|-|:"),
+    "ar-SA": ("dd/MM/yyyy", "dddd, d MMMM yyyy", "hh:mm:ss tt", ".|,|;|/|:"),
+    "ar-EG": ("dd/MM/yyyy", "dd MMMM, yyyy", "hh:mm:ss tt", ".|,|;|/|:"),
+    "ja-JP": ("yyyy/MM/dd", "yyyy'年'M'月'd'日'", "H:mm:ss", ".|,|,|/|:"),
+    "zh-CN": ("yyyy/M/d", "yyyy'年'M'月'd'日'", "H:mm:ss", ".|,|,|/|:"),
+    "zh-TW": ("yyyy/M/d", "yyyy'年'M'月'd'日'", "tt hh:mm:ss", ".|,|,|/|:"),
+    "ko-KR": ("yyyy-MM-dd", "yyyy'년' M'월' d'일' dddd", "tt h:mm:ss", ".|,|,|-|:"),
+    "bg-BG": ("d.MM.yyyy 'г.'", "dddd, d MMMM yyyy 'г.'", "H:mm:ss", ",| |;|.|:"),
+    "sk-SK": ("d. M. yyyy", "dddd d. MMMM yyyy", "H:mm:ss", ",| |;|. |:"),
+    "lt-LT": ("yyyy-MM-dd", "yyyy 'm.' MMMM d 'd.,' dddd", "HH:mm:ss", ",| |;|-|:"),
+}
+
 
 class Cldr:
     def __init__(self, folder):
@@ -352,6 +386,37 @@ class Generator:
         return {tag.lower(): name for tag, name in keys.items()}
 
 
+def is_pattern(pattern, *fields):
+    """Whether a pattern consists of the fields, given as expressions, and of closed literal text."""
+    bare = re.sub("'[^']*'", " ", pattern)
+    tokens = [token.group(0) for token in re.finditer(r"([A-Za-z])\1*", bare)]
+    return "'" not in bare and all(re.fullmatch("|".join(fields), token) for token in tokens)
+
+
+def check(records):
+    """What must hold of every locale, and the formats of those that are widely used."""
+    assert len(records) > 400
+    for name, (block, items, _) in records.items():
+        short, long, time, decimal = (items[item] for item in (0x1F, 0x20, 0x1003, 0x0E))
+        for start, end in ((0, 12), (12, 24), (24, 36), (36, 48), (48, 55), (55, 62)):
+            assert all(block[start:end]) and len(set(block[start:end])) == end - start, (name, block[start:end])
+        for item in (0x04, 0x0C, 0x0E, 0x0F, 0x14, 0x1D, 0x1E, 0x28, 0x29, 0x51, 0x1001):
+            assert items[item], (name, hex(item))
+        assert items[0x28] != items[0x29], name
+        assert items[0x0C] == (";" if decimal == "," or name.startswith("ar-") else ","), name
+        assert is_pattern(short, "d{1,4}", "M{1,4}", "yyyy"), (name, short)
+        assert "d" in short and "M" in short and "yyyy" in short, (name, short)
+        assert is_pattern(long, "d{1,4}", "M{1,4}", "yyyy") and "M" in long and "yyyy" in long, (name, long)
+        assert is_pattern(time, "h{1,2}", "H{1,2}", "m{1,2}", "s{1,2}", "tt") and "m" in time and "s" in time, name
+        assert ("h" in time) == ("tt" in time) != ("H" in time), (name, time)
+        for text in (*block, *items.values()):
+            assert not re.search("[\u00a0\u202f\u200e\u200f\u061c]", text), (name, text)
+    for name, (*patterns, signs) in WINDOWS_FORMATS.items():
+        items = records[name][1]
+        assert [items[item] for item in (0x1F, 0x20, 0x1003)] == patterns, name
+        assert "|".join(items[item] for item in (0x0E, 0x0F, 0x0C, 0x1D, 0x1E)) == signs, name
+
+
 class Pool:
     """All texts, each once."""
 
@@ -417,6 +482,7 @@ def main():
     with tempfile.TemporaryDirectory() as temporary:
         generator = Generator(Cldr(sys.argv[1] if len(sys.argv) > 1 else temporary))
         records = generator.generate()
+        check(records)
         write(records, generator.keys(records))
 
 

@@ -13,7 +13,7 @@
 namespace vlgs {
 namespace {
 
-using test::raised;
+using test::errorOf;
 using test::UserLocale;
 
 TEST(Dates, CountsDaysAndTheirTimesFromDayZero) {
@@ -35,7 +35,7 @@ TEST(Dates, CountsDaysAndTheirTimesFromDayZero) {
     EXPECT_FALSE(isDay(1900, 2, 29));
     for (const double outside :
          {-657435.0, 2958466.0, 2958465.999999999, std::numeric_limits<double>::quiet_NaN()})
-        EXPECT_EQ(raised([&] { partsOf({outside}); }).number, 6) << outside;
+        EXPECT_EQ(errorOf([&] { partsOf({outside}); }), 6) << outside;
 }
 
 TEST(Dates, MovesAcrossDayZero) {
@@ -46,8 +46,8 @@ TEST(Dates, MovesAcrossDayZero) {
     EXPECT_EQ(daysBetween({-0.75}, {1}), 1);
     EXPECT_EQ(dayOf({-1.25}).days, -1);
     EXPECT_EQ(timeOf({-1.25}).days, 0.25);
-    EXPECT_EQ(raised([] { addDays({2958465}, 1); }).number, 5);
-    EXPECT_EQ(raised([] { addDays({0}, INT64_MAX); }).number, 5);
+    EXPECT_EQ(errorOf([] { addDays({2958465}, 1); }), 5);
+    EXPECT_EQ(errorOf([] { addDays({0}, INT64_MAX); }), 5);
 }
 
 TEST(DateFormat, KnowsThePatternLanguage) {

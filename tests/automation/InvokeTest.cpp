@@ -21,7 +21,7 @@ class Invoke : public testing::Test {
     }
     template <class... Values>
     std::int32_t failure(const char16_t* name, Values... values) {
-        return raised([&] { run(name, values...); }).number;
+        return errorOf([&] { run(name, values...); });
     }
     Variant write(const char16_t* name, InvokeKind kind, std::vector<Variant> arguments) {
         return callMember(bed, name, kind, arguments);
@@ -76,7 +76,7 @@ TEST_F(Invoke, FindsMembersInAnyCaseAndNoOthers) {
     }
     for (const DispatchId id :
          {-5, -2, 999, std::numeric_limits<DispatchId>::max(), std::numeric_limits<DispatchId>::min()})
-        EXPECT_EQ(raised([&] { bed->invoke(id, InvokeKind::MethodOrGet, {}); }).number, 438) << id;
+        EXPECT_EQ(errorOf([&] { bed->invoke(id, InvokeKind::MethodOrGet, {}); }), 438) << id;
 }
 
 TEST_F(Invoke, AnObjectStandsForItsDefaultMember) {
@@ -101,7 +101,7 @@ TEST_F(Invoke, WritesPropertiesThatAreReadBack) {
     write(u"Item", InvokeKind::PropertyPut, {2, 2.5});
     EXPECT_EQ(run(u"Item", 1), Variant(u"first"));
     EXPECT_EQ(run(u"Count"), Variant(2));
-    EXPECT_EQ(raised([&] { write(u"Number", InvokeKind::Method, {}); }).number, 438);
+    EXPECT_EQ(errorOf([&] { write(u"Number", InvokeKind::Method, {}); }), 438);
 }
 
 TEST_F(Invoke, RecordsTravelAsAWholeAndOnlyAsThemselves) {
@@ -118,8 +118,8 @@ TEST_F(Invoke, EnumeratesObjectsThatHaveAnEnumerator) {
     for (Variant item; members->next(item);)
         sum += toLong(item);
     EXPECT_EQ(sum, 30);
-    EXPECT_EQ(raised([&] { enumerate(nullptr); }).number, 91);
-    EXPECT_EQ(raised([&] { enumerate(members); }).number, 451);
+    EXPECT_EQ(errorOf([&] { enumerate(nullptr); }), 91);
+    EXPECT_EQ(errorOf([&] { enumerate(members); }), 451);
 }
 
 TEST_F(Invoke, FailuresArriveAsTheyWereRaised) {
@@ -156,9 +156,9 @@ TEST(Events, ReachEverySinkUntilItIsDisconnected) {
     EXPECT_EQ(bed->Tell(u"b"), u"b+");
     EXPECT_EQ(first->heard.size(), 1u);
     EXPECT_EQ(second->heard, (std::vector<String>{u"a+", u"b"}));
-    EXPECT_EQ(raised([&] { bed->disconnect(connection); }).number, 5);
+    EXPECT_EQ(errorOf([&] { bed->disconnect(connection); }), 5);
     bed->connect(make<Sink>(11));
-    EXPECT_EQ(raised([&] { bed->Tell(u"c"); }).number, 11);
+    EXPECT_EQ(errorOf([&] { bed->Tell(u"c"); }), 11);
 }
 
 } // namespace

@@ -11,7 +11,7 @@
 namespace vlgs {
 namespace {
 
-using test::raised;
+using test::errorOf;
 
 struct Thing : Object {};
 
@@ -57,9 +57,9 @@ TEST(Array, FindsElementsByBoundsOfEachDimension) {
     EXPECT_EQ(array.upper(2), 1);
     const std::int32_t outside[][2] = {{0, 0}, {3, 0}, {1, -2}, {1, 2}};
     for (const auto& indices : outside)
-        EXPECT_EQ(raised([&] { array.get(indices); }).number, 9);
-    EXPECT_EQ(raised([&] { array.get(1); }).number, 9);
-    EXPECT_EQ(raised([&] { array.upper(3); }).number, 9);
+        EXPECT_EQ(errorOf([&] { array.get(indices); }), 9);
+    EXPECT_EQ(errorOf([&] { array.get(1); }), 9);
+    EXPECT_EQ(errorOf([&] { array.upper(3); }), 9);
 }
 
 TEST(Array, ResizesTheLastDimensionAndKeepsWhatStays) {
@@ -74,11 +74,11 @@ TEST(Array, ResizesTheLastDimensionAndKeepsWhatStays) {
 }
 
 TEST(Array, RefusesWhatCannotBe) {
-    EXPECT_EQ(raised([] { Array(VarType::Long, {}); }).number, 9);
-    EXPECT_EQ(raised([] { Array(VarType::Long, std::vector<Dimension>(61, {0, 1})); }).number, 9);
-    EXPECT_EQ(raised([] { Array(VarType::Long, {{0, -1}}); }).number, 9);
-    EXPECT_EQ(raised([] { Array(VarType::Null, {{0, 1}}); }).number, 13);
-    EXPECT_EQ(raised([] { Array(VarType::Long, {{0, 1 << 20}, {0, 1 << 20}}); }).number, 7);
+    EXPECT_EQ(errorOf([] { Array(VarType::Long, {}); }), 9);
+    EXPECT_EQ(errorOf([] { Array(VarType::Long, std::vector<Dimension>(61, {0, 1})); }), 9);
+    EXPECT_EQ(errorOf([] { Array(VarType::Long, {{0, -1}}); }), 9);
+    EXPECT_EQ(errorOf([] { Array(VarType::Null, {{0, 1}}); }), 13);
+    EXPECT_EQ(errorOf([] { Array(VarType::Long, {{0, 1 << 20}, {0, 1 << 20}}); }), 7);
     EXPECT_EQ(Array(VarType::Byte, std::vector<Dimension>(60, {7, 1})).size(), 1u);
 }
 
@@ -87,7 +87,7 @@ TEST(Array, ConvertsWhatIsPutIntoIt) {
     array.set(0, 5);
     EXPECT_EQ(array.as<std::int16_t>()[0], -1);
     EXPECT_EQ(array.get(0), Variant(true));
-    EXPECT_EQ(raised([&] { array.set(0, u"maybe"); }).number, 13);
+    EXPECT_EQ(errorOf([&] { array.set(0, u"maybe"); }), 13);
 }
 
 } // namespace

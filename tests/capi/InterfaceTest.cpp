@@ -134,27 +134,5 @@ TEST(CInterface, CallsObjectsOfTheClientsOwn) {
     EXPECT_EQ(client.calls, 2);
 }
 
-TEST(CInterface, DescribesEveryMember) {
-    vlgs_object* bed = newBed();
-    const vlgs_class* type = vlgs_class_of(bed);
-    vlgs_class_facts facts;
-    vlgs_class_describe(type, &facts);
-    EXPECT_STREQ(facts.library, "VlgsTest");
-    EXPECT_STREQ(facts.event_interface, "__TestBed");
-    vlgs_member member;
-    std::size_t count = 0;
-    while (vlgs_member_describe(type, count, &member))
-        ++count;
-    EXPECT_EQ(count, facts.member_count + facts.event_count);
-    EXPECT_STREQ(member.name, "Told");
-    vlgs_parameter parameter;
-    ASSERT_TRUE(vlgs_parameter_describe(type, 3, 0, &parameter));
-    EXPECT_STREQ(parameter.name, "lA");
-    EXPECT_TRUE(parameter.optional);
-    EXPECT_EQ(parameter.standard_number, 7);
-    EXPECT_FALSE(vlgs_parameter_describe(type, 3, 4, &parameter));
-    vlgs_release(bed);
-}
-
 } // namespace
 } // namespace vlgs::test

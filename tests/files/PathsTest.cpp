@@ -1,4 +1,3 @@
-#include "automation/LateBound.h"
 #include "files/Files.h"
 #include "platform/Files.h"
 #include "platform/Scratch.h"
@@ -9,13 +8,11 @@
 namespace vlgs {
 namespace {
 
+using test::errorOf;
+using test::messageError;
 using test::raised;
 using test::Scratch;
 using test::Setting;
-
-constexpr std::int32_t message(std::int32_t code) {
-    return code + objectErrorBase;
-}
 
 // A drive "M:" that is mapped to a share, a share without a letter, and the usual "C:".
 class Paths : public testing::Test {
@@ -142,7 +139,7 @@ TEST_F(Paths, AreResolvedFromABaseThatNeedNotBeCurrent) {
             EXPECT_EQ(error.source, source);
         }
     }
-    EXPECT_EQ(raised([&] { files_->IsValidRelativePath(u"x", at("none")); }).number, message(11532));
+    EXPECT_EQ(errorOf([&] { files_->IsValidRelativePath(u"x", at("none")); }), messageError(11532));
 }
 
 TEST_F(Paths, AnAbsolutePathIsToldOfByItsForm) {
@@ -196,10 +193,10 @@ TEST_F(Paths, ConsistOfVolumeAndLevels) {
         EXPECT_EQ(files_->ExtractPathVolume(path, &told, true), volume) << path.toUtf8();
         EXPECT_EQ(told, remainder) << path.toUtf8();
     }
-    EXPECT_EQ(raised([&] { files_->ExtractPathVolume(at("none"), nullptr, false); }).number, message(11549));
+    EXPECT_EQ(errorOf([&] { files_->ExtractPathVolume(at("none"), nullptr, false); }), messageError(11549));
     EXPECT_TRUE(files_->IsSamePathVolume(at("Proj"), u"m:\\"));
     EXPECT_FALSE(files_->IsSamePathVolume(at("Proj"), u"C:\\"));
-    EXPECT_EQ(raised([&] { files_->IsSamePathVolume(u"C:\\", at("none")); }).number, message(11549));
+    EXPECT_EQ(errorOf([&] { files_->IsSamePathVolume(u"C:\\", at("none")); }), messageError(11549));
 
     const auto levels = [](std::vector<String> texts) { return Array::ofStrings(std::move(texts)); };
     EXPECT_EQ(files_->ExtractPathAllLevels(u" C:\\ Data \\ \\\\Proj "), levels({u"C:", u"Data", u"Proj"}));
@@ -229,22 +226,10 @@ TEST_F(Paths, AreBuiltFromLevels) {
     const auto outside = raised([&] { files_->BuildPath(texts({u"a"}), 0, 1); });
     EXPECT_EQ(outside.number, 9);
     EXPECT_EQ(outside.source, "VlGeneralServices.modFiles.g_BuildPath");
-    EXPECT_EQ(raised([&] { files_->BuildPath(texts({u"a"}), -2, -1); }).number, 9);
+    EXPECT_EQ(errorOf([&] { files_->BuildPath(texts({u"a"}), -2, -1); }), 9);
     EXPECT_EQ(files_->BuildDirBackupPrefix(2), u"..\\..\\");
     EXPECT_EQ(files_->BuildDirBackupPrefix(0), u"");
     EXPECT_EQ(files_->BuildDirBackupPrefix(-7), u"");
-}
-
-TEST_F(Paths, WorkLateBound) {
-    const Ref<Object> files = files_;
-    Variant arguments[] = {u"\\\\srv\\data", Variant(false)};
-    EXPECT_EQ(callMember(files, u"isstandardpathformat", InvokeKind::MethodOrGet, arguments), Variant(false));
-    EXPECT_EQ(arguments[1], Variant(true));
-    Variant completed[] = {u"C"};
-    callMember(files, u"TranslatePathToUNC", InvokeKind::MethodOrGet, completed);
-    EXPECT_EQ(completed[0], Variant(u"C:\\"));
-    EXPECT_EQ(call(files, u"BuildPath", call(files, u"ExtractPathAllLevels", u"C:\\a")), Variant(u"C:\\a"));
-    EXPECT_EQ(call(files, u"TranslateFromRelativePath", u"Proj", u"M:\\"), Variant(u"\\\\srv\\data\\Proj"));
 }
 
 } // namespace

@@ -11,13 +11,11 @@
 namespace vlgs {
 namespace {
 
+using test::errorOf;
+using test::messageError;
 using test::raised;
 using test::Scratch;
 using test::Setting;
-
-constexpr std::int32_t message(std::int32_t code) {
-    return code + objectErrorBase;
-}
 
 TEST(ProjectFile, IsFoundFromWhatAUserTyped) {
     const Scratch scratch;
@@ -39,7 +37,7 @@ TEST(ProjectFile, IsFoundFromWhatAUserTyped) {
         EXPECT_EQ(files->CheckVLSFilePath(typed, false), found);
     for (const auto& missingFile : {String(u"  "), at("none"), at("none.vls"), at("none/x"), at("")}) {
         EXPECT_EQ(raised([&] { files->CheckVLSFilePath(missingFile, false); }),
-                  (test::Raised{message(11502), "VlGeneralServices.modFiles.g_CheckVLSFilePath",
+                  (test::Raised{messageError(11502), "VlGeneralServices.modFiles.g_CheckVLSFilePath",
                                 "Unable to locate file for Corva project.  Login failed."}));
         EXPECT_EQ(files->CheckVLSFilePath(concat(u" ", missingFile), true), String(trim(missingFile)));
     }
@@ -78,12 +76,12 @@ TEST(ProjectFile, IsReadWithPathAndType) {
     EXPECT_FALSE(files->Is40VLSFile(scratch.path("none")));
 
     const auto notThere = raised([&] { files->RetrieveVLSFile(scratch.path("none.txt")); });
-    EXPECT_EQ(notThere.number, message(11503));
+    EXPECT_EQ(notThere.number, messageError(11503));
     EXPECT_EQ(notThere.source, "VlGeneralServices.modFiles.g_RetrieveINIFile");
     EXPECT_TRUE(notThere.description.ends_with("\r\n" + scratch.path("none.txt").toUtf8()));
-    EXPECT_EQ(raised([&] { files->RetrieveVLSFile(scratch.path("none")); }).number, message(11502));
-    EXPECT_EQ(raised([&] { files->RetrieveINIFile(scratch.path("none")); }).number, message(11513));
-    EXPECT_EQ(raised([&] { files->RetrieveVLLFile(scratch.path("bad.VLL")); }).number, message(11513));
+    EXPECT_EQ(errorOf([&] { files->RetrieveVLSFile(scratch.path("none")); }), messageError(11502));
+    EXPECT_EQ(errorOf([&] { files->RetrieveINIFile(scratch.path("none")); }), messageError(11513));
+    EXPECT_EQ(errorOf([&] { files->RetrieveVLLFile(scratch.path("bad.VLL")); }), messageError(11513));
 }
 
 class SystemDatabase : public testing::Test {
@@ -235,14 +233,14 @@ TEST(ConnectionString, WantsAProjectOrLinkDocumentWithAnOdbcSection) {
     EXPECT_EQ(g_BuildConnectionString(nullptr, {}), u"");
     for (const auto type : {eINI_Empty, eINI_INI}) {
         const auto error = raised([&] { connection(*projectOf(u"[ODBC]", type)); });
-        EXPECT_EQ(error.number, message(11504));
+        EXPECT_EQ(error.number, messageError(11504));
         EXPECT_EQ(error.source, "g_BuildConnectionString");
     }
     const auto empty = make<INIFile>();
     empty->SetFileType(eINI_VLL);
     for (const auto& document : {projectOf(u"[PROJECT]|GUID=1"), empty}) {
         const auto error = raised([&] { connection(*document); });
-        EXPECT_EQ(error.number, message(11558));
+        EXPECT_EQ(error.number, messageError(11558));
         EXPECT_EQ(error.source, "VlGeneralServices.modFiles.g_ValidateODBCSectionExists");
     }
 }

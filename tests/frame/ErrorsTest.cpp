@@ -3,6 +3,7 @@
 #include "frame/Component.h"
 #include "frame/ComponentFacts.h"
 #include "support/Raised.h"
+#include "support/Setting.h"
 
 #include <gtest/gtest.h>
 
@@ -12,13 +13,13 @@
 namespace vlgs {
 namespace {
 
+using test::errorOf;
 using test::Raised;
 using test::raised;
 
 class ErrorsTest : public ::testing::Test {
   protected:
-    void SetUp() override { setenv("LANGUAGE", "en", 1); }
-    void TearDown() override { unsetenv("LANGUAGE"); }
+    const test::Setting language_{"LANGUAGE", "en"};
 };
 
 TEST_F(ErrorsTest, CarryNumberSourceAndTheCataloguesText) {
@@ -40,7 +41,7 @@ TEST_F(ErrorsTest, NumbersLoseAndRegainTheBaseOnce) {
           // bit 18 in a positive number
           Case{0x40000, 0x40000, 6}, Case{0x7FFFFFFF, 0x7FFFFFFF, 6}}) {
         std::int32_t message = given;
-        EXPECT_EQ(raised([&] { RaiseCatalogueError(u"S", message, u""); }).number, number) << given;
+        EXPECT_EQ(errorOf([&] { RaiseCatalogueError(u"S", message, u""); }), number) << given;
         EXPECT_EQ(message, code) << given;
     }
 }

@@ -24,16 +24,16 @@ TEST(MessageTexts, AreReadFromFilesBesideTheNamedOne) {
     EXPECT_EQ(texts.text(10, u"de"), u"Deutsch");
     EXPECT_EQ(texts.text(11, u"de"), u"only \u00E9nglish");
     EXPECT_EQ(texts.text(13, u"en"), u"\\n\\");
-    EXPECT_EQ(test::raised([&] { texts.text(12, u"de"); }).number, 326);
+    EXPECT_EQ(test::errorOf([&] { texts.text(12, u"de"); }), 326);
     EXPECT_EQ(texts.text(21), u"Error - Invalid resource message code.  Index is out of range. (21)");
 }
 
 TEST(MessageTexts, AResourceFileThatIsNotThereIsAnError) {
     test::Scratch scratch;
-    EXPECT_EQ(test::raised([&] { MessageTexts(scratch.path("Own.dll")); }).number, 53);
+    EXPECT_EQ(test::errorOf([&] { MessageTexts(scratch.path("Own.dll")); }), 53);
     scratch.write("Own.en.txt", "@12000\tOwn.de.txt\n" + header);
     MessageTexts texts(scratch.path("Own.dll"));
-    EXPECT_EQ(test::raised([&] { texts.text(10, u"de"); }).number, 53);
+    EXPECT_EQ(test::errorOf([&] { texts.text(10, u"de"); }), 53);
 }
 
 } // namespace

@@ -2,7 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <chrono>
 #include <string>
 
 namespace vlgs {
@@ -12,20 +11,9 @@ String textOf(std::u16string_view html) {
     return g_HTMLtoText(html, false);
 }
 
-struct Case {
-    const char16_t* html;
-    const char16_t* text;
-};
-
-void expectTexts(std::span<const Case> cases) {
-    for (const auto& [html, text] : cases) {
-        SCOPED_TRACE(String(html).toUtf8());
-        EXPECT_EQ(textOf(html).toUtf8(), String(text).toUtf8());
-    }
-}
-
-TEST(HtmlText, TagsBecomeTheirTexts) {
-    const Case cases[] = {
+TEST(HtmlText, IsMadeOfTagsEntitiesAndBlanks) {
+    const std::pair<const char16_t*, const char16_t*> cases[] = {
+        // tags become their texts
         {u"", u""},
         {u"<p>Hello&nbsp;&nbsp;World</p>", u"\r\nHello  World\r\n\r\n"},
         {u"<UL><LI>One<li>Two</ul>", u"\r\n*One\r\n*Two\r\n\r\n"},
@@ -42,12 +30,7 @@ TEST(HtmlText, TagsBecomeTheirTexts) {
         {u"a<", u"a"},
         {u"a<<b>c", u"a"}, // not balanced: the tag runs to the end
         {u"a>b", u"a>b"},
-    };
-    expectTexts(cases);
-}
-
-TEST(HtmlText, ImagesAndLinksShowTheirSource) {
-    const Case cases[] = {
+        // images and links show their source
         {u"<img src=\"pic.gif\">", u"[pic.gif]"},
         {u"<IMG alt=\"x\" SRC=\"pic.gif\" width=\"3\">", u"[pic.gif]"},
         {u"<a href=\"x.htm\">link</a>", u"[x.htm]link"},
@@ -58,20 +41,7 @@ TEST(HtmlText, ImagesAndLinksShowTheirSource) {
         {u"<img src =\"a\" data-src=\"b\">", u"[b]"},
         {u"<a href=\"a<b>c\">", u"[a<b>c]"},
         {u"\"<a href=\"x\"", u"\"[x]"},
-    };
-    expectTexts(cases);
-}
-
-TEST(HtmlText, AttributesOfTagsBeyondSixteenBitPositionsGiveNothing) {
-    const auto tag = [](std::size_t length) {
-        return std::u16string(u"<a href=\"x\" ").append(length - 13, u'y').append(u">");
-    };
-    EXPECT_EQ(textOf(tag(32767)), u"[x]");
-    EXPECT_EQ(textOf(tag(32768) + u"z"), u"z");
-}
-
-TEST(HtmlText, EntitiesBecomeTheirCharacters) {
-    const Case cases[] = {
+        // entities become their characters
         {u"&amp;&lt;&gt;&quot;&reg;&trade;&copy;", u"&<>\"(R)(TM)(C)"},
         {u"&AMP;&Amp;&euro;&@;", u""},
         {u"&#169;", u"169;"},
@@ -82,12 +52,7 @@ TEST(HtmlText, EntitiesBecomeTheirCharacters) {
         {u"a&amp", u"a&"},
         {u"a&unknown", u"a"},
         {u"a&lt", u"a<"},
-    };
-    expectTexts(cases);
-}
-
-TEST(HtmlText, BlanksAreCollapsedOutsidePreformattedText) {
-    const Case cases[] = {
+        // blanks are collapsed outside preformatted text
         {u"a  \t  b", u"a b"},
         {u"  a  ", u" a "},
         {u"\ta\r\rb \rc", u" a b c"},
@@ -98,12 +63,7 @@ TEST(HtmlText, BlanksAreCollapsedOutsidePreformattedText) {
         {u"a\u00A0 \u00A0b", u"a\u00A0 \u00A0b"},
         {u"<pre>a  \t b\r\n</pre>  c", u"a  \t b\r\n\n c"},
         {u"a <pre>  </pre> b", u"a     b"}, // and preformatted text leaves the state alone
-    };
-    expectTexts(cases);
-}
-
-TEST(HtmlText, ThePieceBeforeASkippedElementIsRepeated) {
-    const Case cases[] = {
+        // the piece before a skipped element is repeated
         {u"<HEAD><TITLE>T</TITLE></HEAD>Body", u"Body"},
         {u"ab<pre>x</pre>", u"abbxx"},
         {u"x<script>s</script>y", u"xxy"},
@@ -117,11 +77,20 @@ TEST(HtmlText, ThePieceBeforeASkippedElementIsRepeated) {
         {u"x<head a</head>b>c", u"xxb>c"}, // the end tag is looked for from the tag's own beginning
         {u"x<head <head/>", u"x"},
     };
-    expectTexts(cases);
+    for (const auto& [html, text] : cases)
+        EXPECT_EQ(textOf(html).toUtf8(), String(text).toUtf8()) << String(html).toUtf8();
+}
+
+TEST(HtmlText, AttributesOfTagsBeyondSixteenBitPositionsGiveNothing) {
+    const auto tag = [](std::size_t length) {
+        return std::u16string(u"<a href=\"x\" ").append(length - 13, u'y').append(u">");
+    };
+    EXPECT_EQ(textOf(tag(32767)), u"[x]");
+    EXPECT_EQ(textOf(tag(32768) + u"z"), u"z");
 }
 
 TEST(HtmlText, ScriptsAloneAreRemoved) {
-    const Case cases[] = {
+    const std::pair<const char16_t*, const char16_t*> cases[] = {
         {u"a<script>x</script>b&amp;", u"ab&amp;"},
         {u"a  <p><SCRIPT type=x>y</Script> b", u"a  <p> b"},
         {u"a<script/>b<script>c</script>d", u"ad"},
@@ -130,10 +99,8 @@ TEST(HtmlText, ScriptsAloneAreRemoved) {
         {u"<script></script>", u""},
         {u"<script></script><script></script>x", u"x"},
     };
-    for (const auto& [html, text] : cases) {
-        SCOPED_TRACE(String(html).toUtf8());
-        EXPECT_EQ(g_HTMLtoText(html, true), text);
-    }
+    for (const auto& [html, text] : cases)
+        EXPECT_EQ(g_HTMLtoText(html, true), text) << String(html).toUtf8();
     const String script = u"<script>s</script><b>";
     for (const Variant& fully : {Variant(false), Variant(std::int32_t{0}), Variant(), Variant(missing)})
         EXPECT_EQ(g_HTMLtoText(script, fully), u"");
@@ -148,7 +115,8 @@ std::u16string repeated(std::u16string_view text, std::size_t count) {
     return result;
 }
 
-// Each of these takes minutes where anything is read again for every tag.
+// Each of these takes minutes, and more time than a test is given, where anything is read again for every
+// tag.
 TEST(HtmlText, HostileTextsTakeLinearTime) {
     constexpr std::size_t count = 300'000;
     const std::u16string texts[] = {
@@ -162,12 +130,10 @@ TEST(HtmlText, HostileTextsTakeLinearTime) {
         repeated(u"&a", count),
         repeated(u"<pre", count) + repeated(u">", count),
     };
-    const auto start = std::chrono::steady_clock::now();
     for (const auto& text : texts) {
         textOf(text);
         g_HTMLtoText(text, true);
     }
-    EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(20));
 }
 
 } // namespace

@@ -11,7 +11,7 @@
 namespace vlgs {
 namespace {
 
-using test::raised;
+using test::errorOf;
 using Longs = std::vector<std::int32_t>;
 
 Variant longs(std::int32_t lower, const Longs& values) {
@@ -152,8 +152,7 @@ TEST(CSVToVariant, RoomGrowsOnlyWhereADigitNeedsIt) {
         {u"1,2", 2147483647, 0},
     };
     for (const auto& [keys, chunk, failure] : cases)
-        EXPECT_EQ(raised([&, &keys = keys, &chunk = chunk] { g_CSVToVariant(keys, u",", chunk); }).number,
-                  failure)
+        EXPECT_EQ(errorOf([&, &keys = keys, &chunk = chunk] { g_CSVToVariant(keys, u",", chunk); }), failure)
             << String(keys).toUtf8() << " by " << chunk;
 }
 

@@ -8,7 +8,7 @@
 namespace vlgs {
 namespace {
 
-using test::raised;
+using test::errorOf;
 
 std::vector<std::string> texts(const Variant& value) {
     std::vector<std::string> result;
@@ -88,7 +88,7 @@ TEST(Buffer, RefusesWhatHasNoElementsToStore) {
         {null, 94},   {Array::ofVariants({u"kept", null}), 94},
     };
     for (const auto& [data, number] : cases)
-        EXPECT_EQ(raised([&, &data = data] { make<Buffer>()->PutData(data, u","); }).number, number);
+        EXPECT_EQ(errorOf([&, &data = data] { make<Buffer>()->PutData(data, u","); }), number);
 }
 
 TEST(Buffer, SplitsAtTheDelimiterInAnyCase) {

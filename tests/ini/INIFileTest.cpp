@@ -10,12 +10,10 @@
 namespace vlgs {
 namespace {
 
+using test::errorOf;
+using test::messageError;
 using test::raised;
 using test::Scratch;
-
-constexpr std::int32_t message(std::int32_t code) {
-    return code + objectErrorBase;
-}
 
 std::string stream(const INIFile& document) {
     return document.GetStream2(eStream_String, u"|").text().toUtf8();
@@ -71,10 +69,10 @@ TEST(INIFile, AnswersEmptyForWhatIsNotThere) {
 TEST(INIFile, RefusesBlankNamesBeforeCreatingAnything) {
     const auto document = make<INIFile>();
     EXPECT_EQ(raised([&] { document->CreateSection(u"", missing, missing); }),
-              (test::Raised{message(11508), "VlGeneralServices.INIFile.CreateSection",
+              (test::Raised{messageError(11508), "VlGeneralServices.INIFile.CreateSection",
                             raised([] { raiseMessage(u"", 11508); }).description}));
     EXPECT_EQ(raised([&] { document->CreateKey(u"S", u"", u"v", missing, missing); }),
-              (test::Raised{message(11510), "VlGeneralServices.INIFile.CreateKey",
+              (test::Raised{messageError(11510), "VlGeneralServices.INIFile.CreateKey",
                             raised([] { raiseMessage(u"", 11510); }).description}));
     EXPECT_EQ(document->TotalKeyCount(), 0);
     EXPECT_EQ(document->Count(), 0);
@@ -103,13 +101,13 @@ TEST(INIFile, PlacesNewMembersBeforeAndAfterOthers) {
     EXPECT_EQ(document->KeyCount(u"B"), 0);
 
     document->Sections()->Add(u"a caller's text", u"D");
-    EXPECT_EQ(raised([&] { document->CreateSection(u"D", missing, missing); }).number, 457);
+    EXPECT_EQ(errorOf([&] { document->CreateSection(u"D", missing, missing); }), 457);
 }
 
 TEST(INIFile, CountsAnUnsetCollectionOnlyWhereItMakesOne) {
     const auto document = make<INIFile>();
-    EXPECT_EQ(raised([&] { document->Count(); }).number, 91);
-    EXPECT_EQ(raised([&] { document->SectionCount(); }).number, 91);
+    EXPECT_EQ(errorOf([&] { document->Count(); }), 91);
+    EXPECT_EQ(errorOf([&] { document->SectionCount(); }), 91);
     document->Sections();
     EXPECT_EQ(document->Count(), 0);
     document->CreateKey(u"A", u"1", u"", missing, missing);
@@ -122,7 +120,7 @@ TEST(INIFile, CountsAnUnsetCollectionOnlyWhereItMakesOne) {
     EXPECT_EQ(document->TotalKeyCount(), 1);
     document->Clear();
     EXPECT_EQ(document->KeyCount(1), 0);
-    EXPECT_EQ(raised([&] { document->Count(); }).number, 91);
+    EXPECT_EQ(errorOf([&] { document->Count(); }), 91);
     EXPECT_EQ(document->TotalKeyCount(), 0);
     EXPECT_EQ(document->Count(), 0);
 }
@@ -173,7 +171,7 @@ TEST(INIFile, CloneSharesTheContentAndNotTheLock) {
     EXPECT_EQ(document->KeyValue(u"S", u"k"), u"v");
     clone->Clear();
     EXPECT_EQ(document->Count(), 1);
-    EXPECT_EQ(raised([] { make<INIFile>()->Clone(u"x")->Count(); }).number, 91);
+    EXPECT_EQ(errorOf([] { make<INIFile>()->Clone(u"x")->Count(); }), 91);
 }
 
 TEST(INIFile, LockKeepsWritersOfOtherDocumentsOut) {
@@ -183,14 +181,14 @@ TEST(INIFile, LockKeepsWritersOfOtherDocumentsOut) {
     const auto other = documentAt(scratch.path("a.ini"));
     owner->SetLocked(true);
     ASSERT_TRUE(owner->Locked());
-    EXPECT_EQ(raised([&] { other->Save(u""); }).number, message(11512));
+    EXPECT_EQ(errorOf([&] { other->Save(u""); }), messageError(11512));
     EXPECT_FALSE(other->Delete());
     EXPECT_EQ(scratch.read("a.ini"), "[S]\nk=old\n");
 
     owner->CreateKey(u"S", u"k", u"new", missing, missing);
     EXPECT_TRUE(owner->Save(u"")); // its own lock is no obstacle
     EXPECT_TRUE(owner->Locked());
-    EXPECT_EQ(raised([&] { other->Save(u""); }).number, message(11512));
+    EXPECT_EQ(errorOf([&] { other->Save(u""); }), messageError(11512));
     EXPECT_EQ(scratch.read("a.ini"), "\r\n[S]\r\nk=new\r\n\r\n");
 
     owner->SetLocked(false);
@@ -238,7 +236,7 @@ TEST(INIFile, WorksLateBound) {
     // Arguments of a value go to the collection that it holds; a text takes none.
     const Variant key = call(call(document, u"Section", u"S").reference(), u"Value", u"K");
     EXPECT_EQ(key, call(document, u"key", u"S", u"k"));
-    EXPECT_EQ(raised([&] { call(key.reference(), u"Value", 1); }).number, 450);
+    EXPECT_EQ(errorOf([&] { call(key.reference(), u"Value", 1); }), 450);
     EXPECT_EQ(call(document, u"GetStream"), Variant(u"[S]k=v"));
     EXPECT_TRUE(call(document, u"GetStream2").isEmpty());
     call(document, u"PutStream2", u"[T]");

@@ -5,21 +5,13 @@
 
 #include <gtest/gtest.h>
 
-#include <chrono>
-#include <csignal>
-
 namespace vlgs {
 namespace {
 
-using test::finish;
+using test::messageError;
 using test::raised;
 using test::Scratch;
 using test::Setting;
-using test::start;
-
-constexpr std::int32_t message(std::int32_t code) {
-    return code + objectErrorBase;
-}
 
 std::string stream(const INIFile& document) {
     return document.GetStream2(eStream_String, u"|").text().toUtf8();
@@ -69,7 +61,7 @@ TEST(INIText, StopsAtANamelessKeyOrSection) {
         const auto document = make<INIFile>();
         document->SetFullPath(u"C:\\p\\a.ini");
         const auto error = raised([&] { document->PutStream(joined({u"[A]", u"k=1", line, u"l=2"})); });
-        EXPECT_EQ(error.number, message(11513));
+        EXPECT_EQ(error.number, messageError(11513));
         EXPECT_EQ(error.source, "VlGeneralServices.modFiles.g_RetrieveINIFile");
         EXPECT_NE(error.description.find("\r\nC:\\p\\a.ini\r\n"), std::string::npos);
         EXPECT_EQ(stream(*document), "|[A]|k=1||");
@@ -90,7 +82,7 @@ TEST(INIText, IsStreamedInEveryForm) {
 
     document->Sections()->Add(u"a caller's text", u"C");
     const auto error = raised([&] { document->GetStream(true); });
-    EXPECT_EQ(error.number, message(11517));
+    EXPECT_EQ(error.number, messageError(11517));
     EXPECT_EQ(error.source, "VlGeneralServices.modFiles.g_GetStreamFromINI");
 }
 
@@ -121,7 +113,7 @@ TEST(INIText, IsReadInTheCodePageOrAsItsMarkSays) {
         EXPECT_EQ(stream(*document), expected);
     }
     const auto error = raised([&] { readFileInto(*make<INIFile>(), scratch.path("none.ini")); });
-    EXPECT_EQ(error.number, message(11513));
+    EXPECT_EQ(error.number, messageError(11513));
     EXPECT_EQ(error.source, "VlGeneralServices.modFiles.g_RetrieveINIFile");
 }
 
@@ -176,7 +168,7 @@ TEST(INIText, AFailedSaveTouchesNothing) {
     const auto refused = [&](const String& path) {
         document->SetLocked(true);
         const auto error = raised([&] { document->Save(path); });
-        EXPECT_EQ(error.number, message(11512));
+        EXPECT_EQ(error.number, messageError(11512));
         EXPECT_EQ(error.source, "VlGeneralServices.modFiles.g_SaveINIFile");
         EXPECT_NE(error.description.find("\r\n"), std::string::npos);
         EXPECT_FALSE(document->Locked());
@@ -232,7 +224,7 @@ TEST(INIText, BytesThatAreNoTextAreNeverSavedOver) {
         const auto clone = document->Clone(scratch.path("./A.INI"));
         for (const auto& each : {document, clone}) {
             const auto error = raised([&] { each->Save(u""); });
-            EXPECT_EQ(error.number, reason ? message(11512) : 0) << content;
+            EXPECT_EQ(error.number, reason ? messageError(11512) : 0) << content;
             if (reason) {
                 EXPECT_NE(error.description.find(reason), std::string::npos) << error.description;
                 EXPECT_EQ(scratch.read("a.ini"), content);
@@ -262,34 +254,8 @@ TEST(INIText, AHiddenFileStaysHiddenAndNothingElse) {
     }
 }
 
-TEST(INIText, AKilledSaveLeavesTheOldOrTheNewDocument) {
-    const Scratch scratch;
-    const auto documentOf = [&](char16_t letter) {
-        auto document = make<INIFile>();
-        document->SetFullPath(scratch.path("a.ini"));
-        for (int i = 0; i < 20000; ++i)
-            document->CreateKey(u"S", String::fromUtf8(std::to_string(i)), String(20, letter), missing,
-                                missing);
-        return document;
-    };
-    const Ref<INIFile> documents[] = {documentOf(u'a'), documentOf(u'b')};
-    documents[0]->Save(u"");
-    const std::string contents[] = {scratch.read("a.ini"), (documents[1]->Save(u""), scratch.read("a.ini"))};
-    for (int round = 0; round < 40; ++round) {
-        const pid_t child = start([&] {
-            for (int i = 0;; ++i)
-                documents[i % 2]->Save(u"");
-            return 0;
-        });
-        ::usleep(static_cast<useconds_t>(1000 + round * 731));
-        ::kill(child, SIGKILL);
-        finish(child);
-        const std::string now = scratch.read("a.ini");
-        ASSERT_TRUE(now == contents[0] || now == contents[1]) << "round " << round;
-    }
-}
-
-// Each of these would take minutes if anything were done again for every line, chunk or character.
+// Each of these would take minutes, and more time than a test is given, if anything were done again for every
+// line, chunk or character.
 TEST(INIText, HostileInputIsReadInLinearTime) {
     std::string manySections, sameName, brackets(4'000'000, '[');
     for (int i = 0; i < 200'000; ++i) {
@@ -297,14 +263,12 @@ TEST(INIText, HostileInputIsReadInLinearTime) {
         sameName += "[S]\nk=" + std::to_string(i) + "\n";
     }
     const Scratch scratch;
-    const auto begin = std::chrono::steady_clock::now();
     for (const std::string& content :
          {manySections, sameName, brackets, std::string(8'000'000, '\n'), std::string(4'000'000, '\0'),
           "[A]\n" + std::string(4'000'000, ' ') + "k=1"}) {
         scratch.write("a.ini", content);
         readFileInto(*make<INIFile>(), scratch.path("a.ini"));
     }
-    EXPECT_LT(std::chrono::steady_clock::now() - begin, std::chrono::seconds(30));
 }
 
 } // namespace

@@ -1,11 +1,11 @@
 // A folder of its own for a test, and work done in another process.
 #pragma once
 
-#include "base/Error.h"
 #include "base/String.h"
 #include "platform/Volumes.h"
+#include "support/Raised.h"
+#include "support/Setting.h"
 
-#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <gtest/gtest.h>
@@ -49,16 +49,6 @@ class Scratch {
     std::string folder_;
 };
 
-/// A variable of the environment for the length of a scope.
-class Setting {
-  public:
-    Setting(const char* name, const std::string& value) : name_(name) { ::setenv(name, value.c_str(), 1); }
-    ~Setting() { ::unsetenv(name_); }
-
-  private:
-    const char* name_;
-};
-
 /// A forked process that does some work; its exit status is what the work answers.
 template <class Work>
 pid_t start(const Work& work) {
@@ -79,17 +69,6 @@ inline int finish(pid_t child) {
     int status = 0;
     ::waitpid(child, &status, 0);
     return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
-}
-
-/// The number of the error that some work raises, 0 for none.
-template <class Work>
-int errorOf(const Work& work) {
-    try {
-        work();
-    } catch (const Error& error) {
-        return error.number();
-    }
-    return 0;
 }
 
 } // namespace vlgs::test

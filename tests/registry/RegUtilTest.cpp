@@ -217,27 +217,17 @@ TEST_F(RegUtilTest, LongDataDoesNotFitTheBuffer) {
     EXPECT_FALSE(reg->EnumValues(found));
     EXPECT_EQ(found->Count(), 2);
     EXPECT_TRUE(found->IsPresent(u"short") && found->IsPresent(u"last"));
-    EXPECT_TRUE(reg->RenameValue(u"long", u"renamed"));
-}
-
-TEST_F(RegUtilTest, ValuesAreRenamedAndDeleted) {
-    ASSERT_TRUE(reg->AddOrUpdateValue(record(u"a", 1, u"1")));
-    ASSERT_TRUE(reg->AddOrUpdateValue(record(u"b", 4, 2)));
-    EXPECT_TRUE(reg->RenameValue(u"A", u"aA"));
-    EXPECT_TRUE(reg->RenameValue(u"aa", u"AA"));
-    EXPECT_TRUE(reg->RenameValue(u"AA", u"B"));
-    EXPECT_TRUE(reg->EnumValues(found));
-    ASSERT_EQ(found->Count(), 1);
-    EXPECT_EQ(call(found->Item(1).reference(), u"ValueName").text(), u"B");
-    EXPECT_EQ(read(u"b"), Variant(u"1"));
-    EXPECT_TRUE(reg->DeleteValue(record(u"b")));
-    EXPECT_FALSE(reg->DeleteValue(record(u"b")));
+    EXPECT_TRUE(reg->RenameValue(u"long", u"LAST"));
+    EXPECT_TRUE(reg->DeleteValue(record(u"short")));
+    EXPECT_FALSE(reg->DeleteValue(record(u"short")));
     EXPECT_EQ(reg->LastErrorValue(), 2);
+    found = make<Collection>();
+    EXPECT_FALSE(reg->EnumValues(found));
+    EXPECT_EQ(found->Count(), 0) << "one is left, and that is too long";
 }
 
 TEST_F(RegUtilTest, KeysAreMadeListedAndDeleted) {
     EXPECT_TRUE(reg->AddKey(u"One\\Two"));
-    EXPECT_TRUE(reg->AddKey(u"one"));
     EXPECT_TRUE(reg->AddKey(u"Three"));
     EXPECT_EQ(reg->CurrPath(), u"Soft\\Own");
     EXPECT_TRUE(reg->EnumKeys(found));
@@ -247,9 +237,6 @@ TEST_F(RegUtilTest, KeysAreMadeListedAndDeleted) {
     EXPECT_FALSE(reg->DeleteKey(u"One"));
     EXPECT_EQ(reg->LastErrorValue(), 5);
     EXPECT_TRUE(reg->DeleteKey(u"One\\Two"));
-    EXPECT_TRUE(reg->DeleteKey(u"One"));
-    EXPECT_FALSE(reg->DeleteKey(u"One"));
-    EXPECT_EQ(reg->LastErrorValue(), 2);
     EXPECT_FALSE(reg->AddKey(String(256, u'k'), true));
     EXPECT_EQ(reg->LastErrorValue(), 87);
 }

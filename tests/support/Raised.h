@@ -1,4 +1,4 @@
-// What an action raises, for tests: `EXPECT_EQ(raised([&] { files->Path(…); }).number, 76)`.
+// What an action raises, for tests: `EXPECT_EQ(errorOf([&] { files->Path(…); }), 76)`.
 #pragma once
 
 #include "base/Error.h"
@@ -28,6 +28,17 @@ Raised raised(Action&& action) {
         return {error.number(), error.source().toUtf8(), error.description().toUtf8()};
     }
     return {};
+}
+
+/// The number of the error that an action raised, 0 for none.
+template <class Action>
+std::int32_t errorOf(Action&& action) {
+    return raised(action).number;
+}
+
+/// The number of the error that tells a message.
+constexpr std::int32_t messageError(std::int32_t message) {
+    return message + objectErrorBase;
 }
 
 } // namespace vlgs::test

@@ -1,27 +1,15 @@
 // Runs a test under another locale of the user: `UserLocale german("de-DE");`
 #pragma once
 
-#include <cstdlib>
-#include <string>
+#include "support/Setting.h"
 
 namespace vlgs::test {
 
 #ifndef _WIN32
 inline constexpr bool canChooseLocale = true;
 
-class UserLocale {
-  public:
-    explicit UserLocale(const char* name) {
-        if (const char* before = std::getenv("VLGS_LOCALE"))
-            before_ = before;
-        setenv("VLGS_LOCALE", name, 1);
-    }
-    ~UserLocale() { before_.empty() ? unsetenv("VLGS_LOCALE") : setenv("VLGS_LOCALE", before_.c_str(), 1); }
-    UserLocale(const UserLocale&) = delete;
-    UserLocale& operator=(const UserLocale&) = delete;
-
-  private:
-    std::string before_;
+struct UserLocale : Setting {
+    explicit UserLocale(const char* name) : Setting("VLGS_LOCALE", name) {}
 };
 #else
 // The operating system's own setting answers there, and no test changes it.

@@ -8,8 +8,6 @@
 
 #include <gtest/gtest.h>
 
-#include <chrono>
-
 namespace vlgs {
 namespace {
 
@@ -226,7 +224,8 @@ TEST(PropertyString, WhatCannotBeWrittenNamesTheWriter) {
 }
 
 TEST(PropertyString, TakesTimeInProportionToTheText) {
-    // Each would take minutes if any step went over the whole text again.
+    // Each would take minutes, and more time than a test is given, if any step went over the whole text
+    // again.
     const auto repeated = [](std::string_view piece, std::size_t count, std::string front,
                              std::string_view back) {
         for (std::size_t i = 0; i < count; ++i)
@@ -234,13 +233,11 @@ TEST(PropertyString, TakesTimeInProportionToTheText) {
         return String::fromUtf8(front.append(back));
     };
     constexpr std::size_t count = 300'000;
-    const auto start = std::chrono::steady_clock::now();
     for (const auto& text :
          {repeated("/i1,", count, "L=/c(", ")"), repeated("\"\"", count, "A=/s", ""),
           repeated("\"a\";=/\"b\"", count, "=/", ""), repeated("[~", count, "A=/s", ""),
           repeated("=/", count, "A", ""), repeated("(", count, "A=/c", ""), repeated(";", count, "", "")})
         g_BuildPropertyString(g_BuildPropertyObject(text));
-    EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(20));
 }
 
 } // namespace

@@ -12,6 +12,7 @@
 namespace vlgs {
 namespace {
 
+using test::errorOf;
 using test::raised;
 
 Variant assign(const Ref<Object>& object, std::u16string_view member, InvokeKind kind, Variant value) {
@@ -65,7 +66,7 @@ TEST(ViewProperties, AFailedSettingChangesNothing) {
 }
 
 TEST(ViewProperties, ServeLateBoundCallers) {
-    EXPECT_EQ(raised([] { createObject(u"VlGeneralServices.ViewProperties"); }).number, 429);
+    EXPECT_EQ(errorOf([] { createObject(u"VlGeneralServices.ViewProperties"); }), 429);
     const auto properties = make<ViewProperties>(make<Dictionary>());
     const auto added = createObject(u"VlGeneralServices.ViewProperty");
     assign(added, u"DataType", InvokeKind::PropertyPut, u"s");
@@ -105,7 +106,7 @@ TEST(ViewProperty, ClearingDependsOnWhatItHolds) {
 TEST(ViewProperty, ThatHoldsItselfHasNoText) {
     const auto property = make<ViewProperty>();
     property->SetValue(property);
-    EXPECT_EQ(raised([&] { toText(Variant(property)); }).number, 13);
+    EXPECT_EQ(errorOf([&] { toText(Variant(property)); }), 13);
     property->Clear();
 }
 

@@ -7,7 +7,6 @@
 #include <climits>
 #include <cstdio>
 #include <cstring>
-#include <cwchar>
 #include <string>
 #include <thread>
 
@@ -22,94 +21,39 @@ void check(bool holds, const char* what) {
     std::printf("FAILED %s\n", what);
 }
 
-class Text {
-  public:
-    Text() = default;
-    explicit Text(const wchar_t* text) : text_(SysAllocString(text)) {}
-    Text(const Text&) = delete;
-    Text& operator=(const Text&) = delete;
-    ~Text() { SysFreeString(text_); }
-    BSTR get() const { return text_; }
-    BSTR* put() {
-        SysFreeString(text_);
-        text_ = nullptr;
-        return &text_;
-    }
-    std::wstring view() const { return text_ ? std::wstring(text_, SysStringLen(text_)) : std::wstring(); }
-
-  private:
-    BSTR text_ = nullptr;
-};
+template <class T>
+using Pointer = _com_ptr_t<_com_IIID<T, &__uuidof(T)>>;
 
 template <class T>
-class Pointer {
-  public:
-    Pointer() = default;
-    Pointer(const Pointer&) = delete;
-    Pointer& operator=(const Pointer&) = delete;
-    ~Pointer() {
-        if (pointer_)
-            pointer_->Release();
-    }
-    T* operator->() const { return pointer_; }
-    T* get() const { return pointer_; }
-    T** put() { return &pointer_; }
-    explicit operator bool() const { return pointer_ != nullptr; }
-
-  private:
-    T* pointer_ = nullptr;
-};
-
-template <class T>
-HRESULT create(const wchar_t* name, T** object) {
-    CLSID id;
-    const std::wstring progId = std::wstring(L"VlGeneralServices.") + name;
-    const HRESULT status = CLSIDFromProgID(progId.c_str(), &id);
-    if (FAILED(status))
-        return status;
-    return CoCreateInstance(id, nullptr, CLSCTX_INPROC_SERVER, __uuidof(T), reinterpret_cast<void**>(object));
+Pointer<T> create(const wchar_t* name) {
+    Pointer<T> object;
+    object.CreateInstance((std::wstring(L"VlGeneralServices.") + name).c_str());
+    return object;
 }
 
 /// What every interface has.
 template <class T>
-void checkIdentity(T* object, const wchar_t* name, long number) {
-    Text text;
-    long found = 0;
-    check(SUCCEEDED(object->get_ClassName(text.put())) &&
-              text.view() == std::wstring(L"VlGeneralServices.") + name,
-          "ClassName");
-    check(SUCCEEDED(object->get_ClassVersion(text.put())) && text.view() == L"9.1002.23", "ClassVersion");
-    check(SUCCEEDED(object->get_ClassID(&found)) && found == number, "ClassID");
-    check(object->get_ClassID(nullptr) == E_POINTER, "null pointer for a result");
-    Pointer<ISupportErrorInfo> support;
-    check(SUCCEEDED(object->QueryInterface(IID_ISupportErrorInfo, reinterpret_cast<void**>(support.put()))) &&
-              support->InterfaceSupportsErrorInfo(__uuidof(T)) == S_OK,
-          "ISupportErrorInfo");
-    Pointer<IUnknown> same;
-    Pointer<IUnknown> identity;
-    object->QueryInterface(IID_IUnknown, reinterpret_cast<void**>(identity.put()));
-    support->QueryInterface(IID_IUnknown, reinterpret_cast<void**>(same.put()));
-    check(same.get() == identity.get(), "one identity");
-    Pointer<ITypeInfo> info;
-    check(SUCCEEDED(object->GetTypeInfo(0, 0, info.put())), "GetTypeInfo");
-    Pointer<IProvideClassInfo> provider;
-    Pointer<ITypeInfo> classInfo;
-    check(
-        SUCCEEDED(object->QueryInterface(IID_IProvideClassInfo, reinterpret_cast<void**>(provider.put()))) &&
-            SUCCEEDED(provider->GetClassInfo(classInfo.put())),
-        "IProvideClassInfo");
-}
-
-template <class T>
 void checkClass(const wchar_t* name, long number) {
-    Pointer<T> object;
-    const HRESULT status = create(name, object.put());
-    if (FAILED(status)) {
-        ++failures;
-        std::printf("FAILED create %ls: %lx\n", name, static_cast<unsigned long>(status));
+    const auto object = create<T>(name);
+    check(object, "create");
+    if (!object)
         return;
-    }
-    checkIdentity(object.get(), name, number);
+    _bstr_t text;
+    long found = 0;
+    check(object->get_ClassName(text.GetAddress()) == S_OK && text == L"VlGeneralServices." + _bstr_t(name),
+          "ClassName");
+    check(object->get_ClassVersion(text.GetAddress()) == S_OK && text == _bstr_t(L"9.1002.23"),
+          "ClassVersion");
+    check(object->get_ClassID(&found) == S_OK && found == number, "ClassID");
+    check(object->get_ClassID(nullptr) == E_POINTER, "null pointer for a result");
+    const Pointer<ISupportErrorInfo> support(object);
+    check(support && support->InterfaceSupportsErrorInfo(__uuidof(T)) == S_OK, "ISupportErrorInfo");
+    check(Pointer<IUnknown>(support).GetInterfacePtr() == Pointer<IUnknown>(object).GetInterfacePtr(),
+          "one identity");
+    Pointer<ITypeInfo> info;
+    check(object->GetTypeInfo(0, 0, &info) == S_OK, "GetTypeInfo");
+    const Pointer<IProvideClassInfo> provider(object);
+    check(provider && provider->GetClassInfo(&info) == S_OK, "IProvideClassInfo");
 }
 
 void checkClasses() {
@@ -126,105 +70,86 @@ void checkClasses() {
     checkClass<_ObjectPackager>(L"ObjectPackager", 165);
     checkClass<_Conversion>(L"Conversion", 166);
     checkClass<_Cipher>(L"Cipher", 161);
-    Pointer<_Resource> resource;
-    check(SUCCEEDED(create(L"Resource", resource.put())), "create Resource");
-    Pointer<IUnknown> refused;
+    check(create<_Resource>(L"Resource"), "create Resource");
     for (const auto* name : {L"INIFile", L"Property", L"ViewProperties", L"DDE"})
-        check(FAILED(create(name, refused.put())), "not creatable");
+        check(!create<IUnknown>(name), "not creatable");
+}
+
+_variant_t none() {
+    _variant_t result(long{DISP_E_PARAMNOTFOUND});
+    result.vt = VT_ERROR;
+    return result;
 }
 
 void checkCollection() {
-    Pointer<_Collection> list;
-    create(L"Collection", list.put());
-    VARIANT item;
-    VariantInit(&item);
-    item.vt = VT_I4;
-    item.lVal = 7;
-    VARIANT none;
-    VariantInit(&none);
-    none.vt = VT_ERROR;
-    none.scode = DISP_E_PARAMNOTFOUND;
+    const auto list = create<_Collection>(L"Collection");
     long status = -1;
-    check(SUCCEEDED(list->Add(item, Text(L"key").get(), none, none, &status)) && status == 0, "Add");
-    check(SUCCEEDED(list->Add(item, Text(L"KEY").get(), none, none, &status)) && status == 457, "same key");
-    VARIANT found;
-    VariantInit(&found);
-    VARIANT key;
-    VariantInit(&key);
-    key.vt = VT_BSTR;
-    Text name(L"Key");
-    key.bstrVal = name.get();
-    check(SUCCEEDED(list->get_Item(key, &found)) && found.vt == VT_I4 && found.lVal == 7, "Item");
+    const _variant_t item(7L);
+    check(list->Add(item, _bstr_t(L"key"), none(), none(), &status) == S_OK && status == 0, "Add");
+    check(list->Add(item, _bstr_t(L"KEY"), none(), none(), &status) == S_OK && status == 457, "same key");
+    _variant_t found;
+    check(list->get_Item(_variant_t(L"Key"), &found) == S_OK && found == item, "Item");
     Pointer<IUnknown> unknown;
-    Pointer<IEnumVARIANT> items;
-    check(SUCCEEDED(list->NewEnum(unknown.put())) && unknown, "NewEnum");
-    unknown->QueryInterface(IID_IEnumVARIANT, reinterpret_cast<void**>(items.put()));
+    check(list->NewEnum(&unknown) == S_OK && unknown, "NewEnum");
+    const Pointer<IEnumVARIANT> items(unknown);
     ULONG count = 0;
-    check(items && items->Next(1, &found, &count) == S_OK && count == 1 && found.lVal == 7, "Next");
+    check(items && items->Next(1, &found, &count) == S_OK && count == 1 && found == item, "Next");
     check(items->Next(1, &found, &count) == S_FALSE && count == 0, "behind the last");
 }
 
 void checkErrors() {
-    Pointer<_GUIDServices> guids;
-    create(L"GUID", guids.put());
     VARIANT_BOOL equal = 0;
-    const HRESULT status = guids->get_IsEqualGUID(Text(L"a").get(), Text(L"b").get(), &equal);
+    const HRESULT status =
+        create<_GUIDServices>(L"GUID")->get_IsEqualGUID(_bstr_t(L"a"), _bstr_t(L"b"), &equal);
     check(static_cast<long>(status) == -2147217504L, "the number is the status");
     Pointer<IErrorInfo> info;
-    Text source;
-    Text description;
-    check(GetErrorInfo(0, info.put()) == S_OK, "error information");
-    info->GetSource(source.put());
-    info->GetDescription(description.put());
-    check(source.view() == L"VlGeneralServices.GUID.IsEqualGUID", "source");
-    check(description.view() == L"Error Converting sGUID1 from String", "description");
+    _bstr_t source, description;
+    check(GetErrorInfo(0, &info) == S_OK, "error information");
+    info->GetSource(source.GetAddress());
+    info->GetDescription(description.GetAddress());
+    check(source == _bstr_t(L"VlGeneralServices.GUID.IsEqualGUID"), "source");
+    check(description == _bstr_t(L"Error Converting sGUID1 from String"), "description");
 }
 
 void checkRecord() {
-    Pointer<_Conversion> conversion;
-    create(L"Conversion", conversion.put());
+    const auto conversion = create<_Conversion>(L"Conversion");
     udtLocaleSettings settings{};
-    check(SUCCEEDED(conversion->GetLocaleSettings(&settings)) && SysStringLen(settings.sDecimal) == 1,
+    check(conversion->GetLocaleSettings(&settings) == S_OK && SysStringLen(settings.sDecimal) == 1,
           "record by the vtable");
     for (BSTR text :
          {settings.sDecimal, settings.sThousands, settings.sNegative, settings.sPositive, settings.sListSep,
           settings.sLongDate, settings.sTime, settings.sDate, settings.sShortDate})
         SysFreeString(text);
-    VARIANT result;
-    VariantInit(&result);
+    _variant_t result;
     DISPID id = 0;
     auto* name = const_cast<wchar_t*>(L"GetLocaleSettings");
     conversion->GetIDsOfNames(IID_NULL, &name, 1, 0, &id);
-    DISPPARAMS none{};
-    check(SUCCEEDED(conversion->Invoke(id, IID_NULL, 0, DISPATCH_METHOD, &none, &result, nullptr, nullptr)) &&
+    DISPPARAMS nothing{};
+    check(conversion->Invoke(id, IID_NULL, 0, DISPATCH_METHOD, &nothing, &result, nullptr, nullptr) == S_OK &&
               result.vt == VT_RECORD && result.pRecInfo,
           "record late bound");
-    VariantClear(&result);
 }
 
 /// A packed object is known by the pointer that its caller has, and counts what callers hold.
 void checkPackager() {
-    Pointer<_ObjectPackager> packager;
-    Pointer<_Buffer> object;
-    create(L"ObjectPackager", packager.put());
-    create(L"Buffer", object.put());
-    VARIANT packed;
-    VariantInit(&packed);
+    const auto packager = create<_ObjectPackager>(L"ObjectPackager");
+    const auto object = create<_Buffer>(L"Buffer");
+    _variant_t packed;
     long number = 0;
-    check(SUCCEEDED(packager->PackObject(object.get(), &number, &packed)) && packed.vt == VT_DECIMAL,
-          "PackObject");
-    const auto address = reinterpret_cast<INT_PTR>(object.get());
+    check(packager->PackObject(object, &number, &packed) == S_OK && packed.vt == VT_DECIMAL, "PackObject");
+    const auto address = reinterpret_cast<INT_PTR>(object.GetInterfacePtr());
     check(address > LONG_MAX || number == address, "lObjPtr is the pointer");
     long inside = 0;
     std::memcpy(&inside, reinterpret_cast<const char*>(&packed) + 8, sizeof inside);
     check(inside == number, "and stands in the descriptor");
-    check(std::memcmp(reinterpret_cast<const char*>(&packed) + 12, object.get(), 4) == 0, "the signature");
+    check(std::memcmp(reinterpret_cast<const char*>(&packed) + 12, object.GetInterfacePtr(), 4) == 0,
+          "the signature");
     long counts[3] = {};
     packager->get_RefCount(packed, &counts[0]);
     object->AddRef();
     packager->get_RefCount(packed, &counts[1]);
     Pointer<IDispatch> unpacked;
-    packager->UnpackObject(packed, unpacked.put());
+    packager->UnpackObject(packed, &unpacked);
     packager->get_RefCount(packed, &counts[2]);
     check(counts[0] == 1 && counts[1] == 2 && counts[2] == 3, "references are counted");
     object->Release();
@@ -232,31 +157,23 @@ void checkPackager() {
 
 /// What members hand out has the types that the type library tells.
 void checkResults() {
-    Pointer<_Files> files;
-    create(L"Files", files.put());
     SAFEARRAY* levels = nullptr;
     VARTYPE type = VT_EMPTY;
-    check(SUCCEEDED(files->ExtractPathAllLevels(Text(L"C:\\a\\b").get(), &levels)) &&
-              SUCCEEDED(SafeArrayGetVartype(levels, &type)) && type == VT_BSTR,
+    check(create<_Files>(L"Files")->ExtractPathAllLevels(_bstr_t(L"C:\\a\\b"), &levels) == S_OK &&
+              SafeArrayGetVartype(levels, &type) == S_OK && type == VT_BSTR,
           "an array of texts");
     SafeArrayDestroy(levels);
-    Pointer<_General> general;
-    create(L"General", general.put());
-    VARIANT list;
-    VariantInit(&list);
+    _variant_t list;
     list.vt = VT_ARRAY | VT_BSTR;
     list.parray = SafeArrayCreateVector(VT_BSTR, 0, 2);
-    Pointer<IDispatch> made;
-    Pointer<IDispatch> result;
-    check(SUCCEEDED(general->CopyVariantArrayToDictionary(list, made.put(), result.put())) && made &&
-              made.get() == result.get(),
+    Pointer<IDispatch> made, result;
+    check(create<_General>(L"General")->CopyVariantArrayToDictionary(list, &made, &result) == S_OK && made &&
+              made.GetInterfacePtr() == result.GetInterfacePtr(),
           "a new dictionary");
     constexpr IID dictionaryId{0x42C642C1, 0x97E1, 0x11CF, {0x97, 0x8F, 0x00, 0xA0, 0x24, 0x63, 0xE0, 0x6F}};
     Pointer<IUnknown> dictionary;
-    check(result &&
-              SUCCEEDED(result->QueryInterface(dictionaryId, reinterpret_cast<void**>(dictionary.put()))),
+    check(result && result->QueryInterface(dictionaryId, reinterpret_cast<void**>(&dictionary)) == S_OK,
           "it is the platform's");
-    VariantClear(&list);
 }
 
 /// Another apartment has objects of its own.
@@ -274,20 +191,9 @@ void checkThreads() {
 /// Objects made, used, failed and let go of, early and late bound, in any order.
 void checkLifetimes() {
     for (int i = 0; i < 2000; ++i) {
-        Pointer<_Collection> first;
-        Pointer<_Collection> second;
-        create(L"Collection", first.put());
-        create(L"Collection", second.put());
-        VARIANT item;
-        VariantInit(&item);
-        item.vt = VT_DISPATCH;
-        item.pdispVal = second.get();
-        VARIANT none;
-        VariantInit(&none);
-        none.vt = VT_ERROR;
-        none.scode = DISP_E_PARAMNOTFOUND;
+        const auto first = create<_Collection>(L"Collection"), second = create<_Collection>(L"Collection");
         long status = 0;
-        first->Add(item, nullptr, none, none, &status);
+        first->Add(_variant_t(static_cast<IDispatch*>(second)), nullptr, none(), none(), &status);
         checkErrors();
     }
 }
@@ -300,8 +206,7 @@ void checkUnload() {
     const auto canUnload = reinterpret_cast<HRESULT(STDMETHODCALLTYPE*)()>(
         reinterpret_cast<void*>(GetProcAddress(server, "DllCanUnloadNow")));
     check(canUnload && canUnload() == S_OK, "nothing lives at the end");
-    Pointer<_Buffer> living;
-    create(L"Buffer", living.put());
+    const auto living = create<_Buffer>(L"Buffer");
     check(canUnload() == S_FALSE, "an object keeps the server");
 }
 
@@ -318,8 +223,7 @@ int main() {
     checkThreads();
     checkLifetimes();
     checkUnload();
-    Pointer<_Buffer>* left = new Pointer<_Buffer>; // lives when the process ends
-    create(L"Buffer", left->put());
+    create<_Buffer>(L"Buffer").Detach(); // lives when the process ends
     std::printf("%s: %d failed\n", failures ? "early bound" : "early bound, all right", failures);
     std::fflush(stdout);
     return failures ? 1 : 0;

@@ -1,0 +1,26 @@
+// A variable of the environment for the length of a scope.
+#pragma once
+
+#include <cstdlib>
+#include <optional>
+#include <string>
+
+namespace vlgs::test {
+
+class Setting {
+  public:
+    Setting(const char* name, const std::string& value) : name_(name) {
+        if (const char* before = std::getenv(name))
+            before_ = before;
+        ::setenv(name, value.c_str(), 1);
+    }
+    ~Setting() { before_ ? ::setenv(name_, before_->c_str(), 1) : ::unsetenv(name_); }
+    Setting(const Setting&) = delete;
+    Setting& operator=(const Setting&) = delete;
+
+  private:
+    const char* name_;
+    std::optional<std::string> before_;
+};
+
+} // namespace vlgs::test
