@@ -24,7 +24,8 @@ foreach(room IN LISTS rooms)
       target_compile_options(${room}_tests PRIVATE -include ${PROJECT_SOURCE_DIR}/tests/support/windows/Host.h)
     else()
       gtest_discover_tests(${room}_tests TEST_PREFIX "${room}." DISCOVERY_TIMEOUT 60
-        PROPERTIES ENVIRONMENT "VLGS_SOURCE_DIR=${PROJECT_SOURCE_DIR};VLGS_BINARY_DIR=${PROJECT_BINARY_DIR}")
+        PROPERTIES TIMEOUT 600 # met by what takes more than linear time
+        ENVIRONMENT "VLGS_SOURCE_DIR=${PROJECT_SOURCE_DIR};VLGS_BINARY_DIR=${PROJECT_BINARY_DIR}")
     endif()
   endif()
   if(EXISTS ${PROJECT_SOURCE_DIR}/tests/${room}/CMakeLists.txt)

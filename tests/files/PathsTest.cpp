@@ -78,7 +78,7 @@ TEST_F(Paths, OnMappedDrivesHaveAUncForm) {
                                      {u"1", 11526}}) {
         String given = path;
         const auto error = raised([&] { files_->TranslatePathToUNC(given); });
-        EXPECT_EQ(error.number, message(code)) << String(path).toUtf8();
+        EXPECT_EQ(error.number, messageError(code)) << String(path).toUtf8();
         EXPECT_EQ(error.source, "VlGeneralServices.modFiles.g_TranslatePathToUNC");
     }
 }
@@ -135,7 +135,7 @@ TEST_F(Paths, AreResolvedFromABaseThatNeedNotBeCurrent) {
                 checked ? files_->TranslateFromRelativePath(relative, base, false)
                         : files_->TranslateFromRelativePathNoFileCheck(relative, base, false);
             });
-            EXPECT_EQ(error.number, message(code)) << relative.toUtf8();
+            EXPECT_EQ(error.number, messageError(code)) << relative.toUtf8();
             EXPECT_EQ(error.source, source);
         }
     }
@@ -171,7 +171,7 @@ TEST_F(Paths, LeadFromABaseToAnother) {
          {std::tuple<String, String, int>{u"C:\\x", u"M:\\Proj", 11550}, {u"C:\\x", u"M:\\none", 11532}}) {
         const auto error =
             raised([&, &input = input, &base = base] { files_->TranslateToRelativePath(input, base); });
-        EXPECT_EQ(error.number, message(code));
+        EXPECT_EQ(error.number, messageError(code));
         EXPECT_EQ(error.source, "VlGeneralServices.modFiles.g_TranslateToRelativePath");
     }
 }
