@@ -143,6 +143,12 @@ class CommandLineTest(unittest.TestCase):
                 {full: {"n": {"type": "REG_SZ", "value": 'te"x\\t'}, "": {"type": "REG_DWORD", "value": "0x1f"}},
                  full + r"\B": {"m": {"type": "REG_MULTI_SZ", "value": r"a\0b"}}})
 
+    def test_explanations(self):
+        project = str(ROOT / "samples/demo/demo.VLS")
+        shown = [json.loads(vlgs("explain", "--json", *words, project)[1]) for words in ((), ("--show-secrets",))]
+        self.assertEqual([pair["name"] for pair, clear in zip(*shown) if pair != clear], ["PWD"])
+        self.assertRegex(vlgs("explain", project)[1], r"(?m)^PWD +\*{8} +its password$")
+
     def test_descriptions(self):
         self.assertIn("Restricted", vlgs("classes")[1])
         self.assertIn("IsEqualGUID(sGUID1 As String, sGUID2 As String) As Boolean", vlgs("describe", "guid")[1])

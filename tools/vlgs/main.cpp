@@ -2,6 +2,7 @@
 // carried out with status 2.
 #include "Call.h"
 #include "Describe.h"
+#include "Explain.h"
 #include "HostText.h"
 #include "Ini.h"
 #include "Lock.h"
@@ -92,6 +93,7 @@ constexpr Command commands[] = {
      }},
     {"ini", "reads and changes INI documents", iniUsage, iniHelp, ini},
     {"reg", "reads and changes the registry", regUsage, regHelp, reg},
+    {"explain", "explains the connection string of a project", explainUsage, explainHelp, explain},
     {"lock", "takes, lists and ends the locks of projects", lockUsage, lockHelp, lock},
     {"classes", "lists the classes", "vlgs classes\n", "", withoutArguments<[] { listClasses(std::cout); }>},
     {"describe", "tells what a class or a member does", describeUsage, describeHelp,

@@ -1,0 +1,113 @@
+#include "Explain.h"
+
+#include "HostText.h"
+#include "Print.h"
+#include "Terminal.h"
+#include "Words.h"
+#include "base/CaseFold.h"
+#include "base/Error.h"
+#include "files/Files.h"
+#include "platform/Files.h"
+#include "platform/Volumes.h"
+
+#include <algorithm>
+#include <iostream>
+#include <utility>
+#include <vector>
+
+namespace vlgs::cli {
+
+namespace {
+
+struct Meaning {
+    std::string_view name;
+    std::string_view meaning;
+    bool isSecret = false;
+};
+
+constexpr Meaning meanings[] = {
+    {"DRIVER", "the ODBC driver"},
+    {"DSN", "the ODBC data source"},
+    {"DBQ", "the database file"},
+    {"SERVER", "the database server"},
+    {"DATABASE", "the database on it"},
+    {"UID", "the account"},
+    {"PWD", "its password", true},
+    {"PASSWORD", "its password", true},
+    {"ENCRYPTED", "whether the password is scrambled"},
+    {"VLGUID", "the project's identity"},
+    {"VLPROJKEY", "the project's key"},
+    {"SCHEMATOKEN", "the schema"},
+    {"SEQKEY", "the sequence key"},
+};
+
+Meaning meaningOf(std::u16string_view name) {
+    const auto known = std::ranges::find_if(
+        meanings, [&](const Meaning& each) { return equalIgnoringCase(each.name, name); });
+    return known == std::end(meanings) ? Meaning{{}, "as it stands in the file"} : *known;
+}
+
+struct Pair {
+    String name;
+    String value;
+};
+
+// "NAME=VALUE;…", where a value in braces may hold semicolons.
+std::vector<Pair> pairsOf(std::u16string_view text) {
+    std::vector<Pair> pairs;
+    while (!text.empty()) {
+        const auto equals = std::min(text.find(u'='), text.find(u';'));
+        auto from = equals;
+        if (equals != text.npos && text.substr(equals).starts_with(u"={"))
+            if (const auto close = text.find(u'}', equals); close != text.npos)
+                from = close;
+        const auto end = std::min(text.find(u';', from == text.npos ? 0 : from), text.size());
+        const auto pair = text.substr(0, end);
+        if (!pair.empty())
+            pairs.push_back({pair.substr(0, equals), equals < pair.size() ? pair.substr(equals + 1) : u""});
+        text.remove_prefix(std::min(end + 1, text.size()));
+    }
+    return pairs;
+}
+
+void printJson(const std::vector<Pair>& pairs) {
+    std::cout << '[';
+    const char* separator = "";
+    for (const auto& [name, value] : pairs) {
+        std::cout << std::exchange(separator, ",\n ") << "{\"name\": ";
+        printJsonText(std::cout, name);
+        std::cout << ", \"value\": ";
+        printJsonText(std::cout, value);
+        std::cout << ", \"meaning\": \"" << meaningOf(name).meaning << "\"}";
+    }
+    std::cout << "]\n";
+}
+
+} // namespace
+
+int explain(std::span<const std::string_view> given) {
+    const Words words("explain", given, {"--json", "--show-secrets"});
+    words.need(1, 1, "one project information file or database link file");
+    const String path = fullPath(fromHost(words[0]));
+    if (!fileExists(path))
+        raise(RunTimeError::FileNotFound);
+    auto pairs = pairsOf(make<Files>()->BuildConnectionStringFromPath(path));
+    std::size_t nameWidth = 0, valueWidth = 0;
+    for (auto& [name, value] : pairs) {
+        if (meaningOf(name).isSecret && !words.has("--show-secrets"))
+            value = u"********";
+        nameWidth = std::max(nameWidth, name.length());
+        valueWidth = std::max(valueWidth, value.length());
+    }
+    if (words.has("--json")) {
+        printJson(pairs);
+        return 0;
+    }
+    for (const auto& [name, value] : pairs)
+        std::cout << inColour(Colour::Name, toHost(name)) << std::string(nameWidth + 2 - name.length(), ' ')
+                  << toHost(value) << std::string(valueWidth + 2 - value.length(), ' ')
+                  << meaningOf(name).meaning << '\n';
+    return 0;
+}
+
+} // namespace vlgs::cli
