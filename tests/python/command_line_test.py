@@ -158,6 +158,9 @@ class CommandLineTest(unittest.TestCase):
         self.assertIn("interface", vlgs("idl")[1])
         self.assertRegex(vlgs("--version")[1], r"^vlgs 9\.1002\.0\.23$")
         self.assertIn("usage", vlgs("--help")[1])
+        script = vlgs("completion", "bash")[1] + "COMP_WORDS=(vlgs call Files.Retr); COMP_CWORD=2; _vlgs; echo ${COMPREPLY[0]}"
+        done = subprocess.run(["bash", "-c", script], capture_output=True)
+        self.assertEqual(done.stdout, b"Files.RetrieveINIFile\n")
 
     def test_the_reference_is_the_committed_one(self):
         pages = {"README.md": vlgs("describe", "--markdown")[1]}

@@ -1,6 +1,7 @@
 // The command line. A failure that the library raises ends it with status 1, a command line that cannot be
 // carried out with status 2.
 #include "Call.h"
+#include "Completion.h"
 #include "Describe.h"
 #include "Explain.h"
 #include "HostText.h"
@@ -76,6 +77,7 @@ void printVersion() {
 }
 
 int help(std::span<const std::string_view> words);
+int completion(std::span<const std::string_view> words);
 
 struct Command {
     std::string_view name;
@@ -103,6 +105,8 @@ constexpr Command commands[] = {
      }},
     {"idl", "prints the interface definition of the COM server", "vlgs idl\n", "",
      withoutArguments<[] { std::cout << interfaceDefinition(); }>},
+    {"completion", "prints the completion script of a shell", "vlgs completion bash|zsh|fish\n", "",
+     completion},
     {"version", "prints the version", "vlgs version\n", "", withoutArguments<printVersion>},
     {"help", "tells how a command is used", "vlgs help [COMMAND]\n", "", help},
 };
@@ -123,6 +127,16 @@ const Command& commandNamed(std::string_view name) {
         known += " " + std::string(known_);
     throw Misuse("there is no command \"" + std::string(name) + "\"" + nearest(name, names) +
                  "\nthe commands are" + known);
+}
+
+int completion(std::span<const std::string_view> words) {
+    if (words.size() != 1)
+        throw Misuse("completion needs the name of a shell");
+    std::vector<std::string_view> names;
+    for (const auto& command : commands)
+        names.push_back(command.name);
+    writeCompletion(std::cout, words.front(), names);
+    return 0;
 }
 
 void writeUsage(std::ostream& out, std::string_view usage) {
@@ -148,7 +162,7 @@ int help(std::span<const std::string_view> words) {
     }
     std::cout << "usage: vlgs COMMAND [WORD...]\n\n";
     for (const auto& command : commands)
-        std::cout << "  " << command.name << std::string(10 - command.name.size(), ' ') << command.brief
+        std::cout << "  " << command.name << std::string(12 - command.name.size(), ' ') << command.brief
                   << '\n';
     std::cout << statusHelp;
     return 0;
