@@ -28,6 +28,9 @@ endfunction()
 
 vlgs_room(base)
 vlgs_room(platform base)
+if(NOT WIN32) # there they are a file of resources, Windows.cmake
+  include(cmake/BuiltInTexts.cmake)
+endif()
 vlgs_room(automation platform)
 vlgs_room(frame automation)
 

@@ -18,7 +18,8 @@ rm -rf "$work/prefix" "$work/static"
 cmake --install "$work/fetched" --prefix "$work/prefix" >/dev/null
 cmake -S "$here/program" -B "$work/static" -G Ninja -DCMAKE_PREFIX_PATH="$work/prefix" >/dev/null
 cmake --build "$work/static" >/dev/null
-# Message texts stand beside the program as they would beside the library.
-mkdir -p "$work/prefix/bin"
-cp "$work/static/consumer" "$work/prefix/bin"
-expect_program "static library" "$work/prefix/bin/consumer" "$project"
+# The program alone, far from the files of the message texts.
+alone=$(mktemp -d)
+trap 'rm -rf "$alone"' EXIT
+cp "$work/static/consumer" "$alone"
+expect_program "static library" "$alone/consumer" "$project"

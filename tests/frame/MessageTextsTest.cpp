@@ -30,10 +30,15 @@ TEST(MessageTexts, AreReadFromFilesBesideTheNamedOne) {
 
 TEST(MessageTexts, AResourceFileThatIsNotThereIsAnError) {
     test::Scratch scratch;
-    EXPECT_EQ(test::errorOf([&] { MessageTexts(scratch.path("Own.dll")); }), 53);
+    const auto missing = [](const auto& action, std::string_view file) {
+        const auto raised = test::raised(action);
+        EXPECT_EQ(raised.number, 53);
+        EXPECT_TRUE(raised.description.ends_with(file)) << raised;
+    };
+    missing([&] { MessageTexts(scratch.path("Own.dll")); }, "\\Own.en.txt");
     scratch.write("Own.en.txt", "@12000\tOwn.de.txt\n" + header);
     MessageTexts texts(scratch.path("Own.dll"));
-    EXPECT_EQ(test::errorOf([&] { texts.text(10, u"de"); }), 53);
+    missing([&] { texts.text(10, u"de"); }, "\\Own.de.txt");
 }
 
 } // namespace

@@ -3,9 +3,9 @@
 #include "platform/StringResources.h"
 
 #include "base/CaseFold.h"
-#include "base/Error.h"
 #include "platform/Files.h"
 #include "platform/Module.h"
+#include "platform/posix/BuiltInTexts.h"
 
 #include <algorithm>
 #include <charconv>
@@ -79,6 +79,16 @@ std::u16string_view folderOf(std::u16string_view path) {
     return slash == std::u16string_view::npos ? std::u16string_view() : path.substr(0, slash);
 }
 
+/// Whether the library's own texts are meant.
+bool isOwn(std::u16string_view path) {
+    const String own = moduleFolder();
+    std::u16string_view folder = own;
+    if (folder.ends_with(u'\\'))
+        folder.remove_suffix(1);
+    return equalIgnoringCase(folderOf(path), folder);
+}
+
+/// The first file of a resource file, whether or not it is there.
 String firstFileOf(std::u16string_view path) {
     const std::u16string_view folder = folderOf(path);
     std::u16string_view name = path.substr(folder.empty() ? 0 : folder.size() + 1);
@@ -87,18 +97,22 @@ String firstFileOf(std::u16string_view path) {
     for (const String& candidate : {concat(folder, u"\\", file), concat(folder, u"\\resources\\", file)})
         if (fileExists(candidate))
             return candidate;
-    String own = moduleFolder();
-    if (own.view().ends_with(u'\\'))
-        own = String(own.view().substr(0, own.length() - 1));
-    String shared = equalIgnoringCase(folder, own) ? resourcePath(file) : String();
-    if (shared.empty())
-        raise(RunTimeError::FileNotFound);
-    return shared;
+    String shared = isOwn(path) ? resourcePath(file) : String();
+    return shared.empty() ? concat(folder, u"\\", file) : shared;
+}
+
+/// What was built in under the name of a file.
+std::optional<std::string> builtIn(std::u16string_view file) {
+    const std::u16string_view name = file.substr(folderOf(file).size() + 1);
+    for (const auto& text : posix::builtInTexts())
+        if (equalIgnoringCase(String::fromUtf8(text.file), name))
+            return std::string(text.content);
+    return std::nullopt;
 }
 
 class TextFiles final : public StringResources {
   public:
-    explicit TextFiles(std::u16string_view path) {
+    explicit TextFiles(std::u16string_view path) : isOwn_(isOwn(path)) {
         blocks_.push_back({0, firstFileOf(path), false, {}});
         read(0);
     }
@@ -124,7 +138,7 @@ class TextFiles final : public StringResources {
     void read(std::size_t index) {
         const String file = blocks_[index].file;
         const std::int32_t base = blocks_[index].base;
-        const std::string bytes = readFile(file);
+        const std::string bytes = contentOf(file);
         std::vector<std::pair<std::int32_t, String>> texts;
         for (const std::string_view line : linesOf(bytes)) {
             if (const auto text = numberedLine(line))
@@ -138,6 +152,14 @@ class TextFiles final : public StringResources {
         blocks_[index].isRead = true;
     }
 
+    std::string contentOf(const String& file) const {
+        if (fileExists(file))
+            return readFile(file);
+        if (auto content = isOwn_ ? builtIn(file) : std::nullopt)
+            return *std::move(content);
+        raiseMissing(file);
+    }
+
     /// A line "@BASE<TAB>FILE": the texts of that file, beside this one, have the numbers from BASE on.
     void include(std::string_view line, std::u16string_view folder) {
         const auto entry = numberedLine(line);
@@ -146,6 +168,7 @@ class TextFiles final : public StringResources {
                 {entry->first, concat(folder, u"\\", String::fromUtf8(entry->second)), false, {}});
     }
 
+    bool isOwn_;
     std::vector<Block> blocks_; // by their bases
 };
 

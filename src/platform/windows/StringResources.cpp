@@ -1,7 +1,6 @@
 // String resources of a library file, which is loaded as data only.
 #include "platform/StringResources.h"
 
-#include "base/Error.h"
 #include "platform/windows/Host.h"
 
 namespace vlgs {
@@ -16,7 +15,7 @@ class ResourceLibrary final : public StringResources {
         : module_(LoadLibraryExW(WideText(path).get(), nullptr,
                                  LOAD_LIBRARY_AS_DATAFILE | LOAD_LIBRARY_AS_IMAGE_RESOURCE)) {
         if (!module_)
-            raise(RunTimeError::FileNotFound);
+            raiseMissing(path);
     }
 
     std::optional<String> load(std::int32_t number) override {
