@@ -205,7 +205,7 @@ class Search {
 
     void scan(State& state, int i) {
         auto& taker = state.takers[i];
-        const int name = taker.scanned++;
+        const auto name = taker.scanned++;
         const bool own = (taker.made && name == nameOf(i, wanted(state, i))) ||
                          (taker.has != None && name == nameOf(i, taker.has));
         const auto& file = state.files[name];

@@ -227,6 +227,7 @@ TEST_F(TakingLocks, OfManyAtOnceOneWins) {
         }
     };
     std::vector<std::thread> threads;
+    threads.reserve(4);
     for (int i = 0; i < 4; ++i)
         threads.emplace_back(work);
     for (auto& thread : threads)

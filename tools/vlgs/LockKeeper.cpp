@@ -142,6 +142,7 @@ int runCommand(const std::vector<std::string>& words, const char* variable, cons
         ::sigprocmask(SIG_SETMASK, &before, nullptr);
         ::setenv(variable, value.c_str(), 1);
         std::vector<char*> arguments;
+        arguments.reserve(words.size() + 1);
         for (const auto& word : words)
             arguments.push_back(const_cast<char*>(word.c_str()));
         arguments.push_back(nullptr);
