@@ -806,11 +806,11 @@ class INIFile(Object):
         """
         ...
     def Save(self, sSaveAs: _Text = ...) -> bool:
-        """Writes the document to its file or to another one
+        """Writes the document to its file or to another one. What a line cannot tell is not read back: line ends in names and values, blanks around names, = in a key's name, ] in a section's
 
         sSaveAs: the path to write to and to be bound to; the document's own when empty
 
-        Raises 11512 when the file cannot be written, or the code page holds a character not.
+        Raises 11512 when the file cannot be written, the code page lacks a character (the description names it), or the document was read from this very file, which has bytes that are no text.
         """
         ...
     def Clone(self, sNewFilename: _Text) -> INIFile:
@@ -840,7 +840,7 @@ class INIFile(Object):
     def PutStream(self, vData: Any) -> None:
         """Reads lines that end in CR LF into the document
 
-        vData: a text, or an array of texts, whose lines end in CR LF
+        vData: a text, or an array of texts, whose lines end in CR LF; a text with LF alone is one line here: PutStream2 takes it with LF as the delimiter
 
         Raises 11513 when the file cannot be read.
         """

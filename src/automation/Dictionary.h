@@ -76,21 +76,17 @@ class VLGS_API Dictionary final : public Object {
     Variant Item(const Variant& Key);
     /// Replaces the item of the key or adds the key.
     void PutItem(const Variant& Key, const Variant& Item);
-    /// Raises 457 when the key is present.
     void Add(const Variant& Key, const Variant& Item);
     std::int32_t Count() const;
     bool Exists(const Variant& Key) const;
     /// Arrays of Variants from 0, in the order in which the keys were added.
     ArrayOf<Variant> Items() const;
     ArrayOf<Variant> Keys() const;
-    /// Gives the item of `Key` another key; its place stays. Raises 32811 when `Key` is not present, 457 when
-    /// another item has `NewKey`.
+    /// Gives the item of `Key` another key; its place stays.
     void PutKey(const Variant& Key, const Variant& NewKey);
-    /// Raises 32811 when the key is not present.
     void Remove(const Variant& Key);
     void RemoveAll() noexcept;
     std::int32_t CompareMode() const;
-    /// Raises 5 when there are items or the mode is negative.
     void PutCompareMode(std::int32_t Mode);
     /// An enumerator over the keys. Keys that are removed meanwhile are left out, added ones come at the end.
     Ref<Enumerator> NewEnum() const;

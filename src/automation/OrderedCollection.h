@@ -48,19 +48,14 @@ class VLGS_API OrderedCollection final : public Object {
     ~OrderedCollection() override;
     const ClassInfo* classInfo() const noexcept override { return &description(); }
 
-    /// Raises 5 for a key that is not present, 9 for a position out of range, 13 for an index that is neither
-    /// number nor text.
     Variant Item(const Variant& Index) const;
 
-    /// Adds before or after the member that a reference names, else at the end. Raises 457 for a key that is
-    /// present, 5 for a reference that names no member or for both references, 13 for a key that is no text
-    /// and for a reference that is neither number nor text.
+    /// Adds before or after the member that a reference names, else at the end.
     void Add(const Variant& Item, const Variant& Key = missing, const Variant& Before = missing,
              const Variant& After = missing);
 
     std::int32_t Count() const noexcept;
 
-    /// Raises like `Item`.
     void Remove(const Variant& Index);
 
     /// Yields the members by position; see OrderedStore::enumerate for changes meanwhile.

@@ -26,11 +26,10 @@ class VLGS_API Cipher final : public Component {
     /// same, and the time of day tells them. Use a key of better origin where secrets matter.
     String generateKey();
 
-    /// The deciphered content of a file. Raises 53 for a file, 76 for a folder that is not there, 70 without
-    /// permission.
+    /// The deciphered content of a file.
     String readEncodedFile(const String& sPath, const String& sKey);
 
-    /// Makes the enciphered text the content of a file, whole or not at all. Raises 76 and 70 as above.
+    /// Makes the enciphered text the content of a file, whole or not at all.
     void writeEncodedFile(const String& sPath, const String& sKey, String& sData);
 };
 

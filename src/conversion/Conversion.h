@@ -40,8 +40,7 @@ class VLGS_API Conversion final : public CountedComponent {
     /// See `g_FormatAttrValueData`.
     Variant FormatAttrValueData(const Variant& vData, enumAttrValueDataTypes eDataType,
                                 enumAttrValueConvTypes eConvType) const;
-    /// "1" for a value that converts to True, else "0"; `bTypedReturn` receives the Boolean. Raises 13 for a
-    /// value that is no Boolean.
+    /// "1" for a value that converts to True, else "0"; `bTypedReturn` receives the Boolean.
     String CBln(const Variant& vData, bool* bTypedReturn = nullptr) const;
 
     /// "1.0000".

@@ -14,52 +14,48 @@ class VLGS_API Files final : public CountedComponent {
     // ---- Paths: see files/PathForms.h and files/PathTranslation.h ----
 
     /// The UNC form of a path on a mapped network drive, another path as it is; "C" and "C:" are completed to
-    /// "C:\", in the caller's variable too. Raises 11529, 11526 and 11525.
+    /// "C:\", in the caller's variable too.
     String TranslatePathToUNC(String& sPath) const;
     /// The process's current folder. Setting it to what is no folder changes nothing and raises nothing.
     String CurPath() const;
     void SetCurPath(const String& sPath);
     /// The absolute form of the name of an existing file or folder, else "". Never raises.
     String Path(const String& sValue) const;
-    /// The absolute path to which a relative one leads from a base folder; it must exist. Raises 11545,
-    /// 11532, 11544 and what `TranslatePathToUNC` raises.
+    /// The absolute path to which a relative one leads from a base folder; it must exist.
     String TranslateFromRelativePath(const String& sRelativePath, const String& sBasePath,
                                      bool bUseUNCFormat = true) const;
     /// The same, but only the folder of the target must exist.
     String TranslateFromRelativePathNoFileCheck(const String& sRelativePath, const String& sBasePath,
                                                 bool bUseUNCFormat = true) const;
-    /// Whether `TranslateFromRelativePath` gives a path; raises what it raises.
+    /// Whether `TranslateFromRelativePath` gives a path.
     bool IsValidRelativePath(const String& sRelativePath, const String& sBasePath) const;
     bool IsValidPath(const String& sValue) const;
     /// Leading blanks aside: begins with "\\"; begins with a letter and ":"; neither of the two.
     bool IsUNCPathFormat(const String& sValue) const;
     bool IsStandardPathFormat(const String& sValue, bool* bIsUNCFormat = nullptr) const;
     bool IsRelativePathFormat(const String& sValue) const;
-    /// The relative path from an existing base folder to a path; "" when they are equal. Raises 11532, 11550
-    /// for different volumes and what `TranslatePathToUNC` raises.
+    /// The relative path from an existing base folder to a path; "" when they are equal.
     String TranslateToRelativePath(const String& sInputPath, const String& sBasePath) const;
-    /// "X:\" or "\\server\share\"; the rest goes to `sRemainder`. Raises 11549 for a path that does not
-    /// exist, unless that is skipped.
+    /// "X:\" or "\\server\share\"; the rest goes to `sRemainder`.
     String ExtractPathVolume(const String& sPath, String* sRemainder = nullptr,
                              bool bSkipPathValidation = false) const;
-    /// Raises 11549 for a path that does not exist.
     bool IsSamePathVolume(const String& sPath1, const String& sPath2) const;
     /// Arrays of texts from index 0, never without an element.
     ArrayOf<String> ExtractPathAllLevels(const String& sPath) const;
     ArrayOf<String> ExtractPathDirLevels(const String& sPath) const;
     String BuildDirBackupPrefix(std::int32_t lNumber) const;
-    /// Joins elements with backslashes: see files/PathForms.h. Raises 9 for bounds outside the array.
+    /// Joins elements with backslashes: see files/PathForms.h.
     String BuildPath(const Variant& vArray, std::int32_t lStart = -1, std::int32_t lStop = -1) const;
     /// Whether the last `GetReadWriteFile` could not open its file for writing.
     bool IsDirectoryReadOnly() const { return isDirectoryReadOnly_; }
 
     // ---- Files: see files/ProjectFiles.h ----
 
-    /// The project file that a path means. Raises 11502.
+    /// The project file that a path means.
     String CheckVLSFilePath(const String& sPath, bool bNoErrorRaise = false) const;
     /// A document in memory, bound to a path that gets the type's extension.
     Ref<INIFile> CreateINIFile(const String& sPath, enumINIFileTypes eINIFileType = eINI_INI) const;
-    /// The document that a file holds. Raise 11513, for a project file also 11502 and 11503.
+    /// The document that a file holds.
     Ref<INIFile> RetrieveINIFile(const String& sPath) const;
     Ref<INIFile> RetrieveVLLFile(const String& sPath) const;
     Ref<INIFile> RetrieveVLSFile(const String& sPath) const;
@@ -68,8 +64,8 @@ class VLGS_API Files final : public CountedComponent {
     Ref<INIFile> RetrieveVLLFileForVLS(const String& sPath) const;
     /// Whether the length of the file can be told.
     bool Is40VLSFile(const String& sPath) const;
-    /// A path of the same file, or of a copy of it, in a short and writable place. Raises the run time's
-    /// errors of reading attributes and copying. A copy belongs to the caller.
+    /// A path of the same file, or of a copy of it, in a short and writable place. A copy belongs to the
+    /// caller.
     String AdjustSystemDBPath(const String& sFullPath);
     /// The path, or that of a copy in the temporary folder, which then belongs to the caller, when the file
     /// cannot be opened for reading and writing; "" when it cannot be copied either.
@@ -77,7 +73,6 @@ class VLGS_API Files final : public CountedComponent {
 
     // ---- Connection strings: see files/ConnectionString.h ----
 
-    /// Raises 11504 for a document that is neither project nor link file, 11558 without a section "ODBC".
     String BuildConnectionString(const Ref<INIFile>& oINIFile, const String& sSchemaToken = {},
                                  const String& sUID = {}, const String& sPwd = {}, bool bEncrypted = false,
                                  std::int32_t lSequenceKey = 0) const;

@@ -53,7 +53,7 @@ class VLGS_API Resource final : public Component {
     String MessageMax() const;
     bool IsValidIndex(std::int32_t& lIndex) const;
 
-    /// A message's text, see MessageTexts::text. Raises 326 for a valid index that has none.
+    /// A message's text, see MessageTexts::text.
     String ResourceString(std::int32_t& lIndex, const String& sLanguageCode = {});
     /// The same with `replaceParameters`.
     String ResourceReplaceableString(std::int32_t Index, const String& sLanguageCode,

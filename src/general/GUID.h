@@ -15,15 +15,13 @@ class VLGS_API GUID final : public CountedComponent {
     /// A new identifier in its text form: 38 characters with braces, digits in upper case.
     String GenerateGUID();
 
-    /// Whether two texts are the same identifier; digits count in either case. Raises +4000 for a text that
-    /// is no identifier, `sGUID1` first.
+    /// Whether two texts are the same identifier; digits count in either case. `sGUID1` is read first.
     bool IsEqualGUID(const String& sGUID1, const String& sGUID2) const;
 
-    /// The identifier of a registered class. Raises +4001 for a name that is not registered.
+    /// The identifier of a registered class.
     String GUIDFromProgID(const String& sProgID) const;
 
-    /// The name under which a class is registered. Raises +4000 for a text that is no identifier, +4003 for
-    /// an identifier without a name.
+    /// The name under which a class is registered.
     String ProgIDFromGUID(const String& sGUID) const;
 };
 

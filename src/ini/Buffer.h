@@ -33,9 +33,7 @@ class VLGS_API Buffer final : public Component {
     /// Stores the text of `vData` ("" when left out) and the delimiter: `sDelimiter` when it is not empty,
     /// else the property. Of an array, every element is stored so, in order; but elements whose type code has
     /// a bit in common with 17 (Byte, Long, Double, Date, Boolean) are stored as their bytes, without
-    /// delimiter. Raises 13 for objects in an array and 9 for an array without or with several dimensions,
-    /// besides what the conversion to text raises, and 6 when the store would exceed 2,147,483,647 bytes;
-    /// what was stored until then stays.
+    /// delimiter. When that fails, what was stored until then stays.
     void PutData(const Variant& vData = missing, const String& sDelimiter = {});
 
     /// What is stored, as an array of bytes (a single 0 when nothing is stored), as the array of the texts

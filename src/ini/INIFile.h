@@ -50,15 +50,13 @@ class VLGS_API INIFile final : public Component {
     String KeyValue(const String& sSection, const String& sKey) const;
 
     /// The section of that name, created when there is none: before or after the section that one of the two
-    /// references names, else at the end. Raises 11508 for an empty name, and 457, 5 or 13, without a source,
-    /// where the collection of sections refuses the new one.
+    /// references names, else at the end. What the collection of sections refuses is raised without a source.
     Ref<Property> CreateSection(const String& sSectionName, const Variant& Before = missing,
                                 const Variant& After = missing);
 
     /// The key of that name with that text. A missing section is created under the text of `vSection`; a key
-    /// that is there gets the new text and keeps its position. Raises 11510 for an empty name, before
-    /// anything is created. A new key whose `Before` or `After` names no key is returned but belongs to no
-    /// section.
+    /// that is there gets the new text and keeps its position. An empty name is refused before anything is
+    /// created. A new key whose `Before` or `After` names no key is returned but belongs to no section.
     Ref<Property> CreateKey(const Variant& vSection, const String& sKeyName, const String& sKeyValue,
                             const Variant& Before = missing, const Variant& After = missing);
 
@@ -77,13 +75,13 @@ class VLGS_API INIFile final : public Component {
 
     /// The document's text in one piece, each line followed by CR LF or, as the default, by nothing at all.
     Variant GetStream(bool bUseCRLF = false) const;
-    /// The document's lines in one of the forms of `Buffer`. Raises 11517.
+    /// The document's lines in one of the forms of `Buffer`.
     Variant GetStream2(enumStreamTypes eStreamType = {}, const String& sDelimiter = {}) const;
     /// Reads a text with the line delimiter CR LF into the document. In a text with LF alone there is one
     /// line: give such a text to `PutStream2`, with LF as the delimiter.
     void PutStream(const Variant& vData);
     /// Reads a text, or an array of texts, into the document, which keeps what it has. The stream type is not
-    /// used. Raises 11513; what was read until then stays.
+    /// used. When that fails, what was read until then stays.
     void PutStream2(const Variant& vData, enumStreamTypes eStreamType = {}, const String& sDelimiter = {},
                     bool bCompact = false);
 
