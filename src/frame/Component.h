@@ -1,7 +1,7 @@
 // What every class of the component shares: the six identity properties and the counting of live instances.
 //
-// What a member of a class raises when stands in its row of `describe()`, from which all faces tell it; comments at
-// the functions tell what a row has no room for.
+// What a member of a class raises when stands in its row of `describe()`, from which all faces tell it;
+// comments at the functions tell what a row has no room for.
 #pragma once
 
 #include "automation/ClassDescription.h"
