@@ -60,7 +60,7 @@ TEST(ObjectPackager, BytesAreLaidOutAsDescribed) {
     const auto bytes = bytesOf(packager->PackObject(object, &number));
     Bytes expected{14, 0, 0, 0, 0, 0, 0, 0x2A};
     std::memcpy(&expected[8], &number, 4);
-    std::memcpy(&expected[12], object.get(), 4);
+    std::memcpy(&expected[12], static_cast<const void*>(object.get()), 4);
     EXPECT_EQ(bytes, expected);
     EXPECT_GT(number, 0);
 }
