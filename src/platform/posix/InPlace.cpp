@@ -85,8 +85,8 @@ Contents contentsOf(std::string_view bytes) {
 /// was written by somebody since, and stays.
 bool isBetween(std::string_view content, const Contents& contents) {
     const auto& [before, after] = contents;
-    const auto [least, most] = std::minmax(before.size(), after.size());
-    if (content.size() < least || content.size() > most)
+    if (content.size() < std::min(before.size(), after.size()) ||
+        content.size() > std::max(before.size(), after.size()))
         return false;
     for (std::size_t i = 0; i < content.size(); ++i) {
         const bool isNew = i < after.size() && content[i] == after[i];
