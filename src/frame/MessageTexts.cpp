@@ -64,6 +64,26 @@ class Header {
 
 } // namespace
 
+namespace {
+
+/// What insertions may make of a text: inserted texts are looked through for places again, so a few short
+/// ones could fill the memory.
+constexpr std::size_t longestResult = 1 << 20;
+constexpr std::size_t largestGrowth = 64;
+
+/// `given` is the length of all that was put in so far and of the text at first.
+String insert(std::u16string_view text, std::u16string_view place, std::u16string_view element,
+              std::size_t given) {
+    std::size_t result = text.size();
+    for (auto at = text.find(place); at != text.npos; at = text.find(place, at + place.size()))
+        result += element.size();
+    if (result > longestResult && result / largestGrowth > given)
+        raise(RunTimeError::OutOfMemory);
+    return replaceAll(text, place, element);
+}
+
+} // namespace
+
 String replaceParameters(const String& text, const Variant& params) {
     if (text.empty())
         return text;
@@ -72,9 +92,12 @@ String replaceParameters(const String& text, const Variant& params) {
         const Array& elements = params.array();
         const std::int64_t upper = elements.upper();
         std::int64_t number = 0;
-        for (std::int64_t index = elements.lower(); index <= upper; ++index)
-            result = replaceAll(result, concat(u"%", decimal(++number)),
-                                toText(elements.get(static_cast<std::int32_t>(index))));
+        std::size_t given = text.length();
+        for (std::int64_t index = elements.lower(); index <= upper; ++index) {
+            const String element = toText(elements.get(static_cast<std::int32_t>(index)));
+            given += element.length();
+            result = insert(result, concat(u"%", decimal(++number)), element, given);
+        }
     } else if (!params.isMissing() && !params.isEmpty() && !params.isNull()) {
         raise(RunTimeError::TypeMismatch);
     }

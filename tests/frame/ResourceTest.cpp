@@ -128,6 +128,14 @@ TEST_F(ResourceTest, ReplaceableTexts) {
     }
     for (const Variant& none : {Variant(), Variant(null), Variant(missing)})
         EXPECT_EQ(replaceParameters(u"%1 %%", none), u"%1 %");
+    std::vector<Variant> doubling;
+    for (int number = 2; number <= 25; ++number) {
+        const auto next = concat(u"%", decimal(number));
+        doubling.emplace_back(concat(next, next));
+    }
+    EXPECT_EQ(errorOf([&] { replaceParameters(u"%1", Array::ofVariants(doubling)); }), 7);
+    const String large(std::u16string(2 << 20, u'x'));
+    EXPECT_EQ(replaceParameters(u"%1%1", Array::ofVariants({large})).length(), 4u << 20);
     EXPECT_EQ(errorOf([] { replaceParameters(u"%1", u"text"); }), 13);
     EXPECT_EQ(errorOf([] { replaceParameters(u"%1", Array::ofVariants({null})); }), 94);
 }
