@@ -6,8 +6,10 @@
 #include "platform/posix/RegistryText.h"
 
 #include <csignal>
+#include <fcntl.h>
 #include <gtest/gtest.h>
 #include <random>
+#include <sys/file.h>
 #include <sys/mman.h>
 #include <sys/stat.h>
 #include <vector>
@@ -372,6 +374,31 @@ int writeUntilKilled(Progress& progress) {
             return 1;
         progress.number = i;
     }
+}
+
+TEST_F(Registry, NobodyWhoMayOnlyReadKeepsOthersFromTheHive) {
+    create(u"Key");
+    const auto path = scratch_.host("r/" + hiveFile);
+    const int reader = ::open(path.c_str(), O_RDONLY | O_CLOEXEC);
+    ASSERT_EQ(::flock(reader, LOCK_EX), 0);
+    EXPECT_EQ(open(u"Key").set(u"v", textData(u"x")), Success);
+    letGo();
+    EXPECT_EQ(query(open(u"Key"), u"v"), textData(u"x"));
+    ::close(reader);
+}
+
+TEST_F(Registry, AWriterWhoDoesNotGoOnMakesTheOthersBusy) {
+    create(u"Key");
+    const auto path = scratch_.host("r/" + hiveFile + ".lock");
+    struct stat status {};
+    ASSERT_EQ(::stat(path.c_str(), &status), 0);
+    EXPECT_EQ(status.st_mode & 0777, 0600u);
+    const int writer = ::open(path.c_str(), O_RDWR | O_CLOEXEC);
+    ASSERT_EQ(::flock(writer, LOCK_EX), 0);
+    EXPECT_EQ(static_cast<int>(open(u"Key").set(u"v", textData(u"x"))), 170);
+    EXPECT_EQ(valueNames(open(u"Key")).size(), 0u);
+    ::close(writer);
+    EXPECT_EQ(open(u"Key").set(u"v", textData(u"x")), Success);
 }
 
 TEST_F(Registry, AKilledWriterTearsAndLosesNothing) {

@@ -12,6 +12,7 @@
 #include <climits>
 #include <fcntl.h>
 #include <sys/file.h>
+#include <thread>
 #include <unistd.h>
 
 namespace vlgs::posix {
@@ -27,6 +28,16 @@ constexpr std::size_t largestTidied = 1'048'576;
 /// What is written goes to the disk at once, but not more often than this.
 constexpr std::chrono::seconds diskInterval{1};
 
+/// How long a change waits for others that make one, until it is given up.
+constexpr std::chrono::milliseconds longestWait{5000};
+/// How long those are waited for who have a lock but cannot insist on it.
+constexpr std::chrono::milliseconds courtesy{1000};
+constexpr std::chrono::milliseconds noWait{0};
+constexpr std::chrono::microseconds lockInterval{500};
+constexpr int unlockedReads = 20;
+/// The platform's status of a resource that others do not let go.
+constexpr RegistryStatus busy{170};
+
 RegistryStatus statusOf(int error) noexcept {
     switch (error) {
     case 0:
@@ -35,6 +46,8 @@ RegistryStatus statusOf(int error) noexcept {
     case EPERM:
     case EROFS:
         return RegistryStatus::AccessDenied;
+    case EBUSY:
+        return busy;
     case ENOSPC:
     case EDQUOT:
     case EFBIG:
@@ -53,25 +66,34 @@ std::size_t sizeOf(const struct stat& status) noexcept {
     return static_cast<std::size_t>(status.st_size);
 }
 
+/// Takes a lock of an open file unless others keep it for longer; a file system without locks has one user.
+bool lockWithin(int file, int operation, std::chrono::milliseconds wait) {
+    const auto end = std::chrono::steady_clock::now() + wait;
+    while (::flock(file, operation | LOCK_NB) != 0 && (errno == EWOULDBLOCK || errno == EINTR)) {
+        if (std::chrono::steady_clock::now() >= end)
+            return false;
+        std::this_thread::sleep_for(lockInterval);
+    }
+    return true;
+}
+
 /// The open file of a path, locked for as long as this lives. The lock belongs to this open file, hence it
 /// works between threads too, and ends with the process.
 class LockedFile {
   public:
-    LockedFile(const std::string& path, int flags, int operation) {
+    LockedFile(const std::string& path, int flags, int operation, std::chrono::milliseconds wait) {
         do {
             file_ = openFile(path, flags);
             if (!file_) {
                 error_ = errno;
                 return;
             }
-            // A file system without locks has one user.
-            while (::flock(file_.get(), operation) != 0 && errno == EINTR)
-                continue;
+            locked_ = lockWithin(file_.get(), operation, wait);
         } while (!isStillAt(file_.get(), path));
     }
     ~LockedFile() {
         // A child that another thread has just forked would keep it.
-        if (file_)
+        if (file_ && locked_)
             disclaim(file_.get());
     }
     LockedFile(const LockedFile&) = delete;
@@ -80,10 +102,12 @@ class LockedFile {
     explicit operator bool() const noexcept { return static_cast<bool>(file_); }
     int get() const noexcept { return file_.get(); }
     int error() const noexcept { return error_; }
+    bool locked() const noexcept { return locked_; }
 
   private:
     Descriptor file_;
     int error_ = 0;
+    bool locked_ = false;
 };
 
 /// What a file holds from an offset on; 0, or the value of errno.
@@ -135,6 +159,76 @@ std::string targetOf(const std::string& path) {
     return real ? real.get() : path;
 }
 
+/// Who may write a hive may read and write its lock file, and nobody else.
+mode_t lockModeOf(const struct stat& hive) noexcept {
+    const auto writers = hive.st_mode & 0222;
+    return 0600 | writers | writers << 1;
+}
+
+/// Makes a hive's lock file, or gives it the rights that the hive has now. Only the hive's owner can.
+void settleLockFile(const std::string& path, const struct stat& hive, int file) {
+    struct stat status;
+    if (::geteuid() != hive.st_uid && ::geteuid() != 0)
+        return;
+    if (file >= 0) {
+        if (::fstat(file, &status) == 0 && (status.st_mode & 07777) != lockModeOf(hive))
+            ::fchmod(file, lockModeOf(hive));
+        return;
+    }
+    auto made = NewFile::create(parentFolder(path), 0600);
+    if (!made)
+        return;
+    const int descriptor = made->descriptor();
+    const bool own =
+        ::fstat(descriptor, &status) == 0 && status.st_uid == hive.st_uid && status.st_gid == hive.st_gid;
+    if ((own || ::fchown(descriptor, hive.st_uid, hive.st_gid) == 0) &&
+        ::fchmod(descriptor, lockModeOf(hive)) == 0)
+        made->publish(path);
+}
+
+/// A hive's file for a change. Those who may write it exclude each other by a lock file, which nobody can
+/// lock who may only read the hive; of the hive's own lock readers are only asked to let go. Where there can
+/// be no lock file, the hive's own lock has to do.
+class WriterLock {
+  public:
+    explicit WriterLock(const std::string& hive)
+        : lock_(openLockFile(hive)), taken_(lock_ && lockWithin(lock_.get(), LOCK_EX, longestWait)),
+          file_(hive, O_RDWR, LOCK_EX,
+                !lock_   ? longestWait
+                : taken_ ? courtesy
+                         : noWait) {}
+    ~WriterLock() {
+        if (taken_)
+            disclaim(lock_.get());
+    }
+    WriterLock(const WriterLock&) = delete;
+    WriterLock& operator=(const WriterLock&) = delete;
+
+    int get() const noexcept { return file_.get(); }
+    /// 0 when the hive may be changed, or the value of errno.
+    int error() const noexcept {
+        if (!file_)
+            return file_.error();
+        return taken_ || (!lock_ && file_.locked()) ? 0 : EBUSY;
+    }
+
+  private:
+    static Descriptor openLockFile(const std::string& hive) {
+        struct stat status;
+        if (::stat(hive.c_str(), &status) != 0 || ::access(hive.c_str(), W_OK) != 0)
+            return {};
+        const auto path = targetOf(hive) + ".lock";
+        auto file = openFile(path, O_RDWR | O_NOFOLLOW);
+        if (file || errno == ENOENT)
+            settleLockFile(path, status, file.get());
+        return file ? std::move(file) : openFile(path, O_RDWR | O_NOFOLLOW);
+    }
+
+    Descriptor lock_;
+    bool taken_;
+    LockedFile file_;
+};
+
 } // namespace
 
 RegistryFile::RegistryFile(std::string path, std::u16string_view hive)
@@ -160,14 +254,27 @@ RegistryStatus RegistryFile::refresh() {
             seenStatus_.st_mode = now.st_mode;
             return status_;
         }
-        const LockedFile file(path_, O_RDONLY, LOCK_SH);
+        const LockedFile file(path_, O_RDONLY, LOCK_SH, courtesy);
         if (file)
-            return read(file.get());
+            return file.locked() ? read(file.get()) : readUnlocked(file.get());
         errno = file.error();
     }
     const int error = errno;
     forget();
     return error == ENOENT || error == ENOTDIR ? RegistryStatus::Success : statusOf(error);
+}
+
+/// Reads while somebody may write; what was written meanwhile has changed the file's state.
+RegistryStatus RegistryFile::readUnlocked(int file) {
+    for (int i = 0; i < unlockedReads; ++i) {
+        const auto status = read(file);
+        struct stat now;
+        if (::fstat(file, &now) != 0 || isSameVersion(now, seenStatus_))
+            return status;
+        forget();
+        waitBriefly();
+    }
+    return busy;
 }
 
 RegistryStatus RegistryFile::read(int file) {
@@ -255,8 +362,8 @@ RegistryStatus RegistryFile::change(const Describe& describe) {
         if (const int error = create())
             return statusOf(error);
     const SizeLimitShield shield;
-    const LockedFile file(path_, O_RDWR, LOCK_EX);
-    if (!file)
+    const WriterLock file(path_);
+    if (file.error() != 0)
         return statusOf(file.error());
     status = read(file.get());
     RegistryTextWriter writer(hive_);
@@ -385,8 +492,8 @@ int RegistryFile::putOnDisk(int file) {
 
 void RegistryFile::tidy() {
     const SizeLimitShield shield;
-    const LockedFile file(path_, O_RDWR, LOCK_EX);
-    if (!file || read(file.get()) != RegistryStatus::Success)
+    const WriterLock file(path_);
+    if (file.error() != 0 || read(file.get()) != RegistryStatus::Success)
         return;
     if (end_ > additions_ && end_ <= largestTidied)
         replace(file.get());

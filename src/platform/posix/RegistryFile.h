@@ -2,9 +2,10 @@
 //
 // Invariants: The tree is what the file's text says up to `end_`, but for changes that others have made since
 // it was read last. The file is only ever added to, or replaced as a whole, both under a lock; so a process
-// that is killed leaves at most an addition without an end, which nobody reads. (Only a file of a form that
-// takes no additions, in a folder that takes no new file, is once written over.) Additions are folded into
-// the text when they outgrow it, hence their cost is constant on average.
+// that is killed leaves at most an addition without an end, which nobody reads. Locks are waited for a few
+// seconds: who may only read a hive cannot keep others from it. (Only a file of a form that takes no
+// additions, in a folder that takes no new file, is once written over.) Additions are folded into the text
+// when they outgrow it, hence their cost is constant on average.
 #pragma once
 
 #include "platform/posix/Descriptor.h"
@@ -40,6 +41,7 @@ class RegistryFile {
 
   private:
     RegistryStatus read(int file);
+    RegistryStatus readUnlocked(int file);
     bool readOn(int file, const struct stat& status);
     RegistryStatus readWhole(int file, const struct stat& status);
     void see(int file, const struct stat& status, std::string_view bytes);
