@@ -197,15 +197,19 @@ def stub():
         library.vlgs_class_describe(cls, byref(facts))
         found.append((cls, facts))
     own = {facts.name.decode() for _, facts in found}
-    text = [HEAD, *errors()]
+    members = {}
     for cls, facts in found:
         rows = {}
         for index, member in enumerate(described(library.vlgs_member_describe, cls, Member, facts.member_count)):
             if not member.hidden:
                 rows.setdefault(member.name.decode(), []).append((index, member))
+        members[facts.name.decode()] = {each: member_lines(cls, each, given, own) for each, given in rows.items()}
+    shared = dict(set.intersection(*(set(lines.items()) for lines in members.values())))
+    text = [HEAD, *errors(), "class _Component(Object):\n", *(shared[each] for each in sorted(shared))]
+    for _, facts in found:
         name = facts.name.decode()
-        text.append(f'class {name}(Object):\n    """{facts.help.decode()}"""\n' + ADDED.get(name, "") +
-                    "".join(member_lines(cls, each, found_rows, own) for each, found_rows in rows.items()))
+        text += [f'class {name}(_Component):\n    """{facts.help.decode()}"""\n', ADDED.get(name, ""),
+                 *(lines for each, lines in members[name].items() if each not in shared)]
     creatable = [facts.name.decode() for _, facts in found if facts.creatable]
     text += [f'@overload\ndef Dispatch(progid: Literal["VlGeneralServices.{name}"]) -> {name}: ...\n'
              for name in creatable]

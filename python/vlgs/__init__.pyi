@@ -75,7 +75,32 @@ class NotACollection(Error, TypeError): ...
 class NumberTooLarge(Error, OverflowError): ...
 class OutOfMemory(Error, MemoryError): ...
 class UnfitArgument(Error, TypeError): ...
-class Collection(Object):
+class _Component(Object):
+    @property
+    def ClassDescription(self) -> str:
+        """What the class is"""
+        ...
+    @property
+    def ClassFilename(self) -> str:
+        """The file name of the library"""
+        ...
+    @property
+    def ClassID(self) -> int:
+        """The number of the class's interface"""
+        ...
+    @property
+    def ClassName(self) -> str:
+        """The name of the class, with that of the library"""
+        ...
+    @property
+    def ClassPath(self) -> str:
+        """The folder of the library's file, with a final backslash"""
+        ...
+    @property
+    def ClassVersion(self) -> str:
+        """The version of the library"""
+        ...
+class Collection(_Component):
     """Members in order, found by position or by key"""
     @property
     def Count(self) -> int:
@@ -111,56 +136,8 @@ class Collection(Object):
     def NewEnum(self) -> Any:
         """An enumerator over the members in order"""
         ...
-    @property
-    def ClassName(self) -> str:
-        """The name of the class, with that of the library"""
-        ...
-    @property
-    def ClassVersion(self) -> str:
-        """The version of the library"""
-        ...
-    @property
-    def ClassDescription(self) -> str:
-        """What the class is"""
-        ...
-    @property
-    def ClassID(self) -> int:
-        """The number of the class's interface"""
-        ...
-    @property
-    def ClassFilename(self) -> str:
-        """The file name of the library"""
-        ...
-    @property
-    def ClassPath(self) -> str:
-        """The folder of the library's file, with a final backslash"""
-        ...
-class DDE(Object):
+class DDE(_Component):
     """Links to other running programs (disabled)"""
-    @property
-    def ClassName(self) -> str:
-        """The name of the class, with that of the library"""
-        ...
-    @property
-    def ClassVersion(self) -> str:
-        """The version of the library"""
-        ...
-    @property
-    def ClassDescription(self) -> str:
-        """What the class is"""
-        ...
-    @property
-    def ClassID(self) -> int:
-        """The number of the class's interface"""
-        ...
-    @property
-    def ClassFilename(self) -> str:
-        """The file name of the library"""
-        ...
-    @property
-    def ClassPath(self) -> str:
-        """The folder of the library's file, with a final backslash"""
-        ...
     @property
     def Default(self) -> str:
         """The default link target, application and topic around "|"
@@ -225,32 +202,8 @@ class DDE(Object):
     def LinkCommand(self) -> str:
         """The command used last"""
         ...
-class Files(Object):
+class Files(_Component):
     """Paths, project files, link files and connection strings"""
-    @property
-    def ClassName(self) -> str:
-        """The name of the class, with that of the library"""
-        ...
-    @property
-    def ClassVersion(self) -> str:
-        """The version of the library"""
-        ...
-    @property
-    def ClassDescription(self) -> str:
-        """What the class is"""
-        ...
-    @property
-    def ClassID(self) -> int:
-        """The number of the class's interface"""
-        ...
-    @property
-    def ClassFilename(self) -> str:
-        """The file name of the library"""
-        ...
-    @property
-    def ClassPath(self) -> str:
-        """The folder of the library's file, with a final backslash"""
-        ...
     def TranslatePathToUNC(self, sPath: _Text) -> str:
         """The UNC form of a path on a mapped network drive
 
@@ -536,32 +489,8 @@ class Files(Object):
         Raises 11513 when the file cannot be read.
         """
         ...
-class General(Object):
+class General(_Component):
     """Lists, arrays, dictionaries and HTML texts"""
-    @property
-    def ClassName(self) -> str:
-        """The name of the class, with that of the library"""
-        ...
-    @property
-    def ClassVersion(self) -> str:
-        """The version of the library"""
-        ...
-    @property
-    def ClassDescription(self) -> str:
-        """What the class is"""
-        ...
-    @property
-    def ClassID(self) -> int:
-        """The number of the class's interface"""
-        ...
-    @property
-    def ClassFilename(self) -> str:
-        """The file name of the library"""
-        ...
-    @property
-    def ClassPath(self) -> str:
-        """The folder of the library's file, with a final backslash"""
-        ...
     def VariantToCSV(self, vKeys: Any, lStart: Union[int, ByRef] = ..., lEnd: Union[int, ByRef] = ...) -> str:
         """Returns the a comma-delimited string containing the members of each element of a Variant array.
 
@@ -664,32 +593,8 @@ class General(Object):
         bRemoveScriptOnly: whether only the scripts are removed
         """
         ...
-class GUID(Object):
+class GUID(_Component):
     """Globally unique identifiers"""
-    @property
-    def ClassName(self) -> str:
-        """The name of the class, with that of the library"""
-        ...
-    @property
-    def ClassVersion(self) -> str:
-        """The version of the library"""
-        ...
-    @property
-    def ClassDescription(self) -> str:
-        """What the class is"""
-        ...
-    @property
-    def ClassID(self) -> int:
-        """The number of the class's interface"""
-        ...
-    @property
-    def ClassFilename(self) -> str:
-        """The file name of the library"""
-        ...
-    @property
-    def ClassPath(self) -> str:
-        """The folder of the library's file, with a final backslash"""
-        ...
     def GenerateGUID(self) -> str:
         """Returns a new GUID as text"""
         ...
@@ -725,7 +630,7 @@ class GUID(Object):
         VlGeneralServices.Files
         """
         ...
-class INIFile(Object):
+class INIFile(_Component):
     """An INI document of sections and keys, bound to a file"""
     def __contains__(self, name: str) -> bool: ...
     def __getitem__(self, index: Any) -> Property: ...
@@ -914,31 +819,7 @@ class INIFile(Object):
         ...
     @Locked.setter
     def Locked(self, value: Union[bool, ByRef]) -> None: ...
-    @property
-    def ClassName(self) -> str:
-        """The name of the class, with that of the library"""
-        ...
-    @property
-    def ClassVersion(self) -> str:
-        """The version of the library"""
-        ...
-    @property
-    def ClassDescription(self) -> str:
-        """What the class is"""
-        ...
-    @property
-    def ClassID(self) -> int:
-        """The number of the class's interface"""
-        ...
-    @property
-    def ClassFilename(self) -> str:
-        """The file name of the library"""
-        ...
-    @property
-    def ClassPath(self) -> str:
-        """The folder of the library's file, with a final backslash"""
-        ...
-class Property(Object):
+class Property(_Component):
     """A named value or object"""
     def __contains__(self, name: str) -> bool: ...
     def __delitem__(self, name: str) -> None: ...
@@ -954,56 +835,8 @@ class Property(Object):
     def Value(self) -> Any:
         """The value of the property, or the object that it holds"""
         ...
-    @property
-    def ClassName(self) -> str:
-        """The name of the class, with that of the library"""
-        ...
-    @property
-    def ClassVersion(self) -> str:
-        """The version of the library"""
-        ...
-    @property
-    def ClassDescription(self) -> str:
-        """What the class is"""
-        ...
-    @property
-    def ClassID(self) -> int:
-        """The number of the class's interface"""
-        ...
-    @property
-    def ClassFilename(self) -> str:
-        """The file name of the library"""
-        ...
-    @property
-    def ClassPath(self) -> str:
-        """The folder of the library's file, with a final backslash"""
-        ...
-class RegUtil(Object):
+class RegUtil(_Component):
     """A navigator over the registry"""
-    @property
-    def ClassName(self) -> str:
-        """The name of the class, with that of the library"""
-        ...
-    @property
-    def ClassVersion(self) -> str:
-        """The version of the library"""
-        ...
-    @property
-    def ClassDescription(self) -> str:
-        """What the class is"""
-        ...
-    @property
-    def ClassID(self) -> int:
-        """The number of the class's interface"""
-        ...
-    @property
-    def ClassFilename(self) -> str:
-        """The file name of the library"""
-        ...
-    @property
-    def ClassPath(self) -> str:
-        """The folder of the library's file, with a final backslash"""
-        ...
     def SetCurrHive(self, eHive: Union[int, ByRef]) -> bool:
         """Sets the current hive
 
@@ -1100,32 +933,8 @@ class RegUtil(Object):
         cPathKeys: a collection, to which the names are added
         """
         ...
-class RegValue(Object):
+class RegValue(_Component):
     """A value of the registry: its name, type and data"""
-    @property
-    def ClassName(self) -> str:
-        """The name of the class, with that of the library"""
-        ...
-    @property
-    def ClassVersion(self) -> str:
-        """The version of the library"""
-        ...
-    @property
-    def ClassDescription(self) -> str:
-        """What the class is"""
-        ...
-    @property
-    def ClassID(self) -> int:
-        """The number of the class's interface"""
-        ...
-    @property
-    def ClassFilename(self) -> str:
-        """The file name of the library"""
-        ...
-    @property
-    def ClassPath(self) -> str:
-        """The folder of the library's file, with a final backslash"""
-        ...
     @property
     def DataType(self) -> int:
         """The type of the data
@@ -1153,32 +962,8 @@ class RegValue(Object):
         ...
     @Value.setter
     def Value(self, value: Any) -> None: ...
-class CorvaTools(Object):
+class CorvaTools(_Component):
     """Locks of projects and documents, a hash of texts, and view properties"""
-    @property
-    def ClassName(self) -> str:
-        """The name of the class, with that of the library"""
-        ...
-    @property
-    def ClassVersion(self) -> str:
-        """The version of the library"""
-        ...
-    @property
-    def ClassDescription(self) -> str:
-        """What the class is"""
-        ...
-    @property
-    def ClassID(self) -> int:
-        """The number of the class's interface"""
-        ...
-    @property
-    def ClassFilename(self) -> str:
-        """The file name of the library"""
-        ...
-    @property
-    def ClassPath(self) -> str:
-        """The folder of the library's file, with a final backslash"""
-        ...
     def IsDocLocked(self, sPath: _Text, sGUID: _Text) -> bool:
         """Whether a document of a project is locked
 
@@ -1272,32 +1057,8 @@ class CorvaTools(Object):
         Raises 11523 when there is no such folder.
         """
         ...
-class Buffer(Object):
+class Buffer(_Component):
     """Gathers texts, each followed by a delimiter"""
-    @property
-    def ClassName(self) -> str:
-        """The name of the class, with that of the library"""
-        ...
-    @property
-    def ClassVersion(self) -> str:
-        """The version of the library"""
-        ...
-    @property
-    def ClassDescription(self) -> str:
-        """What the class is"""
-        ...
-    @property
-    def ClassID(self) -> int:
-        """The number of the class's interface"""
-        ...
-    @property
-    def ClassFilename(self) -> str:
-        """The file name of the library"""
-        ...
-    @property
-    def ClassPath(self) -> str:
-        """The folder of the library's file, with a final backslash"""
-        ...
     @property
     def ChunkSize(self) -> int:
         """Least number of bytes by which the store grows
@@ -1346,58 +1107,10 @@ class Buffer(Object):
         sDelimiter: what the texts are split at; the property when empty
         """
         ...
-class Restricted(Object):
+class Restricted(_Component):
     """The frame of the closed security services"""
-    @property
-    def ClassName(self) -> str:
-        """The name of the class, with that of the library"""
-        ...
-    @property
-    def ClassVersion(self) -> str:
-        """The version of the library"""
-        ...
-    @property
-    def ClassDescription(self) -> str:
-        """What the class is"""
-        ...
-    @property
-    def ClassID(self) -> int:
-        """The number of the class's interface"""
-        ...
-    @property
-    def ClassFilename(self) -> str:
-        """The file name of the library"""
-        ...
-    @property
-    def ClassPath(self) -> str:
-        """The folder of the library's file, with a final backslash"""
-        ...
-class ViewProperties(Object):
+class ViewProperties(_Component):
     """The properties of a view"""
-    @property
-    def ClassName(self) -> str:
-        """The name of the class, with that of the library"""
-        ...
-    @property
-    def ClassVersion(self) -> str:
-        """The version of the library"""
-        ...
-    @property
-    def ClassDescription(self) -> str:
-        """What the class is"""
-        ...
-    @property
-    def ClassID(self) -> int:
-        """The number of the class's interface"""
-        ...
-    @property
-    def ClassFilename(self) -> str:
-        """The file name of the library"""
-        ...
-    @property
-    def ClassPath(self) -> str:
-        """The folder of the library's file, with a final backslash"""
-        ...
     def Clear(self) -> None:
         """Empties the dictionary and lets it go"""
         ...
@@ -1417,32 +1130,8 @@ class ViewProperties(Object):
         ...
     @PropertyString.setter
     def PropertyString(self, value: _Text) -> None: ...
-class ViewProperty(Object):
+class ViewProperty(_Component):
     """A typed value of a view"""
-    @property
-    def ClassName(self) -> str:
-        """The name of the class, with that of the library"""
-        ...
-    @property
-    def ClassVersion(self) -> str:
-        """The version of the library"""
-        ...
-    @property
-    def ClassDescription(self) -> str:
-        """What the class is"""
-        ...
-    @property
-    def ClassID(self) -> int:
-        """The number of the class's interface"""
-        ...
-    @property
-    def ClassFilename(self) -> str:
-        """The file name of the library"""
-        ...
-    @property
-    def ClassPath(self) -> str:
-        """The folder of the library's file, with a final backslash"""
-        ...
     def Clear(self) -> None:
         """Lets value, type and key side go"""
         ...
@@ -1473,32 +1162,8 @@ class ViewProperty(Object):
         ...
     @KeySideViewProperty.setter
     def KeySideViewProperty(self, value: Union[ViewProperty, ByRef, None]) -> None: ...
-class ObjectPackager(Object):
+class ObjectPackager(_Component):
     """References to objects packed into plain values"""
-    @property
-    def ClassName(self) -> str:
-        """The name of the class, with that of the library"""
-        ...
-    @property
-    def ClassVersion(self) -> str:
-        """The version of the library"""
-        ...
-    @property
-    def ClassDescription(self) -> str:
-        """What the class is"""
-        ...
-    @property
-    def ClassID(self) -> int:
-        """The number of the class's interface"""
-        ...
-    @property
-    def ClassFilename(self) -> str:
-        """The file name of the library"""
-        ...
-    @property
-    def ClassPath(self) -> str:
-        """The folder of the library's file, with a final backslash"""
-        ...
     def PackObject(self, oObject: Any, lObjPtr: Union[int, ByRef] = ...) -> Any:
         """Returns a descriptor of an object that holds no reference to it
 
@@ -1524,32 +1189,8 @@ class ObjectPackager(Object):
         vDescriptor: a value that PackObject returned, or any other
         """
         ...
-class Conversion(Object):
+class Conversion(_Component):
     """Conversion and validation of attribute values, dates, times and revision numbers"""
-    @property
-    def ClassName(self) -> str:
-        """The name of the class, with that of the library"""
-        ...
-    @property
-    def ClassVersion(self) -> str:
-        """The version of the library"""
-        ...
-    @property
-    def ClassDescription(self) -> str:
-        """What the class is"""
-        ...
-    @property
-    def ClassID(self) -> int:
-        """The number of the class's interface"""
-        ...
-    @property
-    def ClassFilename(self) -> str:
-        """The file name of the library"""
-        ...
-    @property
-    def ClassPath(self) -> str:
-        """The folder of the library's file, with a final backslash"""
-        ...
     def GetLocaleSetting(self, lInfoType: Union[int, ByRef]) -> str:
         """A setting of the user's locale
 
@@ -1841,32 +1482,8 @@ class Conversion(Object):
         sReturn: receives the converted text; stays as it is when the answer is False
         """
         ...
-class Cipher(Object):
+class Cipher(_Component):
     """Texts enciphered with a key"""
-    @property
-    def ClassName(self) -> str:
-        """The name of the class, with that of the library"""
-        ...
-    @property
-    def ClassVersion(self) -> str:
-        """The version of the library"""
-        ...
-    @property
-    def ClassDescription(self) -> str:
-        """What the class is"""
-        ...
-    @property
-    def ClassID(self) -> int:
-        """The number of the class's interface"""
-        ...
-    @property
-    def ClassFilename(self) -> str:
-        """The file name of the library"""
-        ...
-    @property
-    def ClassPath(self) -> str:
-        """The folder of the library's file, with a final backslash"""
-        ...
     def encode(self, sData: _Text, sKey: _Text) -> str:
         """Enciphers a text; returns hexadecimal digits
 
@@ -1906,24 +1523,8 @@ class Cipher(Object):
         Raises 70 when the file may not be written.
         """
         ...
-class Resource(Object):
+class Resource(_Component):
     """Texts of messages by number and language"""
-    @property
-    def ClassName(self) -> str:
-        """The name of the class, with that of the library"""
-        ...
-    @property
-    def ClassVersion(self) -> str:
-        """The version of the library"""
-        ...
-    @property
-    def ClassDescription(self) -> str:
-        """What the class is"""
-        ...
-    @property
-    def ClassID(self) -> int:
-        """The number of the class's interface"""
-        ...
     @property
     def LanguageNative(self) -> str:
         """The native name of the user's language"""
@@ -2010,14 +1611,6 @@ class Resource(Object):
 
         Raises 326 when there is no such resource.
         """
-        ...
-    @property
-    def ClassFilename(self) -> str:
-        """The file name of the library"""
-        ...
-    @property
-    def ClassPath(self) -> str:
-        """The folder of the library's file, with a final backslash"""
         ...
 @overload
 def Dispatch(progid: Literal["VlGeneralServices.Collection"]) -> Collection: ...
