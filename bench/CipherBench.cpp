@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Enciphering and deciphering 4 MB from text to hexadecimal text and back, against Crypto++'s SKIPJACK in ECB
 // mode over the same bytes, which neither writes nor reads digits.
 #include "cipher/CipherText.h"

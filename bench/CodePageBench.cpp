@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Text to and from 8-bit code pages, against the host's iconv; the user's locale and page found again.
 #include "platform/CodePage.h"
 #include "platform/Locale.h"

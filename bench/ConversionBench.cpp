@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Timestamps against the C library's strftime and strptime in the same forms, revision numbers by their
 // allocations.
 #include "CountAllocations.h"

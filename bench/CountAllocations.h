@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Counts the calls of the global operator new in a benchmark program. Include it in one source file.
 #pragma once
 

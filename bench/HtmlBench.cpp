@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Turning a page of 10 MB into text, against the program html2text over the same page in a file, and against
 // copying the page. Speeds count the page's bytes in UTF-8.
 #include "general/HtmlText.h"

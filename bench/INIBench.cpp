@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // INI documents beside GLib's GKeyFile and inih's INIReader: loading, freeing, look-ups in scattered order,
 // writing, saving and memory.
 //

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A late-bound property read, by name and by number, against a typed call through a function that the
 // compiler does not inline; and the heap allocations of each (column "allocations", per call).
 #include "automation/LateBound.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Lists of 10^4 and 10^6 members: the time of each member stays the same.
 #include "automation/Array.h"
 #include "general/Lists.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Ten times as many values in one key take ten times as long: adding, reading and enumerating them, through
 // the class that callers use, over a hive on the disk.
 #include "ini/Collection.h"

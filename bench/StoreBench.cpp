@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The ordered keyed store from 10^3 to 10^6 members: time per operation in random places. An operation that
 // is logarithmic or better stays within a small multiple from the smallest to the largest store.
 #include "automation/OrderedStore.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Property strings read and written, 10^3 to 10^6 entries; the rates count one byte for each character.
 #include "viewprops/PropertyString.h"
 

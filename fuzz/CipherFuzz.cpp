@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Cipher text and keys of any kind: whole blocks come out, and go back in to the same digits where the bytes
 // stay what they are.
 #include "cipher/CipherText.h"

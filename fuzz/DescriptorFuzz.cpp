@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Decimals of any content as object descriptors: nothing, or the one object that lives.
 #include "packager/ObjectPackager.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The HTML conversion against a plain one that reads every tag anew and looks at one character at a time.
 #include "base/CaseFold.h"
 #include "general/HtmlText.h"

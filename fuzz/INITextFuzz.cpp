@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Any text read into a document: it is parsed by the grammar or refused, and what was read is written and
 // read back as the same text.
 #include "automation/Variant.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Property strings: whatever is read is written, and what is written of text without quotes and tokens reads
 // as the same.
 #include "base/Error.h"

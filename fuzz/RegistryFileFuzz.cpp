@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Registry files of any content: what is read from one is written, read again and found the same, also where
 // a part of it comes as an addition.
 #include "platform/posix/RegistryText.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Stands in for libFuzzer where the compiler has none: random inputs from a fixed seed, for
 // `-max_total_time=SECONDS`, with a bias to the characters that the readers treat specially. Other options
 // and the corpus folder are accepted and not used.

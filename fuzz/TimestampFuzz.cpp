@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Any text as a date: what the run time reads it writes again, and reads back as the same moment.
 #include "automation/DateFormat.h"
 #include "automation/DateText.h"

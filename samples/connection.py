@@ -1,4 +1,5 @@
 #!/usr/bin/env python3
+# SPDX-License-Identifier: MIT
 """Turns a project file into its connection string and converts a date, through late-bound dispatch.
 
     PYTHONPATH=build/demo/python samples/connection.py samples/demo/demo.VLS "Saturday, March 07, 2009"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Uses the component through its vtables: prints a project's connection string and the locale's settings.
 //
 //     early_bound.exe C:\projects\demo.VLS

@@ -1,4 +1,5 @@
 #!/usr/bin/env python3
+# SPDX-License-Identifier: MIT
 """Changes a key of a project's settings file under a lock of the project; where somebody else has the project, shows
 who, and reads only.
 

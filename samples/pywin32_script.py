@@ -1,4 +1,5 @@
 #!/usr/bin/env python3
+# SPDX-License-Identifier: MIT
 """A script written for pywin32; only the line that imports differs there:
 
     from win32com.client import Dispatch, constants, gencache; from pythoncom import com_error

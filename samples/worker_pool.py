@@ -1,4 +1,5 @@
 #!/usr/bin/env python3
+# SPDX-License-Identifier: MIT
 """Reads many settings files on a pool of threads. Objects stay on the thread that made them, so each worker has
 its own; between threads go paths and plain values.
 

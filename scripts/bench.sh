@@ -1,4 +1,5 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: MIT
 # Builds the benchmarks with optimization and runs them, or those whose names are given, next to their peers:
 # `scripts/bench.sh INI Store`.
 set -euo pipefail

@@ -1,4 +1,5 @@
 #!/usr/bin/env python3
+# SPDX-License-Identifier: MIT
 """Runs a benchmark program in interleaved rounds and tells the shortest time of each row, with the peers' ratios.
 
     scripts/bench_report.py build/release/bench/INIBench [--rounds 5] [--filter REGEX] [--plot FOLDER]

@@ -1,4 +1,5 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: MIT
 # The checks that need no build: formatting and the arrows between the rooms.
 set -euo pipefail
 cd "$(dirname "$0")/.."

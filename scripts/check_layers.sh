@@ -1,4 +1,5 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: MIT
 # Fails when docs/architecture.md tells other arrows between the rooms than the build holds, or when an
 # operating-system header is included outside of the rooms that speak to the host. That a room includes nothing that
 # it may not is the build's own check (cmake/Library.cmake), here repeated for the rooms of the other host.

@@ -1,4 +1,5 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: MIT
 # Compares the run time's conversions with the operating system's own under Wine, in every locale of the test:
 #
 #   scripts/compare_conversions.sh            100000 generated inputs for each locale

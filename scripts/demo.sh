@@ -1,4 +1,5 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: MIT
 # Installs what is missing, builds the library, and turns two sample files into the connection strings of their
 # databases: a project information file of an Access project, and the link file of a database server.
 set -euo pipefail

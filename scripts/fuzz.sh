@@ -1,4 +1,5 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: MIT
 # Runs every fuzz target for some seconds each (30 when none are given): `scripts/fuzz.sh 3600` runs long.
 # Every run begins with the same seed. Built with clang's libFuzzer (versions 14 to 19); where that cannot be had, with a
 # driver that feeds seeded random inputs, and the script says so.

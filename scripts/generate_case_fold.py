@@ -1,4 +1,5 @@
 #!/usr/bin/env python3
+# SPDX-License-Identifier: MIT
 """Writes src/base/case_fold_data.inc from the Unicode Character Database.
 
 The database is read from Debian's package unicode-data:

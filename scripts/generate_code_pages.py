@@ -1,4 +1,5 @@
 #!/usr/bin/env python3
+# SPDX-License-Identifier: MIT
 """Writes src/platform/posix/generated_code_pages.inc, the code pages compiled into the library.
 
     python3 scripts/generate_code_pages.py

@@ -1,4 +1,5 @@
 #!/usr/bin/env python3
+# SPDX-License-Identifier: MIT
 """Holds released interfaces to what they were: compares typelib/VlGeneralServices.idl with typelib/interfaces.txt.
 
     interfaces.py              fails when what callers hold on to has changed under its identifier

@@ -1,4 +1,5 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: MIT
 # Makes what a release carries into dist/, the same bytes from the same commit: so far the archive of the sources, and
 # the checksums of everything there.
 set -euo pipefail

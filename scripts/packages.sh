@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 # Sourced by the other scripts: `need PACKAGE…` installs what is missing of these Debian packages, quietly.
 need() {
     local missing=() package

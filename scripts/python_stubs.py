@@ -1,4 +1,5 @@
 #!/usr/bin/env python3
+# SPDX-License-Identifier: MIT
 """Writes python/vlgs/__init__.pyi, what editors and type checkers know of the module, from the descriptions of the
 classes.
 

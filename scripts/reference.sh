@@ -1,4 +1,5 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: MIT
 # Writes the reference pages in docs/reference/ and the Python module's stub from the class descriptions.
 set -euo pipefail
 cd "$(dirname "$0")/.."

@@ -1,4 +1,5 @@
 #!/usr/bin/env python3
+# SPDX-License-Identifier: MIT
 """Writes the message texts of resources/ as the string tables of a Windows resource script.
 
     string_tables.py resources/VlComRes.en.txt > VlComRes.rc

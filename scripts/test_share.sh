@@ -1,4 +1,5 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: MIT
 # Prints what share of the code is test code, in lines that are neither blank nor comment; generated tables are left
 # out. A third is the most there should be: `scripts/test_share.sh 33` fails above 33 %.
 set -euo pipefail

@@ -1,4 +1,5 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: MIT
 # Builds the COM server for Windows, 64 and 32 bit, and proves it under Wine with a fresh prefix.
 #
 #   scripts/test_windows.sh            everything

@@ -1,4 +1,5 @@
 #!/usr/bin/env python3
+# SPDX-License-Identifier: MIT
 """Runs clang-tidy over translation units of a build tree, in parallel, skipping those that were clean before.
 
     tidy.py BUILD [FILE…]

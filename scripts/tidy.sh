@@ -1,4 +1,5 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: MIT
 # Runs clang-tidy over everything that is compiled, or over the files named. It takes the commands of the build with
 # clang, since it does not know every option of other compilers.
 set -euo pipefail

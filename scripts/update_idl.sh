@@ -1,4 +1,5 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: MIT
 # Emits the interface definition and the side-by-side manifest in typelib/ from the class descriptions.
 set -euo pipefail
 cd "$(dirname "$0")/.."

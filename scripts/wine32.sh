@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 # Sourced by test_windows.sh: a 32-bit Wine where the machine's packages give the 64-bit one alone. wine32 and what it
 # needs come from the machine's own archive and are unpacked below build/wine32, which is kept between runs; a mount
 # namespace of its own lays them over /usr for one command. Nothing of the machine is changed, and no root is needed

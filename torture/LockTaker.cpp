@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // One of the processes that torture/locks.py sets on one project: takes, changes and releases locks at random
 // and keeps a log of it.
 //

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A late-bound property read on our object against the same on the platform's dictionary, and a vtable call
 // against the late-bound one. Ends with status 1 when a ratio is above its aim.
 #include <VlGeneralServices/Interfaces.h>

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """Late-bound access to the classes of VlGeneralServices.
 
     import vlgs

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """The members of all enumerations by name."""
 
 from ctypes import byref

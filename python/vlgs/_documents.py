@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """What Python programs expect of INI documents, their sections and keys, collections and dictionaries, besides
 the members that every caller has."""
 

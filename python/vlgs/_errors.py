@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """The one exception type, and how the library's last error becomes one."""
 
 import ctypes

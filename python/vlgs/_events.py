@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """Events: an object of the library calls a Python handler."""
 
 import itertools

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """Finds the shared library and declares its C interface (vlgs.h)."""
 
 import ctypes

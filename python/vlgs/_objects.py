@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """Objects of the library as Python objects, one Python class for each class that is described."""
 
 import collections

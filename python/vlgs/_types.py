@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """Values of automation that Python has no type for, and the codes of its types."""
 
 EMPTY, NULL, INTEGER, LONG, SINGLE, DOUBLE, CURRENCY, DATE, TEXT = range(9)

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """The conversions of values between Python and automation.
 
 `put` writes a Python value into a native one, `take` reads a native one. Whoever calls `put` clears the

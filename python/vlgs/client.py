@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """The objects of the library in the manner of pywin32, so that a script written for it changes its import line only:
 
     from vlgs.client import Dispatch, constants, com_error, gencache, pythoncom

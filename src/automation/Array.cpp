@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "automation/Array.h"
 
 #include "automation/Convert.h"

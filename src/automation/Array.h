@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Arrays of automation: 1 to 60 dimensions, each with its own bounds, elements of one type.
 //
 // Invariant: an Array is either null (no dimensions, no elements) or shares a block {element type, bounds,

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "automation/CallError.h"
 
 #include "base/NearestName.h"

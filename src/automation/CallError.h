@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What goes wrong with a late-bound call before its member runs. The number is the run time's; the
 // description begins with the run time's text and names what it is about: "Argument not optional: sSection of
 // INIFile.Key".

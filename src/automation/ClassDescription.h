@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The vocabulary in which a class writes its one table of members, and what is derived from it at compile
 // time.
 //

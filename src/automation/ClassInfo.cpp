@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "automation/ClassInfo.h"
 
 #include "automation/CallError.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The description of a class as a running program sees it: what late-bound calls, the interface description,
 // the reference pages and `vlgs describe` are derived from. It is made from the class's own table of members
 // (ClassDescription.h); nobody fills one by hand.

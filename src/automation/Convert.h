@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The run time's conversions between types: what a late-bound call, an assignment to a typed variable or a
 // conversion function of the run time does. Locale-dependent ones follow the user's locale.
 //

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Dates as texts: the pattern language of the run time's formatting function.
 #pragma once
 

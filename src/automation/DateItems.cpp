@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "automation/DateItems.h"
 
 #include "base/Ascii.h"

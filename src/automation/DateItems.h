@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A text that may be a date or a time, cut into its numbers and words.
 #pragma once
 

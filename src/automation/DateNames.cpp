@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "automation/DateNames.h"
 
 #include "base/Ascii.h"

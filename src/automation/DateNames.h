@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The words of dates and times: names of months and weekdays, designators of the halves of the day.
 #pragma once
 

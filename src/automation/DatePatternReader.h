@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Texts in the form of one of a locale's own patterns, units and all: "2009年3月7日".
 #pragma once
 

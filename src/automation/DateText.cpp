@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "automation/DateText.h"
 
 #include "automation/DateItems.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Texts as dates: the run time's conversion of a text to a date in the user's locale.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "automation/Dictionary.h"
 
 #include "automation/Convert.h"

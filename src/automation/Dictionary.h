@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The platform's scripting dictionary: items by keys of any plain type, in the order in which the keys were
 // added.
 //

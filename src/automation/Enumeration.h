@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Enumerations of the component: a C++ enumeration and its description, from one list of members.
 //
 //     #define VLGS_STREAM_TYPES(value) value(eStream_StringArray, 2) value(eStream_String, 3)

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The side of an object that raises events: whoever connects an object has its members called, by the numbers
 // that the class's outgoing interface gives to its events.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "automation/LateBound.h"
 
 #include "automation/ClassInfo.h"

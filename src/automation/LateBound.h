@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Late-bound access to objects of any origin, the library's own and a caller's alike.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What a text says of a moment, as far as it says it: the readers of dates have this in common.
 #pragma once
 

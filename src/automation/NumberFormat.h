@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Numbers as texts by a mask: the run time's formatting function for numbers.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Numbers as texts in a locale, the user's unless another is given: what the run time's text and number
 // conversions give and accept.
 #pragma once

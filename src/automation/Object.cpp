@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "automation/Object.h"
 
 #include "automation/ClassInfo.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The reference-counted base of every object and the reference that holds one.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "automation/OrderedCollection.h"
 
 #include "automation/OrderedStore.h"

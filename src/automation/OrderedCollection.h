@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The run time's ordered collection: members in order, found by position from 1 or by key without regard to
 // case. Its members raise the run time's errors; a left-out key is no key.
 #pragma once

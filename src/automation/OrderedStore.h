@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The ordered keyed store as collections use it: members numbered from 1, each a Variant, that an index of
 // any type names.
 //

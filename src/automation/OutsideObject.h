@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Objects from outside the library, and the library's own as they are known outside.
 #pragma once
 

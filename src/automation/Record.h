@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // User-defined records as late-bound callers see them: named fields in a fixed order, held by reference and
 // copied as a whole.
 #pragma once

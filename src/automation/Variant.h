@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The dynamically typed value that crosses every boundary of the library.
 //
 // Invariant: 16 bytes. Bytes 0 and 1 hold the type code of automation; the value stands from byte 8, but for

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Tests of single characters that mean the ASCII ones alone, and hexadecimal digits. Bytes and UTF-16 alike.
 #pragma once
 

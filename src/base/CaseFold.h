@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The one comparison without regard to case: Unicode simple case folding, character by character, the same
 // on every host. "Ä" equals "ä", "ß" does not equal "ss" (that would need full folding).
 #pragma once

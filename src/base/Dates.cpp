@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "base/Dates.h"
 
 #include "base/Error.h"

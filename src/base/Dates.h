@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Calendar arithmetic on automation dates: day counts from 30 December 1899 in the proleptic Gregorian
 // calendar, years 100 to 9999, moments in whole seconds.
 #pragma once

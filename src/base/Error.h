@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The one exception type. A failure has a signed 32-bit number, the source that raised it and a description.
 #pragma once
 

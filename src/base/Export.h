@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What the library exports is marked; everything else stays inside, on every host.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Identifiers of 16 bytes, as the class descriptions fix them at compile time and as texts name them.
 #pragma once
 

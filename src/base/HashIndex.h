@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Finds numbered things by a hash of them: open addressing with linear probing, 8 bytes a slot. The things
 // themselves, and their comparison, stay with the owner.
 //

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "base/KeyedHash.h"
 
 #include <cstring>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The hash behind every table whose keys come from outside: SipHash with one round a word and three at the
 // end (Aumasson and Bernstein, 2012), keyed by a secret of the process. Nobody can choose keys that collide;
 // a hash is never to be stored or sent to another process.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The ordered keyed store behind every collection and every registry key: members in an order, optionally
 // with a text key. Keys are compared without regard to case and kept as given; no two members share a key.
 //

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Finds one text again and again in others, by the method of Knuth, Morris and Pratt: linear however they
 // look.
 #pragma once

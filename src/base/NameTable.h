@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The names of a class's members, found without regard to case.
 //
 // Names are plain ASCII and are compared four characters at a time: a block of a name that is asked for, with

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "base/NearestName.h"
 
 #include "base/Ascii.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The name that somebody who mistyped one most likely meant.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Resources of the host, owned by types: an alias for each kind says what closes it and which value is none.
 //
 //     inline void closeHandle(HANDLE handle) noexcept { CloseHandle(handle); }

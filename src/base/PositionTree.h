@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A sequence of numbers in which every place can be found, filled and emptied in logarithmic time: a B+-tree
 // whose inner nodes count what hangs below each child.
 //

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Counted UTF-16 text, the one text type of the library.
 //
 // Invariant: a String is either null (the empty text) or points at the first character of a block

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Routines over text that every class shares: trimming, splitting, replacing. All are linear in the text.
 // Comparison without regard to case stands in CaseFold.h.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "base/Utf8.h"
 
 namespace vlgs {

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What is well-formed UTF-8.
 #pragma once
 

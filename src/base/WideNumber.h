@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Whole numbers of 96 bits, as decimals hold them, and their decimal texts.
 #pragma once
 

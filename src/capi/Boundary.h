@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The boundary between C callers and the library: how values and objects look from either side, and the one
 // place where exceptions end.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Objects that a C caller implements, and the events that they receive.
 #include "automation/EventSource.h"
 #include "capi/Boundary.h"

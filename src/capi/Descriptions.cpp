@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Names and help texts of descriptions are literals, so each ends with a NUL and lives for ever.
 #include "capi/Boundary.h"
 #include "library/Classes.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "automation/LateBound.h"
 #include "capi/Boundary.h"
 #include "library/Classes.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "automation/Convert.h"
 #include "automation/Record.h"
 #include "base/CaseFold.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 /* The C interface of VlGeneralServices: late-bound access to its classes for programs in any language.
  *
  *     vlgs_object* files = NULL;

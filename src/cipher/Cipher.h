@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Texts enciphered with a caller's key, in memory and in files.
 #pragma once
 

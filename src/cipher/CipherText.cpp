@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "cipher/CipherText.h"
 
 #include "base/Ascii.h"

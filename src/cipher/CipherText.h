@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Text under the cipher: between characters, the bytes of the code page, cipher blocks and hexadecimal
 // digits.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "cipher/KeyGenerator.h"
 
 #include "automation/Convert.h"

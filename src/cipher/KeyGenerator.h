@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // New cipher keys from the run time's random numbers.
 #pragma once
 

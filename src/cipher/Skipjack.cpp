@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Each round waits for the one before it, so several blocks go through the rounds side by side.
 #include "cipher/Skipjack.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The Skipjack block cipher: blocks of 64 bits, keys of 80 bits, 32 rounds ("SKIPJACK and KEA Algorithm
 // Specifications", version 2.0, National Institute of Standards and Technology, 1998).
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The tables of all classes of the component and of the run time's classes that it hands out.
 #include "library/ClassList.h"
 

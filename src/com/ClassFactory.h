@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // How COM makes objects of the component's classes.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "com/Face.h"
 
 #include "automation/CallError.h"

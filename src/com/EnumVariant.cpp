@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "com/EnumVariant.h"
 
 #include "automation/Variant.h"

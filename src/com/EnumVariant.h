@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // An enumerator of the library as a caller's `For Each` sees it.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The outgoing interface of an object: a connection point that tells a caller's sink of every event.
 #pragma once
 

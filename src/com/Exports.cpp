@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The functions that the operating system calls in the library's file.
 #include "com/ClassFactory.h"
 #include "com/Module.h"

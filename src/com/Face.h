@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A library object as COM sees it: one dual interface of its class, and what every object offers besides.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "com/Failure.h"
 
 #include <iterator>

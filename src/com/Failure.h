@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // How a failure crosses the boundary: every exception becomes a status, with its number, source and
 // description beside it.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Somebody else's automation object, as the library uses it.
 #pragma once
 

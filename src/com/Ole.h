@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The automation types of the operating system and the owners of what its functions allocate.
 //
 // Include it after the headers of components: the operating system's headers define macros with names of

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "com/References.h"
 
 #include "automation/Dictionary.h"

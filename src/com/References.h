@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Objects across the boundary, in both directions, with their identity.
 //
 // Invariant: as long as somebody outside holds an object of the library, it has one interface pointer, and

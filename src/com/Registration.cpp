@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "com/Registration.h"
 
 #include "automation/ClassInfo.h"

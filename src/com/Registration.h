@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Registering the component: programmatic and class identifiers and the type library.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Gives back what the compiler's run time does not: it takes one of a process's places for threads' data each
 // time this file is loaded and keeps it when the file is unloaded, so that a process could load the file only
 // about a thousand times. The import through which it asks is defined here, in front of the system's.

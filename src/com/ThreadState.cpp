@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "com/ThreadState.h"
 
 #include <memory>

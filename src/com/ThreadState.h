@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What the boundary keeps for each thread: the two tables of identity and the loaded type library.
 //
 // Invariant: the state exists exactly while a table has an entry, so that nothing is left to a thread's end.

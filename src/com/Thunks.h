@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The dual vtables, generated from the class descriptions: one entry for each row of a class's table, which
 // takes the wire types of automation, calls the member and turns an exception into a status.
 //

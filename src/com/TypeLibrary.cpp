@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "com/TypeLibrary.h"
 
 #include "base/Error.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The type library inside this file, and the records that need it.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "com/Values.h"
 
 #include "automation/Convert.h"

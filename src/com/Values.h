@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Values across the boundary: Variant and VARIANT, Array and SAFEARRAY.
 //
 // Type codes outside the library's (unsigned and 64-bit numbers, plain interface pointers) come in as the

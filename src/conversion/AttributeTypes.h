@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The data types of attributes and of their values, and the forms into which values are converted.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Attribute values of requirements between their native form, which is stored, and the user's locale form.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The class `Conversion`: how numbers, dates and times look on the user's machine and in the product's own
 // form that is the same everywhere.
 #pragma once

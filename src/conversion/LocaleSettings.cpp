@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "conversion/LocaleSettings.h"
 
 #include "base/CaseFold.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The user's locale as the product's programs know it: single settings, the record of nine, and weekday
 // names.
 #pragma once

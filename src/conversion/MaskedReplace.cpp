@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "conversion/MaskedReplace.h"
 
 #include "base/CaseFold.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Replacement that spares what earlier replacements produced.
 #pragma once
 

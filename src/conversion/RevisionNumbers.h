@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Revision numbers: a major number above 0 and a minor number up to 9999, shown as "1.0000".
 //
 // The minor part counts, it is no fraction: "1.1" is revision 1.0001. The parts stand on either side of one

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "conversion/Timestamps.h"
 
 #include "automation/Convert.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Dates, times and timestamps as users type them: the one parser behind the date and time members of
 // `Conversion`.
 #pragma once

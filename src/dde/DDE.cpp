@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "dde/DDE.h"
 
 #include "base/Error.h"

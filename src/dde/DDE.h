@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The client of conversations with other running programs (Dynamic Data Exchange), which is disabled:
 // creating one always fails. The class is described whole, members and events, so that its interface stays
 // what callers were compiled against.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "files/ConnectionString.h"
 
 #include "automation/Convert.h"

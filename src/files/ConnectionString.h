@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The ODBC connection string of a project's database: pairs "name=value;" one after the other, names and
 // values as they stand in the file.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What callers do with paths, with project, link and settings files, and to get the connection string of a
 // project's database.
 #pragma once

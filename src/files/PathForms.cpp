@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "files/PathForms.h"
 
 #include "automation/Convert.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The forms of paths, their volumes and levels, as text alone.
 //
 // A path, leading blanks aside, is in UNC form when it begins with "\\", in standard form when it begins with

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "files/PathTranslation.h"
 
 #include "base/CaseFold.h"

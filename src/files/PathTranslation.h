@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Paths on the volumes of this host: whether they lead anywhere, their UNC form, and the way from one to the
 // other.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "files/ProjectFiles.h"
 
 #include "base/CaseFold.h"

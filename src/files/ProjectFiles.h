@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Finding and reading project information files ("VLS"), database link files ("VLL") and settings files, and
 // getting at files in a place where they can be written.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "frame/ClassNames.h"
 
 #include "base/CaseFold.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The names of components: programmatic identifiers ("ProgIDs") and class identifiers, of those that the host
 // has registered and of the component's own, which answer without being registered.
 #pragma once

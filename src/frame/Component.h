@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What every class of the component shares: the six identity properties and the counting of live instances.
 //
 // What a member of a class raises when stands in its row of `describe()`, from which all faces tell it;

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What the library knows of itself, and the texts that classes make of message numbers.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // How the component raises its numbered errors: number, source, and a description from the message catalogue.
 #pragma once
 

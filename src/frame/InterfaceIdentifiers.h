@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The numbers that the classes answer as their `ClassID`.
 #pragma once
 

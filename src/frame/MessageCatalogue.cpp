@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "frame/MessageCatalogue.h"
 
 #include "base/Error.h"

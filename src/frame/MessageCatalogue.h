@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The object that the thread's objects share to fetch the texts of their messages.
 #pragma once
 

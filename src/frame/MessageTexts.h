@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The texts of the messages by number and language, as a resource file holds them.
 //
 // String 0 of the file is its header, "Min=1;Max=2;…": it maps keys to the numbers of the strings that hold

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The codes of the component's messages. Their texts stand in `resources/`, one file per language.
 #pragma once
 

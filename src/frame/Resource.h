@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The message catalogue as callers use it: texts by number, language and replaceable parts.
 #pragma once
 

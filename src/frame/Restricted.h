@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The class `Restricted`, whose name, number and frame stand for the product's closed security services.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "frame/SharedState.h"
 
 #include "base/Error.h"

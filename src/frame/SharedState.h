@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What the library shares among its objects. It exists once for each thread, since objects live on the thread
 // that made them; nothing here is locked.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Measuring arrays. Nothing here raises: what cannot be read counts as 0.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Copying between arrays and keyed dictionaries.
 #pragma once
 

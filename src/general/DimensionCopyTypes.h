@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Which dimensions of an array a copy concerns.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Globally unique identifiers for callers: new ones, comparison, and the registered names of classes.
 #pragma once
 

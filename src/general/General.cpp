@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "general/General.h"
 
 #include "frame/ComponentFacts.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Lists, arrays, dictionaries and HTML for callers: the shared routines as members of one class.
 #pragma once
 

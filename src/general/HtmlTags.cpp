@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "general/HtmlTags.h"
 
 #include "base/CaseFold.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What the tags of an HTML text do to its plain text, and where they end.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // From HTML to plain text.
 #pragma once
 

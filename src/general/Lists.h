@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Delimited lists of texts and numbers.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "ini/Buffer.h"
 
 #include "base/CaseFold.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A growing store of bytes in which texts are gathered, each followed by a delimiter, and from which the
 // whole is taken as bytes, as an array of texts or as one text.
 #pragma once

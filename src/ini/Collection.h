@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The library's ordered, keyed container. It never raises for a member that is not there: a failure is the
 // number that a member answers, or Empty.
 //

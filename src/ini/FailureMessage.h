@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Failures of documents as callers get them: a message of the catalogue that ends with what went wrong.
 #pragma once
 

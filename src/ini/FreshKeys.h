@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The keys of a section as they were read: records in an arena, in order, found by name without regard to
 // case. A Property is made of a record when somebody asks for one; from then on the Property is the key and
 // the record keeps only its name.

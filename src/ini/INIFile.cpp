@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "ini/INIFile.h"
 
 #include "automation/Convert.h"

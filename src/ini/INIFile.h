@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // An INI document: an ordered collection of named sections, each an ordered collection of named keys with
 // text values, bound to the path of a file.
 //

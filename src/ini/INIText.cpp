@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "ini/INIText.h"
 
 #include "base/Text.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The text form of INI documents: saved to files, handed out as streams, and read back.
 //
 // Written are, for each section, an empty line, "[name]" and a line "name=value" for each key; at the end one

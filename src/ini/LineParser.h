@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Reads the lines of an INI text into a document.
 //
 // Once there is a current section, a line with "=" is a key: the name before the first "=", trimmed of

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A path as text: its folder, its name, its extension. Nothing here looks at a disk. The backslash alone
 // separates folders, so a host's own path with slashes is all name.
 #pragma once

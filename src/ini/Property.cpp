@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "ini/Property.h"
 
 namespace vlgs {

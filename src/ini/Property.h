@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A named node of a document: a key with its text, or a section with the collection of its keys.
 #pragma once
 

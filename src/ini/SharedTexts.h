@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Gives texts that occur again and again one block of memory, as key names do from section to section.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A text as documents keep it until somebody asks for it: a byte for each character when all of them are
 // ASCII, else UTF-16.
 #pragma once

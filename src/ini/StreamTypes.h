@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The forms in which streams are handed out.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "ini/TextArena.h"
 
 #include "platform/LargePages.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The memory of what was read together: names and values of keys, each pair in one record, written one behind
 // the other and given back all at once when the last holder of the arena lets go.
 //

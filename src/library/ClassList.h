@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The component's one list of classes. Whoever only looks classes up includes library/Classes.h, which knows
 // none of them.
 //

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What is looked up in the component's list of classes. Type library, COM server, C interface, Python module
 // and command line all start here.
 #pragma once

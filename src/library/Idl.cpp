@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "library/Idl.h"
 
 #include "automation/ClassInfo.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The component's interface definition and its side-by-side manifest, both derived from the class
 // descriptions.
 //

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What identifies the component's type library. Fixed for ever.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Every class of the library, and their creation by name.
 //
 //     #include <VlGeneralServices/VlGeneralServices.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Locks of projects and documents, a small hash of texts, and the way to view properties.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "locking/InitiateLock.h"
 
 #include "base/Error.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Taking locks.
 //
 // Invariant: whoever is granted a lock has looked for others after his own file was there, and keeps it while

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "locking/LockFiles.h"
 
 #include "automation/Convert.h"

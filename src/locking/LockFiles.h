@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The files that locks are: their names, their contents, and which of them stand in each other's way.
 //
 // All lie in the project's folder. A name begins with two characters for the kind of lock ("rw" read-write,

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The kinds of locks that users take.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // References to objects packed into plain values.
 #pragma once
 

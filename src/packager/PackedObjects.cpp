@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "packager/PackedObjects.h"
 
 #include "platform/ThreadSlot.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The packed objects of a thread, and the 32-bit numbers that stand for them in descriptors.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The present moment in the user's time zone.
 #pragma once
 

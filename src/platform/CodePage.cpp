@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What is the same on every host: UTF-8, and the names of code pages.
 #include "platform/CodePage.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The system's 8-bit code page: the bytes in which files and 8-bit streams keep text, and the codes that the
 // run time's character functions give.
 //

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Component registration: the programmatic identifiers ("ProgIDs") and class identifiers of the components
 // that the host knows. Names are found in any case.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Holding a file open against others.
 //
 // On Windows the share modes of the open file do it. Elsewhere an advisory lock of the open file has the same

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // When files were written.
 #pragma once
 

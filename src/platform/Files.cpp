@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What follows from the hosts' own routines on every host alike.
 #include "platform/Files.h"
 

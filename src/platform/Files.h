@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Files and folders: what is there, its attributes and content, and changes that are done whole or not at
 // all.
 //

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What the operating system can be told about large blocks of memory.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // How the user's locale writes numbers, dates and times.
 //
 // Items bear the numbers of the Windows function GetLocaleInfo, and patterns are in its pattern language:

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The machine that the process runs on.
 #pragma once
 

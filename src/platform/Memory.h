@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Looking at memory that may not be there.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Where the library itself lies: the loaded library file, or the program that contains the library.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The registry: trees of keys, one for each hive, with named and typed values.
 //
 // On Windows the operating system's own. Other hosts keep each hive in a text file (docs/hosts.md). Nothing

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "platform/StringResources.h"
 
 #include "base/Error.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The string resources of a resource file: texts by number, at most 65535.
 #pragma once
 

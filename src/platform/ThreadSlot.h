@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // One object for each thread, which ends with its thread.
 //
 // It stands in for a `thread_local` object with a destructor, which must not be in a library that is unloaded

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Volumes, and the names of files on them.
 //
 // A library path has the Windows form on every host: "C:\folder\name", "\\server\share\name", or a form

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The navigator over the registry.
 #pragma once
 

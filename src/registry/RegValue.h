@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The record of one registry value.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "registry/RegistryConversion.h"
 
 #include "automation/Array.h"

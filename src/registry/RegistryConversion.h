@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Between the registry's data and values of automation.
 #pragma once
 

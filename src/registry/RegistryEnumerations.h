@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The enumerations of the registry's classes.
 #pragma once
 

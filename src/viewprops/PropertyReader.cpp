@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "automation/OrderedCollection.h"
 #include "base/CaseFold.h"
 #include "frame/Errors.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // View property strings, the one line of text in which views keep their settings:
 //
 //     ColumnWidths=/c(/i120,/i80);ShowGrid=/b1;Title=/s"Open, by owner";Map=/d(/sA-/i1,/sB-/i2);

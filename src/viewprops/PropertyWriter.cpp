@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "automation/LateBound.h"
 #include "frame/Errors.h"
 #include "viewprops/PropertyString.h"

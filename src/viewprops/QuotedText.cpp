@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "viewprops/QuotedText.h"
 
 #include "frame/Errors.h"

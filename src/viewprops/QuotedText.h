@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Characters that mean something in a property string, kept apart inside its quoted parts.
 //
 // Each of , = ; / ( ) - has a token such as "[~CM~]" that stands for it while a string is taken apart. No

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "viewprops/ViewProperties.h"
 
 #include "frame/Errors.h"

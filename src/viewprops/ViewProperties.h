@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The properties of a view: one dictionary of names and ViewProperty objects.
 #pragma once
 

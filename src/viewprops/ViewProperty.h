@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // One typed value of a view property string.
 #pragma once
 

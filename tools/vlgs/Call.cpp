@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "Call.h"
 
 #include "Chain.h"

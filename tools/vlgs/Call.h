@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // `vlgs call`: creates an object, calls one member with texts as arguments, prints the result.
 #pragma once
 

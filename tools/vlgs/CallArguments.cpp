@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "CallArguments.h"
 
 #include "Chain.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What the words behind a member mean to it.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "Chain.h"
 
 #include "CallArguments.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Calls as they are typed: a first word that names a class, a member of a class or a variable, its arguments,
 // and members of what comes back.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Completion for shells, made from the descriptions: `vlgs completion bash|zsh|fish`.
 #pragma once
 

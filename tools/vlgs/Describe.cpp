@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "Describe.h"
 
 #include "Misuse.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The descriptions of the classes for people: `vlgs classes`, `vlgs describe`, the reference pages.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // INI documents as the shell reads, changes and saves them.
 #pragma once
 

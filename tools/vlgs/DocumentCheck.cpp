@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "Document.h"
 #include "HostText.h"
 #include "base/CaseFold.h"

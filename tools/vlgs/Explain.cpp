@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "Explain.h"
 
 #include "HostText.h"

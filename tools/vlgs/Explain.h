@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // `vlgs explain`: what a project's or link file's connection string says.
 #pragma once
 

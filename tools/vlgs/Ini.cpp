@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "Ini.h"
 
 #include "Document.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Documents from the shell: `vlgs ini get`, `set`, `delete`, `list`, `tree`, `diff`, `check`.
 #pragma once
 

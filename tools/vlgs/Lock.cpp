@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "Lock.h"
 
 #include "HostText.h"

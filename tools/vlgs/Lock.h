@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Locks from the shell: `vlgs lock take`, `vlgs lock status`, `vlgs lock release`.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "LockKeeper.h"
 
 #include "HostText.h"

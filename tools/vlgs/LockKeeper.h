@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Processes that keep a lock: one that runs a command meanwhile, and one that stays behind.
 #pragma once
 

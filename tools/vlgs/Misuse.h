@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A command line that cannot be carried out, with what would have been right.
 #pragma once
 

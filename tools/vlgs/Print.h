@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Results on standard output.
 #pragma once
 

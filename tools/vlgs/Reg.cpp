@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "Reg.h"
 
 #include "HostText.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The registry from the shell: `vlgs reg query`, `add`, `delete`, `tree`, `export`, `import`.
 #pragma once
 

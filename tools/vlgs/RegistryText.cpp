@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "RegistryText.h"
 
 #include "HostText.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Keys and values of the registry as texts: names of hives and types, data, and the form of ".reg" files.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What the terminal can show.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The words of a command line: options, values that stand in files, names that were nearly right.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The command line. A failure that the library raises ends it with status 1, a command line that cannot be
 // carried out with status 2.
 #include "Call.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Samba and Wine keep the attributes of a file in the extended attribute user.DOSATTRIB, in one of two forms:
 //   the number as text, "0x22", and possibly a NUL with more behind it;
 //   a record in which a NUL stands for that text: at byte 2 a 16-bit version (3 to 5), at byte 8 a 32-bit set

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // File attributes on a host that has other ones.
 #pragma once
 

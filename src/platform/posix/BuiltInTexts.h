@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The files of the library's message texts as they were when it was built. cmake/BuiltInTexts.cmake writes
 // the definition.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Code pages from compiled-in tables. The tables run from codes to characters; the way back is laid out when
 // a page is first used, and never changes afterwards.
 #include "platform/CodePage.h"

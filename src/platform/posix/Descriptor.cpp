@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "platform/posix/Descriptor.h"
 
 #include "base/Error.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // An open file of the host.
 #pragma once
 

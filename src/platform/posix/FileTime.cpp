@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "platform/FileTime.h"
 
 #include "platform/posix/HostPath.h"

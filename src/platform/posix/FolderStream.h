@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The entries of one host folder.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "platform/posix/FullName.h"
 
 #include "base/Ascii.h"

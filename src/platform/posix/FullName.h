@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The absolute form of a path, by text alone.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "platform/posix/HostError.h"
 
 #include "base/Error.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The host's error numbers as run-time errors.
 #pragma once
 

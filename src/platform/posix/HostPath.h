@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The way from library paths to host paths and back.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // New content in a file that must stay the same file: because its folder takes no other, because a new one
 // could not have its owner, or because it has further names.
 //

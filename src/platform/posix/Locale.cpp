@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Locales from the compiled-in table.
 #include "platform/Locale.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The bytes go through a pipe: the system refuses to take them from memory that is not readable.
 #include "platform/Memory.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A file that is written before it has its name.
 //
 // Invariant: until it is published nobody finds it under the name it is meant for, and when it is given up it

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Bytes that nobody can foresee, straight from the host: nothing is kept that a forked child could repeat.
 #pragma once
 

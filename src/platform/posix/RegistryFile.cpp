@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "platform/posix/RegistryFile.h"
 
 #include "platform/posix/Attributes.h"

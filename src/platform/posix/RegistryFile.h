@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A hive in its file.
 //
 // Invariants: The tree is what the file's text says up to `end_`, but for changes that others have made since

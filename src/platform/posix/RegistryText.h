@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The text form in which registry editors import and export keys and values (".reg").
 //
 // A text is a heading and a sequence of changes: a line "[key]" makes a key, which the lines behind it change

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What reader and writer of the registry's text form share.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "base/Ascii.h"
 #include "base/CaseFold.h"
 #include "base/Text.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "base/Ascii.h"
 #include "platform/posix/RegistryText.h"
 #include "platform/posix/RegistryTextForm.h"

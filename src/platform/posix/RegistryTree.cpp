@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "platform/posix/RegistryTree.h"
 
 namespace vlgs::posix {

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A hive's keys and values in memory.
 //
 // Invariant: names are unique without regard to case among the subkeys and among the values of a key; both

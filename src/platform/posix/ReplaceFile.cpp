@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Changing the content of a file so that it is old or new at every moment.
 //
 // Invariant: while a file is replaced it is claimed, so no other document holds it, and whoever claims it

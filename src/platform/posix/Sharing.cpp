@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "platform/posix/Sharing.h"
 
 #include "platform/posix/Descriptor.h"

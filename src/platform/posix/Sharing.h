@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Who else uses an open file.
 //
 // A claim is a lock of the open file description (flock), so it holds between any two opens wherever they

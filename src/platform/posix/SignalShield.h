@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Keeps a signal that the library's own work may cause away from the program that uses it.
 #pragma once
 

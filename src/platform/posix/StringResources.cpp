@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // String resources from text files. The first file holds the lowest block of numbers and names the files of
 // the others, which are read when a number of theirs is wanted first.
 #include "platform/StringResources.h"

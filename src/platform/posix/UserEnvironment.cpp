@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "platform/posix/UserEnvironment.h"
 
 #include <array>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The environment variables that tell the user's locale, languages and code page.
 #pragma once
 

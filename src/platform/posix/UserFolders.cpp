@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "platform/posix/UserFolders.h"
 
 #include "platform/posix/HostPath.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The folders of the user whom the process runs for.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Code pages of the operating system. What it tells of a page is read once and never changes.
 #include "platform/CodePage.h"
 

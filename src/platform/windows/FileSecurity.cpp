@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "platform/windows/FileSecurity.h"
 
 #include <aclapi.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Who may do what with a file.
 #pragma once
 

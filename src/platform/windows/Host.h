@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The operating system's functions and what every use of them here needs.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Locales of the operating system, asked anew for every item, so that a change of the user's settings takes
 // effect at once. The texts that were handed out are kept.
 #include "platform/Locale.h"

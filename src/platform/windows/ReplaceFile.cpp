@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Replacing a file's content: a new file beside it takes its name, so that there is never half a file.
 #include "platform/Files.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // String resources of a library file, which is loaded as data only.
 #include "platform/StringResources.h"
 

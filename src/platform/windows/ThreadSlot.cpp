@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Places of fibers: of the host's two kinds the one that calls back.
 #include "platform/ThreadSlot.h"
 
