@@ -1,6 +1,6 @@
 file(GLOB VLGS_TOOL_SOURCES CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/tools/vlgs/*.cpp)
 if(VLGS_TOOL_SOURCES)
   add_executable(vlgs ${VLGS_TOOL_SOURCES})
-  target_link_libraries(vlgs PRIVATE vlgs_inside)
+  target_link_libraries(vlgs PRIVATE vlgs_inside ${CMAKE_DL_LIBS})
   set_target_properties(vlgs PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR}/bin)
 endif()

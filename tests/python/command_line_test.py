@@ -58,6 +58,29 @@ class CommandLineTest(unittest.TestCase):
                 with self.subTest(words=words):
                     self.assertEqual(vlgs("call", *words), (0, output, ""))
 
+    def test_scripts(self):
+        with tempfile.TemporaryDirectory() as folder:
+            file, script = os.path.join(folder, "a.ini"), os.path.join(folder, "s.vlgs")
+            pathlib.Path(file).write_text("[A]\nx=1\n")
+            for lines, output, report in (
+                ("f = Files.RetrieveINIFile $1 # opens\n\n_ = f.CreateKey A y 'a \"b\" .z'\nF.Save\n$f.KeyValue A y",
+                 'True\na "b" .z\n', ""),
+                ("b = Buffer\r\nb.Delimiter=;\r\nb.Delimiter\r\nn = long:2\r\n{ $n 'long:3' }\r\n", ";\n2\nlong:3\n", ""),
+                ("c = Collection\nc.Add -- =\nc.Item long:1\nexit\nnever", "0\n=\n", ""),
+                ("Conversion.CBln True $typed\ntyped", "1\nTrue\n", ""),
+                ("1x = Files\n", "", 'S:1: "1x" is no name'), ("\n'open\n", "", "S:2: a ' is missing"),
+                ("n = long:1\nCollection.Add $m\n", "", 'S:2: there is no variable "m"'),
+                ("doc = Files\ndok.ClassID\n", "", "did you mean doc?"),
+            ):
+                pathlib.Path(script).write_text(lines)
+                with self.subTest(lines=lines):
+                    status, out, told = vlgs("run", script, file)
+                    self.assertEqual((status > 0, out), (bool(report), output))
+                    self.assertIn(report.replace("S:", script + ":"), told)
+            self.assertEqual(vlgs("run", "--json", input_="Restricted.ClassID\nx.y"),
+                             (2, '{"type": 3, "value": 162}\n', '-:2: there is no class or variable "x"\n'
+                                 "vlgs classes lists the classes\n"))
+
     def test_errors(self):
         for words, report in (
             (("Property.Value",), "error 429: ActiveX component can't create object: VlGeneralServices.Property\n"),
@@ -79,6 +102,7 @@ class CommandLineTest(unittest.TestCase):
             ((), "usage"), (("frob",), "frob"), (("call",), "CLASS.MEMBER"), (("call", "Files"), "CLASS.MEMBER"),
             (("call", "Flies.X"), "did you mean Files?"), (("call", "Restricted.ClasName"), "did you mean ClassName?"),
             (("call", "Buffer.Delimiter=;"), "ends with the command"),
+            (("call", "Buffer.Delimiter", ";"), "ends with the command"), (("call", "Flies"), "did you mean Files?"),
             (("call", "Collection.Item", "k", ".Count"), "gives no object"), (("call", "Collection.Add", "[", "Collection"), '"]"'),
             (("call", "--frob"), "--json"), (("call", "GUID.IsEqualGUID", "sGUDI1=x"), "sGUID1"),
             (("call", "GUID.IsEqualGUID", "sGUID1=x", "y"), "last"), (("classes", "x"), "no arguments"),

@@ -28,10 +28,7 @@ void call(std::span<const std::string_view> words) {
     }
     if (chain.empty())
         throw Misuse("call needs a member: vlgs call CLASS.MEMBER [ARG...] [NAME=VALUE...]");
-    if (chain.size() == 1 && chain.front().find('.') == std::string_view::npos)
-        throw Misuse("\"" + std::string(chain.front()) +
-                     "\" names no member: vlgs call CLASS.MEMBER, such as Files.ClassVersion");
-    const auto result = runChain(ChainWords(chain));
+    const auto result = runChain(chainWords(chain));
     if (json)
         printJson(std::cout, result.value, result.arguments());
     else

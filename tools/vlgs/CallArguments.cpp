@@ -56,27 +56,55 @@ std::optional<Variant> enumerationValue(const ParameterInfo& parameter, std::str
     return std::nullopt;
 }
 
-std::optional<Variant> valueOfType(std::string_view word) {
-    static constexpr std::pair<std::string_view, VarType> types[] = {
-        {"byte", VarType::Byte},       {"integer", VarType::Integer}, {"long", VarType::Long},
-        {"single", VarType::Single},   {"double", VarType::Double},   {"currency", VarType::Currency},
-        {"decimal", VarType::Decimal}, {"date", VarType::Date},       {"boolean", VarType::Boolean},
-        {"text", VarType::String},
-    };
+struct TypeWord {
+    std::string_view name;
+    VarType type;
+    bool takesText = true;
+};
+
+constexpr TypeWord typeWords[] = {
+    {"byte", VarType::Byte},
+    {"integer", VarType::Integer},
+    {"long", VarType::Long},
+    {"single", VarType::Single},
+    {"double", VarType::Double},
+    {"currency", VarType::Currency},
+    {"decimal", VarType::Decimal},
+    {"date", VarType::Date},
+    {"boolean", VarType::Boolean},
+    {"text", VarType::String},
+    {"empty", VarType::Empty, false},
+    {"null", VarType::Null, false},
+    {"missing", VarType::Error, false},
+    {"nothing", VarType::Object, false},
+};
+
+const TypeWord* typeWordOf(std::string_view word) {
     const auto colon = word.find(':');
-    const auto type = word.substr(0, colon);
     if (colon == word.npos)
+        return nullptr;
+    for (const auto& each : typeWords)
+        if (each.name == word.substr(0, colon) && (each.takesText || colon + 1 == word.size()))
+            return &each;
+    return nullptr;
+}
+
+std::optional<Variant> valueOfType(std::string_view word) {
+    const auto* type = typeWordOf(word);
+    if (!type)
         return std::nullopt;
-    if (colon + 1 == word.size() &&
-        (type == "empty" || type == "null" || type == "missing" || type == "nothing"))
-        return type == "empty"     ? Variant()
-               : type == "null"    ? Variant(null)
-               : type == "missing" ? Variant(missing)
-                                   : Variant(nullptr);
-    for (const auto& [name, code] : types)
-        if (name == type)
-            return changeType(Variant(valueOf(word.substr(colon + 1))), code);
-    return std::nullopt;
+    switch (type->type) {
+    case VarType::Empty:
+        return Variant();
+    case VarType::Null:
+        return Variant(null);
+    case VarType::Error:
+        return Variant(missing);
+    case VarType::Object:
+        return Variant(nullptr);
+    default:
+        return changeType(Variant(valueOf(word.substr(type->name.size() + 1))), type->type);
+    }
 }
 
 } // namespace
@@ -117,6 +145,10 @@ std::optional<std::string_view> parameterName(const MemberRows& rows, std::strin
                          "; did you mean " + std::string(near) +
                          "? (a text that looks like NAME=VALUE stands behind --)");
     return std::nullopt;
+}
+
+bool isTypedValue(std::string_view word) {
+    return typeWordOf(word) != nullptr;
 }
 
 Variant typedValue(const ParameterInfo* parameter, std::string_view word) {

@@ -23,6 +23,9 @@ std::optional<std::string_view> parameterName(const MemberRows& rows, std::strin
 /// Misuse for a name that is nearly one of the enumeration's.
 Variant typedValue(const ParameterInfo* parameter, std::string_view word);
 
+/// Whether a word has a type before a colon.
+bool isTypedValue(std::string_view word);
+
 /// The parameter at a place, or of a name; null when there is none.
 const ParameterInfo* parameterAt(const MemberRows& rows, std::size_t place);
 const ParameterInfo* parameterNamed(const MemberRows& rows, std::string_view name);

@@ -25,16 +25,6 @@ std::string quoted(std::string_view text) {
     return "\"" + std::string(text) + "\"";
 }
 
-const ClassInfo& classNamed(std::string_view name) {
-    if (const auto* info = findClass(fromHost(name)))
-        return *info;
-    std::vector<std::string_view> names;
-    for (const auto* info : classes())
-        names.push_back(info->name());
-    throw Misuse("there is no class " + quoted(name) + nearest(name, names) +
-                 "\nvlgs classes lists the classes");
-}
-
 // Member, value to write ("NAME=VALUE").
 struct Target {
     std::string_view member;
@@ -48,7 +38,7 @@ struct Target {
 
 class Chain {
   public:
-    Chain(const ChainWords& words, const Variables& variables) : words_(words), variables_(variables) {}
+    Chain(std::span<const ChainWord> words, Variables* variables) : words_(words), variables_(variables) {}
 
     ChainResult run() {
         evaluate();
@@ -58,13 +48,13 @@ class Chain {
     }
 
   private:
-    bool atEnd() const { return at_ == words_.words.size(); }
-    std::string_view word() const { return words_.words[at_]; }
-    bool isMark(std::string_view mark) const { return !atEnd() && at_ < words_.literal && word() == mark; }
+    bool atEnd() const { return at_ == words_.size(); }
+    std::string_view word() const { return words_[at_].text; }
+    bool isMark(std::string_view mark) const { return !atEnd() && !words_[at_].isLiteral && word() == mark; }
 
     // A word ".NAME" or "..NAME".
     bool isStep(std::string_view dots) const {
-        return !atEnd() && at_ < words_.literal && word().starts_with(dots) &&
+        return !atEnd() && !words_[at_].isLiteral && word().starts_with(dots) &&
                isIdentifier(Target(word().substr(dots.size())).member);
     }
 
@@ -76,7 +66,6 @@ class Chain {
                 object_ = objectOf(value);
             const auto step = word().substr(isStep("..") ? 2 : 1);
             ++at_;
-            isThrownAway_ = false;
             value = call(Target(step));
         }
         if (isThrownAway_)
@@ -94,35 +83,69 @@ class Chain {
         return value.reference();
     }
 
-    // The first word: CLASS.MEMBER, CLASS, VARIABLE.MEMBER or VARIABLE.
+    // A variable's value, null for a name that none has.
+    const Variant* variable(std::string_view name) const {
+        if (!variables_)
+            return nullptr;
+        const auto known = variables_->find(name);
+        return known == variables_->end() ? nullptr : &known->second;
+    }
+
+    // What the first word stands for: CLASS.MEMBER, CLASS, VARIABLE.MEMBER, VARIABLE; where variables can
+    // take it, a value as well.
     Variant first() {
         if (atEnd())
             throw Misuse("a member is missing: CLASS.MEMBER");
-        const auto path = word().substr(0, word().find('='));
-        const auto target = word();
+        keepsObject_ = isThrownAway_ = startsFromVariable_ = false;
+        if (variables_ && isValue())
+            return argument(nullptr);
+        const auto target = word().substr(variables_ && word().starts_with('$') ? 1 : 0);
+        const auto path = target.substr(0, target.find('='));
         ++at_;
-        keepsObject_ = isThrownAway_ = false;
         const auto dot = path.rfind('.');
-        if (const auto known = variables_.find(path.substr(0, dot)); known != variables_.end()) {
+        if (const auto* known = variable(path.substr(0, dot))) {
+            startsFromVariable_ = true;
             if (dot == path.npos)
-                return known->second;
+                return *known;
             --at_; // what is said about the word names it
-            object_ = objectOf(known->second);
+            object_ = objectOf(*known);
             ++at_;
             return call(Target(target.substr(dot + 1)));
         }
-        if (findClass(fromHost(path)) && path.size() == target.size())
+        const bool isWhole = !variables_ && words_.size() == 1; // which would do nothing
+        if (!isWhole && path.size() == target.size() && findClass(fromHost(path)))
             return Variant(createObject(fromHost(path)));
         if (dot == path.npos || dot == 0 || !isIdentifier(path.substr(dot + 1)))
-            throw Misuse(quoted(path) +
-                         " names no member: vlgs call CLASS.MEMBER, such as Files.ClassVersion");
+            throw Misuse(quoted(path) + " names no member: CLASS.MEMBER, such as Files.ClassVersion" +
+                         nearest(path, holders()) +
+                         (variables_ ? "\na variable is made by NAME = CHAIN, a text stands in quotes" : ""));
         const auto& type = classNamed(path.substr(0, dot));
         requireMember(type, path.substr(dot + 1));
         object_ = createObject(fromHost(path.substr(0, dot)));
-        const Target step(target.substr(dot + 1));
-        auto value = call(step);
-        isThrownAway_ = step.written.has_value();
-        return value;
+        return call(Target(target.substr(dot + 1)));
+    }
+
+    bool isValue() const {
+        return words_[at_].isLiteral || isMark("{") || word().starts_with('@') || isTypedValue(word());
+    }
+
+    // The class of a name, which is a variable's as well as a class's.
+    const ClassInfo& classNamed(std::string_view name) const {
+        if (const auto* info = findClass(fromHost(name)))
+            return *info;
+        throw Misuse("there is no class " + std::string(variables_ ? "or variable " : "") + quoted(name) +
+                     nearest(name, holders()) + "\nvlgs classes lists the classes");
+    }
+
+    // What members can be called on by name.
+    std::vector<std::string_view> holders() const {
+        std::vector<std::string_view> names;
+        for (const auto* info : classes())
+            names.push_back(info->name());
+        if (variables_)
+            for (const auto& [known, value] : *variables_)
+                names.push_back(known);
+        return names;
     }
 
     static void requireMember(const ClassInfo& type, std::string_view name) {
@@ -144,25 +167,24 @@ class Chain {
             raise(RunTimeError::NoSuchMember);
         requireMember(*type, target.member);
         const auto rows = rowsOf(*type, target.member);
-        std::vector<Variant> positional, values;
-        std::vector<std::string_view> names;
-        takeArguments(rows, target.written || mayGiveObject(rows) || givesNothing(rows), positional, names,
-                      values);
+        Given given = takeArguments(rows, target.written || mayGiveObject(rows) || givesNothing(rows));
+        auto& positional = given.positional;
         if (target.written)
             positional.push_back(
                 typedValue(parameterAt(writingRows(rows), positional.size()), *target.written));
         const auto kind =
-            target.written ? InvokeKind::PropertyPut : kindOf(rows, positional.size() + names.size());
+            target.written ? InvokeKind::PropertyPut : kindOf(rows, positional.size() + given.names.size());
         std::vector<NamedArgument> named;
         std::vector<String> texts;
-        for (const auto name : names)
+        for (const auto name : given.names)
             texts.push_back(fromHost(name));
-        for (std::size_t i = 0; i < names.size(); ++i)
-            named.push_back({texts[i], &values[i]});
+        for (std::size_t i = 0; i < texts.size(); ++i)
+            named.push_back({texts[i], &given.values[i]});
         Variant value = type->invoke(*object, type->idOf(fromHost(target.member)), kind, {positional, named});
         object_ = object;
         keepsObject_ = writes(kind) || givesNothing(rows);
-        noteWritten(rows, kind, positional, names, values);
+        isThrownAway_ = writes(kind) && !startsFromVariable_;
+        noteWritten(rows, kind, given);
         return value;
     }
 
@@ -183,23 +205,57 @@ class Chain {
         return std::ranges::all_of(rows, [](auto* row) { return row->result.type == VarType::Empty; });
     }
 
+    // The arguments of a call: those by position, and those by name with their names. The variables are those
+    // that arguments were taken from, as they stand, by position and by name.
+    struct Given {
+        std::vector<Variant> positional, values;
+        std::vector<std::string_view> names;
+        std::vector<std::string_view> positionalVariables, namedVariables;
+    };
+
     // `leads`: a word .NAME is the next member.
-    void takeArguments(const MemberRows& rows, bool leads, std::vector<Variant>& positional,
-                       std::vector<std::string_view>& names, std::vector<Variant>& values) {
+    Given takeArguments(const MemberRows& rows, bool leads) {
+        Given given;
         while (!atEnd() && !isMark("]") && !isMark("}") && !isStep("..") && !(leads && isStep("."))) {
-            const auto given = word();
-            const auto name = at_ < words_.literal ? parameterName(rows, given) : std::nullopt;
-            if (name) {
-                names.push_back(*name);
-                values.push_back(typedValue(parameterNamed(rows, *name), given.substr(name->size() + 1)));
+            const auto [text, literal] = words_[at_];
+            if (const auto name = literal ? std::nullopt : parameterName(rows, text)) {
+                const auto value = text.substr(name->size() + 1);
+                const auto* parameter = parameterNamed(rows, *name);
+                given.names.push_back(*name);
+                given.namedVariables.push_back(variableIn({value, false}));
+                given.values.push_back(valueOfWord(parameter, {value, false}));
                 ++at_;
-            } else if (!names.empty()) {
-                throw Misuse(quoted(given) +
+            } else if (!given.names.empty()) {
+                throw Misuse(quoted(text) +
                              " stands behind an argument by name: arguments by name come last");
             } else {
-                positional.push_back(argument(parameterAt(rows, positional.size())));
+                given.positionalVariables.push_back(variableIn(words_[at_]));
+                given.positional.push_back(argument(parameterAt(rows, given.positional.size())));
             }
         }
+        return given;
+    }
+
+    // The name of the variable that a word stands for, "" for another word.
+    std::string_view variableIn(const ChainWord& word) const {
+        const bool is = variables_ && !word.isLiteral && word.text.starts_with('$') && word.text.size() > 1;
+        return is ? word.text.substr(1) : std::string_view();
+    }
+
+    Variant valueOfWord(const ParameterInfo* parameter, const ChainWord& word) const {
+        if (word.isLiteral)
+            return Variant(fromHost(word.text));
+        const auto name = variableIn(word);
+        if (name.empty())
+            return typedValue(parameter, word.text);
+        if (const auto* known = variable(name))
+            return *known;
+        if (parameter && parameter->type.byReference && isIdentifier(name))
+            return Variant(); // which the member fills
+        std::vector<std::string_view> names;
+        for (const auto& [each, value] : *variables_)
+            names.push_back(each);
+        throw Misuse("there is no variable " + quoted(name) + nearest(name, names));
     }
 
     // A word, "[ CHAIN ]" or "{ ITEM... }".
@@ -208,12 +264,7 @@ class Chain {
             return bracketed();
         if (isMark("{"))
             return array();
-        const auto given = word();
-        const bool literal = at_++ >= words_.literal;
-        if (!literal && given.starts_with('$'))
-            if (const auto known = variables_.find(given.substr(1)); known != variables_.end())
-                return known->second;
-        return literal ? Variant(fromHost(given)) : typedValue(parameter, given);
+        return valueOfWord(parameter, words_[at_++]);
     }
 
     void enter() {
@@ -231,12 +282,13 @@ class Chain {
     Variant bracketed() {
         enter();
         const auto outer = std::pair(object_, result_);
-        const bool kept = keepsObject_, thrown = isThrownAway_;
+        const bool kept = keepsObject_, thrown = isThrownAway_, ours = startsFromVariable_;
         evaluate();
         Variant value = std::move(result_.value);
         std::tie(object_, result_) = outer;
         keepsObject_ = kept;
         isThrownAway_ = thrown;
+        startsFromVariable_ = ours;
         leave("]");
         return value;
     }
@@ -263,8 +315,7 @@ class Chain {
         return write ? InvokeKind::PropertyPut : InvokeKind::MethodOrGet;
     }
 
-    void noteWritten(const MemberRows& rows, InvokeKind kind, const std::vector<Variant>& positional,
-                     const std::vector<std::string_view>& names, const std::vector<Variant>& values) {
+    void noteWritten(const MemberRows& rows, InvokeKind kind, const Given& given) {
         result_.names.clear();
         result_.written.clear();
         const auto row = std::ranges::find_if(rows, [&](auto* each) { return covers(kind, each->kind); });
@@ -274,25 +325,28 @@ class Chain {
             const auto& parameter = (*row)->parameters[i];
             if (!parameter.type.byReference)
                 continue;
-            const auto note = [&](const Variant& value) {
+            const auto note = [&](const Variant& value, std::string_view variable) {
                 result_.names.emplace_back(parameter.name);
                 result_.written.push_back(value);
+                if (!variable.empty())
+                    variables_->insert_or_assign(std::string(variable), value);
             };
-            if (i < positional.size())
-                note(positional[i]);
-            for (std::size_t j = 0; j < names.size(); ++j)
-                if (equalIgnoringCase(names[j], parameter.name))
-                    note(values[j]);
+            if (i < given.positionalVariables.size())
+                note(given.positional[i], given.positionalVariables[i]);
+            for (std::size_t j = 0; j < given.names.size(); ++j)
+                if (equalIgnoringCase(given.names[j], parameter.name))
+                    note(given.values[j], given.namedVariables[j]);
         }
     }
 
-    const ChainWords& words_;
-    const Variables& variables_;
+    std::span<const ChainWord> words_;
+    Variables* variables_;
     std::size_t at_ = 0;
     int depth_ = 0;
     Ref<Object> object_;        // on which the last member was called
     bool keepsObject_ = false;  // the last call gave nothing to go on with
     bool isThrownAway_ = false; // the last call wrote to an object that nobody has
+    bool startsFromVariable_ = false;
     ChainResult result_;
 };
 
@@ -303,11 +357,16 @@ bool isIdentifier(std::string_view text) {
     return !text.empty() && !ascii::isDigit(text.front()) && std::ranges::all_of(text, isWordPart);
 }
 
-ChainWords::ChainWords(std::span<const std::string_view> given) : words(given.begin(), given.end()) {
-    const auto mark = std::ranges::find(words, std::string_view("--"));
-    literal = static_cast<std::size_t>(mark - words.begin());
-    if (mark != words.end())
-        words.erase(mark);
+std::vector<ChainWord> chainWords(std::span<const std::string_view> given) {
+    std::vector<ChainWord> words;
+    bool literal = false;
+    for (const auto word : given) {
+        if (!literal && word == "--")
+            literal = true;
+        else
+            words.push_back({word, literal});
+    }
+    return words;
 }
 
 std::vector<WrittenArgument> ChainResult::arguments() const {
@@ -317,7 +376,7 @@ std::vector<WrittenArgument> ChainResult::arguments() const {
     return result;
 }
 
-ChainResult runChain(const ChainWords& words, const Variables& variables) {
+ChainResult runChain(std::span<const ChainWord> words, Variables* variables) {
     return Chain(words, variables).run();
 }
 

@@ -6,6 +6,7 @@
 #include "Print.h"
 #include "automation/Object.h"
 #include "automation/Variant.h"
+#include "base/CaseFold.h"
 
 #include <map>
 #include <span>
@@ -15,14 +16,14 @@
 
 namespace vlgs::cli {
 
-/// Words, of which those from `literal` on are texts, whatever they look like.
-struct ChainWords {
-    std::vector<std::string_view> words;
-    std::size_t literal;
-
-    /// Takes a "--" for the mark that it is.
-    explicit ChainWords(std::span<const std::string_view> given);
+/// A word; a literal one is a text, whatever it looks like.
+struct ChainWord {
+    std::string_view text;
+    bool isLiteral = false;
 };
+
+/// The words of a command line, where those behind a "--" are literal.
+std::vector<ChainWord> chainWords(std::span<const std::string_view> given);
 
 struct ChainResult {
     Variant value;
@@ -33,11 +34,20 @@ struct ChainResult {
     std::vector<WrittenArgument> arguments() const;
 };
 
-/// Values by name, as a script keeps them.
-using Variables = std::map<std::string, Variant, std::less<>>;
+struct IgnoringCase {
+    using is_transparent = void;
+    bool operator()(std::string_view a, std::string_view b) const {
+        return compareIgnoringCase(String::fromUtf8(a), String::fromUtf8(b)) < 0;
+    }
+};
 
-/// Carries out a chain. Raises Misuse for what it does not name, and what the calls raise.
-ChainResult runChain(const ChainWords& words, const Variables& variables = {});
+/// Values by name, as a script keeps them.
+using Variables = std::map<std::string, Variant, IgnoringCase>;
+
+/// Carries out a chain; null for no variables, where "$NAME" is a text. What a member writes to a parameter
+/// by reference that was given as "$NAME" is the variable's from then on. Raises Misuse for what the chain
+/// does not name, and what the calls raise.
+ChainResult runChain(std::span<const ChainWord> words, Variables* variables = nullptr);
 
 /// Whether a word can name a class, member, parameter or variable.
 bool isIdentifier(std::string_view text);

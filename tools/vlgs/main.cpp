@@ -10,6 +10,8 @@
 #include "Lock.h"
 #include "Misuse.h"
 #include "Reg.h"
+#include "Report.h"
+#include "Script.h"
 #include "Words.h"
 #include "base/Error.h"
 #include "base/Text.h"
@@ -18,7 +20,6 @@
 
 #include <algorithm>
 #include <iostream>
-#include <new>
 #include <string>
 #include <utility>
 #include <vector>
@@ -94,6 +95,7 @@ constexpr Command commands[] = {
          call(words);
          return 0;
      }},
+    {"run", "carries out the lines of a script, or typed ones", runUsage, runHelp, runScript},
     {"ini", "reads and changes INI documents", iniUsage, iniHelp, ini},
     {"reg", "reads and changes the registry", regUsage, regHelp, reg},
     {"explain", "explains the connection string of a project", explainUsage, explainHelp, explain},
@@ -181,50 +183,26 @@ int run(std::span<const std::string_view> words) {
     return command.run(rest);
 }
 
-void reportMisuse(const Misuse& misuse, std::span<const std::string_view> words) {
-    std::cerr << "vlgs: " << misuse.what() << '\n';
+void writeUsageOf(std::span<const std::string_view> words) {
     const auto known =
         std::ranges::find(commands, words.empty() ? std::string_view() : words.front(), &Command::name);
     if (known != std::end(commands))
         writeUsage(std::cerr, known->usage);
 }
 
-// The description may have several lines, the report has one.
-std::string oneLine(std::u16string_view text) {
-    std::u16string line;
-    for (const char16_t c : text) {
-        if (c >= u' ' && c != 0x7F)
-            line += c;
-        else if (!line.ends_with(u' '))
-            line += u' ';
-    }
-    while (line.ends_with(u' '))
-        line.pop_back();
-    return toHost(line);
-}
-
-int report(const Error& error) {
-    std::cerr << "error " << error.number();
-    if (!error.source().empty())
-        std::cerr << ' ' << oneLine(error.source());
-    std::cerr << ": " << oneLine(error.description()) << '\n';
-    return 1;
-}
-
 int guardedRun(std::span<const std::string_view> words) {
     try {
         const int status = run(words);
-        if (std::cout.flush())
-            return status;
-        return report(Error(RunTimeError::DeviceIoError));
-    } catch (const Misuse& misuse) {
-        reportMisuse(misuse, words);
-        return 2;
-    } catch (const Error& error) {
+        if (!std::cout.flush())
+            raise(RunTimeError::DeviceIoError);
+        return status;
+    } catch (const Misuse&) {
+        const int status = reportFailure();
+        writeUsageOf(words);
+        return status;
+    } catch (const std::exception&) {
         std::cout.flush();
-        return report(error);
-    } catch (const std::bad_alloc&) {
-        return report(Error(RunTimeError::OutOfMemory));
+        return reportFailure();
     }
 }
 

@@ -1,0 +1,160 @@
+// SPDX-License-Identifier: MIT
+#include "LineEditor.h"
+
+#include <cstdlib>
+#include <cstring>
+#include <iostream>
+#include <utility>
+
+#ifdef _WIN32
+#include <cstdio>
+#include <io.h>
+#else
+#include <dlfcn.h>
+#include <unistd.h>
+#endif
+
+namespace vlgs::cli {
+
+namespace {
+
+std::optional<std::string> readPlainly(const char* prompt) {
+    std::cout << prompt << std::flush;
+    std::string line;
+    if (!std::getline(std::cin, line))
+        return std::nullopt;
+    return line;
+}
+
+} // namespace
+
+#ifdef _WIN32
+
+LineEditor::LineEditor(Completer) {}
+LineEditor::~LineEditor() = default;
+
+std::optional<std::string> LineEditor::read(const char* prompt) {
+    return readPlainly(prompt);
+}
+
+bool isInteractive() {
+    return _isatty(_fileno(stdin)) != 0;
+}
+
+#else
+
+namespace {
+
+constexpr int keptLines = 1000;
+
+using Generator = char* (*)(const char* word, int state);
+using Attempt = char** (*)(const char* word, int start, int end);
+
+// The functions that both libraries have under the same names.
+struct Library {
+    char* (*readline)(const char* prompt) = nullptr;
+    void (*usingHistory)() = nullptr;
+    int (*addHistory)(const char* line) = nullptr;
+    int (*readHistory)(const char* file) = nullptr;
+    int (*writeHistory)(const char* file) = nullptr;
+    int (*stifleHistory)(int lines) = nullptr;
+    char** (*matches)(const char* word, Generator) = nullptr;
+    char** line = nullptr;
+    Attempt* attempt = nullptr;
+    int* attemptIsAll = nullptr;
+    const char** wordBreaks = nullptr;
+    int* appended = nullptr;
+
+    template <class Symbol>
+    static bool find(void* library, const char* name, Symbol& symbol) {
+        void* const found = dlsym(library, name);
+        std::memcpy(&symbol, &found, sizeof symbol);
+        return found != nullptr;
+    }
+
+    bool load(const char* name) {
+        void* const library = dlopen(name, RTLD_NOW | RTLD_LOCAL);
+        return library && find(library, "readline", readline) &&
+               find(library, "using_history", usingHistory) && find(library, "add_history", addHistory) &&
+               find(library, "read_history", readHistory) && find(library, "write_history", writeHistory) &&
+               find(library, "stifle_history", stifleHistory) &&
+               find(library, "rl_completion_matches", matches) && find(library, "rl_line_buffer", line) &&
+               find(library, "rl_attempted_completion_function", attempt) &&
+               find(library, "rl_attempted_completion_over", attemptIsAll) &&
+               find(library, "rl_completer_word_break_characters", wordBreaks) &&
+               find(library, "rl_completion_append_character", appended);
+    }
+};
+
+// The libraries call back without a pointer of ours; there is one editor in a process.
+struct Session {
+    Library library;
+    Completer completer;
+    std::vector<std::string> found;
+    std::string historyFile;
+};
+Session* session = nullptr;
+
+char* nextMatch(const char*, int state) {
+    const auto i = static_cast<std::size_t>(state);
+    return i < session->found.size() ? strdup(session->found[i].c_str()) : nullptr;
+}
+
+char** complete(const char* word, int start, int) {
+    try {
+        const std::string_view line(*session->library.line);
+        session->found = session->completer(line.substr(0, static_cast<std::size_t>(start)), word);
+    } catch (const std::exception&) {
+        session->found.clear();
+    }
+    if (session->found.empty())
+        return nullptr; // the library offers files
+    *session->library.attemptIsAll = 1;
+    const bool isHolder = session->found.size() == 1 && session->found.front().find('.') == std::string::npos;
+    *session->library.appended = isHolder ? 0 : ' '; // "." may follow a class
+    return session->library.matches(word, nextMatch);
+}
+
+} // namespace
+
+LineEditor::LineEditor(Completer completer) {
+    Library library;
+    if (!library.load("libedit.so.2") && !library.load("libreadline.so.8"))
+        return;
+    session = new Session{library, std::move(completer), {}, {}};
+    library.usingHistory();
+    library.stifleHistory(keptLines);
+    *library.attempt = complete;
+    *library.wordBreaks = " \t";
+    if (const char* home = std::getenv("HOME"); home && *home) {
+        session->historyFile = std::string(home) + "/.vlgs_history";
+        library.readHistory(session->historyFile.c_str());
+    }
+}
+
+LineEditor::~LineEditor() {
+    if (session && !session->historyFile.empty())
+        session->library.writeHistory(session->historyFile.c_str());
+    delete std::exchange(session, nullptr);
+}
+
+std::optional<std::string> LineEditor::read(const char* prompt) {
+    if (!session)
+        return readPlainly(prompt);
+    char* const line = session->library.readline(prompt);
+    if (!line)
+        return std::nullopt;
+    std::string text(line);
+    std::free(line);
+    if (!text.empty() && text.front() != ' ')
+        session->library.addHistory(text.c_str());
+    return text;
+}
+
+bool isInteractive() {
+    return isatty(STDIN_FILENO) != 0;
+}
+
+#endif
+
+} // namespace vlgs::cli
