@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // Registry files of any content: what is read from one is written, read again and found the same, also where
 // a part of it comes as an addition.
-#include "platform/posix/RegistryText.h"
+#include "platform/posix/RegistryTreeText.h"
 
 #include <cstdlib>
 #include <iterator>
@@ -12,7 +12,7 @@ namespace {
 using namespace vlgs;
 using namespace vlgs::posix;
 
-constexpr std::u16string_view hive = u"HKEY_CURRENT_USER";
+constexpr auto hive = RegistryHive::CurrentUser;
 
 // Bytes from 0x80 on stand for these, so that random input has keys and values in it.
 constexpr std::u16string_view fragments[] = {
@@ -50,8 +50,8 @@ std::u16string expand(const std::uint8_t* data, std::size_t size) {
 }
 
 std::u16string normal(std::u16string_view text, bool isOldForm) {
-    RegistryKeyNode root(hive);
-    readRegistryText(text, isOldForm, hive, root);
+    RegistryKeyNode root(registryHiveName(hive));
+    readRegistryTree(text, isOldForm, hive, root);
     return registryTextOf(hive, root);
 }
 
@@ -66,14 +66,14 @@ void checkAddition(const std::u16string& first, const std::u16string& written) {
     for (std::size_t at = 0; (at = lines.find(u"\r\n\r\n", at)) != lines.npos;)
         lines.erase(at, 2);
     const auto addition = registryAddition(lines);
-    RegistryKeyNode root(hive);
-    readRegistryText(first + addition, false, hive, root);
-    RegistryKeyNode both(hive);
-    readRegistryText(first + written, false, hive, both);
+    RegistryKeyNode root(registryHiveName(hive));
+    readRegistryTree(first + addition, false, hive, root);
+    RegistryKeyNode both(registryHiveName(hive));
+    readRegistryTree(first + written, false, hive, both);
     check(registryTextOf(hive, root) == registryTextOf(hive, both));
     const auto cut = first + addition.substr(0, addition.size() / 2);
-    RegistryKeyNode part(hive);
-    check(readRegistryText(cut, false, hive, part).end == first.size());
+    RegistryKeyNode part(registryHiveName(hive));
+    check(readRegistryTree(cut, false, hive, part).end == first.size());
     check(registryTextOf(hive, part) == first);
 }
 

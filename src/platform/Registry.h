@@ -14,6 +14,7 @@
 
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -45,6 +46,11 @@ enum class RegistryHive : std::uint8_t {
     CurrentConfig,
     DynData,
 };
+
+/// "HKEY_CURRENT_USER".
+std::u16string_view registryHiveName(RegistryHive hive) noexcept;
+/// The hive with that name, long or short ("HKCU"), in any case.
+std::optional<RegistryHive> registryHiveNamed(std::u16string_view name) noexcept;
 
 /// What a key is opened for; any combination, and generic rights as on the platform. None at all is refused.
 namespace registryAccess {

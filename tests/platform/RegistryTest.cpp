@@ -3,7 +3,6 @@
 
 #include "Scratch.h"
 #include "platform/ComponentRegistration.h"
-#include "platform/posix/RegistryText.h"
 
 #include <csignal>
 #include <fcntl.h>

@@ -8,8 +8,8 @@
 #include "Terminal.h"
 #include "Words.h"
 #include "base/Text.h"
-#include "platform/CodePage.h"
 #include "platform/Files.h"
+#include "platform/RegistryText.h"
 #include "platform/Volumes.h"
 
 #include <iostream>
@@ -196,33 +196,24 @@ int tree(std::span<const std::string_view> given) {
 int exportKey(std::span<const std::string_view> given) {
     const Words words("reg export", given, {});
     words.need(2, 2, "a key and a file");
-    std::u16string text = u"Windows Registry Editor Version 5.00\r\n";
-    walk(RegistryPath(fromHost(words[0])), [&](const RegistryPath& key) {
-        text += u"\r\n[";
-        text += key.name().view();
-        text += u"]\r\n";
+    const RegistryPath root(fromHost(words[0]));
+    RegistryTextWriter writer(root.hive);
+    writer.heading();
+    walk(root, [&](const RegistryPath& key) {
+        writer.key(key.path);
         for (const auto& [name, data] : valuesOf(key))
-            text += registryTextLine(name, data);
+            writer.value(name, data);
+        writer.emptyLine();
     });
-    text += u"\r\n";
     if (words[1] == "-")
-        std::cout << toHost(text);
+        std::cout << toHost(writer.lines());
     else
-        replaceFile(fullPath(fromHost(words[1])), "\xFF\xFE" + registryBytes(text));
+        replaceFile(fullPath(fromHost(words[1])), registryFileOf(writer.lines()));
     return 0;
 }
 
-String decoded(std::string_view bytes) {
-    if (bytes.starts_with("\xFF\xFE"))
-        return registryText(bytes.substr(2));
-    if (bytes.starts_with("\xEF\xBB\xBF"))
-        return String::fromUtf8(bytes.substr(3));
-    const String text = String::fromUtf8(bytes);
-    return text.toUtf8() == bytes ? text : CodePage::system().decode(bytes);
-}
-
 void apply(const RegistryChange& change) {
-    const RegistryPath path(change.key);
+    const RegistryPath& path = change.key;
     RegistryKey key;
     if (change.deletesKey) {
         if (RegistryKey(path.hive).open(path.path, readAccess, key) != RegistryStatus::NotFound)
@@ -241,8 +232,7 @@ void apply(const RegistryChange& change) {
 int importFile(std::span<const std::string_view> given) {
     const Words words("reg import", given, {});
     words.need(1, 1, "one file");
-    const String text = decoded(readFile(fullPath(fromHost(words[0]))));
-    for (const auto& change : parseRegistryText(text))
+    for (const auto& change : registryChangesIn(readFile(fullPath(fromHost(words[0])))))
         apply(change);
     return 0;
 }

@@ -8,7 +8,7 @@
 #include "base/CaseFold.h"
 #include "base/Error.h"
 #include "base/Text.h"
-#include "platform/CodePage.h"
+#include "platform/RegistryText.h"
 
 #include <algorithm>
 #include <charconv>
@@ -16,19 +16,6 @@
 namespace vlgs::cli {
 
 namespace {
-
-struct HiveName {
-    RegistryHive hive;
-    std::u16string_view name, shortName;
-};
-constexpr HiveName hives[] = {
-    {RegistryHive::ClassesRoot, u"HKEY_CLASSES_ROOT", u"HKCR"},
-    {RegistryHive::CurrentUser, u"HKEY_CURRENT_USER", u"HKCU"},
-    {RegistryHive::LocalMachine, u"HKEY_LOCAL_MACHINE", u"HKLM"},
-    {RegistryHive::Users, u"HKEY_USERS", u"HKU"},
-    {RegistryHive::CurrentConfig, u"HKEY_CURRENT_CONFIG", u"HKCC"},
-    {RegistryHive::DynData, u"HKEY_DYN_DATA", u"HKDD"},
-};
 
 constexpr std::string_view typeNames[] = {"REG_NONE",
                                           "REG_SZ",
@@ -110,26 +97,20 @@ std::optional<std::uint64_t> numberIn(std::string_view text) {
 
 RegistryPath::RegistryPath(std::u16string_view name) {
     const auto slash = name.find(u'\\');
-    const auto first = name.substr(0, slash);
-    for (const auto& each : hives) {
-        if (equalIgnoringCase(first, each.name) || equalIgnoringCase(first, each.shortName)) {
-            hive = each.hive;
-            auto rest = slash == name.npos ? std::u16string_view() : name.substr(slash + 1);
-            while (rest.ends_with(u'\\'))
-                rest.remove_suffix(1);
-            path = rest;
-            return;
-        }
-    }
-    std::string known;
-    for (const auto& each : hives)
-        known += " " + toHost(each.shortName);
-    throw Misuse("\"" + toHost(name) + "\" begins with no hive; the hives are" + known);
+    const auto known = registryHiveNamed(name.substr(0, slash));
+    if (!known)
+        throw Misuse("\"" + toHost(name) +
+                     "\" begins with no hive; the hives are HKCR HKCU HKLM HKU HKCC HKDD");
+    hive = *known;
+    auto rest = slash == name.npos ? std::u16string_view() : name.substr(slash + 1);
+    while (rest.ends_with(u'\\'))
+        rest.remove_suffix(1);
+    path = rest;
 }
 
 String RegistryPath::name() const {
-    const auto& known = *std::ranges::find(hives, hive, &HiveName::hive);
-    return path.empty() ? String(known.name) : concat(known.name, u"\\", path);
+    const auto root = registryHiveName(hive);
+    return path.empty() ? String(root) : concat(root, u"\\", path);
 }
 
 RegistryPath RegistryPath::below(std::u16string_view key) const {
@@ -210,159 +191,41 @@ RegistryData dataOf(std::uint32_t type, std::u16string_view text, std::u16string
     return {type, *data};
 }
 
-// ---- ".reg" files ---------------------------------------------------------------------------------------
-
 namespace {
 
-class RegistryTextParser {
+class ChangeList final : public RegistryChanges {
   public:
-    explicit RegistryTextParser(std::u16string_view text) : text_(text) {}
+    explicit ChangeList(std::u16string_view text) : text_(text) {}
 
-    std::vector<RegistryChange> parse() {
-        const auto heading = trim(takeLine());
-        isOldForm_ = heading == u"REGEDIT4";
-        if (!isOldForm_ && heading != u"Windows Registry Editor Version 5.00")
-            fail("the file has no heading of a registry file");
-        while (at_ < text_.size()) {
-            start_ = at_;
-            const char16_t c = text_[at_];
-            if (c == u'[')
-                takeKey();
-            else if (c == u'"' || c == u'@')
-                takeValue();
-            else if (const auto line = trim(takeLine()); !line.empty() && line[0] != u';')
-                fail("neither a key nor a value");
-        }
-        return std::move(changes_);
+    void key(std::u16string_view path) override { add({RegistryPath(path)}); }
+    void deletedKey(std::u16string_view path) override { add({RegistryPath(path), true}); }
+    void value(std::u16string_view name, RegistryData data) override {
+        add({changes_.back().key, false, name, std::move(data)});
     }
+    void deletedValue(std::u16string_view name) override { add({changes_.back().key, false, name}); }
+    void misfit(std::size_t place) override {
+        const auto line = std::ranges::count(text_.substr(0, place), u'\n') + 1;
+        throw Misuse("line " + std::to_string(line) + " is neither a key nor a value");
+    }
+
+    std::vector<RegistryChange> take() { return std::move(changes_); }
 
   private:
-    [[noreturn]] void fail(const std::string& what) const {
-        const auto line = std::ranges::count(text_.substr(0, start_), u'\n') + 1;
-        throw Misuse("line " + std::to_string(line) + ": " + what);
-    }
-
-    std::u16string_view takeLine() {
-        const auto end = text_.find(u'\n', at_);
-        auto line = text_.substr(at_, end == text_.npos ? end : end - at_);
-        at_ = end == text_.npos ? text_.size() : end + 1;
-        if (line.ends_with(u'\r'))
-            line.remove_suffix(1);
-        return line;
-    }
-
-    void takeKey() {
-        const auto line = trimRight(takeLine());
-        if (!line.ends_with(u']'))
-            fail("a \"]\" is missing");
-        const bool deletes = line.starts_with(u"[-");
-        key_ = line.substr(deletes ? 2 : 1, line.size() - (deletes ? 3 : 2));
-        try {
-            RegistryPath{key_};
-        } catch (const Misuse& misuse) {
-            fail(misuse.what());
-        }
-        changes_.push_back({key_, deletes});
-    }
-
-    // What stands in quotes; line ends may.
-    String takeQuoted() {
-        std::u16string result;
-        for (++at_; at_ < text_.size() && text_[at_] != u'"'; ++at_) {
-            if (text_[at_] == u'\\' && at_ + 1 < text_.size())
-                ++at_;
-            result += text_[at_];
-        }
-        if (at_ == text_.size())
-            fail("a quote is missing");
-        ++at_;
-        return result;
-    }
-
-    void takeValue() {
-        if (key_.empty())
-            fail("a value without a key");
-        String name;
-        if (text_[at_] == u'@')
-            ++at_;
-        else
-            name = takeQuoted();
-        if (at_ == text_.size() || text_[at_] != u'=')
-            fail("a \"=\" is missing");
-        ++at_;
-        RegistryChange change{key_, false, name};
-        if (at_ < text_.size() && text_[at_] == u'"') {
-            change.data = dataOf(registryType::text, takeQuoted(), {});
-            if (!trim(takeLine()).empty())
-                fail("text behind a value");
-        } else {
-            std::u16string data(trim(takeLine()));
-            while (data.ends_with(u'\\') && at_ < text_.size()) {
-                data.pop_back();
-                data += trim(takeLine());
-            }
-            change.data = dataIn(toHost(data));
-        }
-        changes_.push_back(std::move(change));
-    }
-
-    std::optional<RegistryData> dataIn(std::string_view data) const {
-        if (data == "-")
-            return std::nullopt;
-        if (data.starts_with("dword:"))
-            if (const auto number = numberIn("0x" + std::string(data.substr(6)));
-                number && *number <= 0xFFFFFFFF)
-                return RegistryData{registryType::number, numberBytes(*number, 4, false)};
-        const auto colon = data.find(':');
-        auto type = data.substr(0, colon);
-        std::optional<std::uint64_t> number = registryType::binary;
-        if (type.starts_with("hex(") && type.ends_with(')'))
-            number = numberIn("0x" + std::string(type.substr(4, type.size() - 5)));
-        else if (type != "hex")
-            number.reset();
-        auto bytes = colon == data.npos ? std::nullopt : bytesOf(data.substr(colon + 1));
-        if (!number || *number > 0xFFFFFFFF || !bytes)
-            fail("no data of a value");
-        const auto code = static_cast<std::uint32_t>(*number);
-        const bool isText = code == registryType::text || code == registryType::expandableText ||
-                            code == registryType::multiText;
-        if (isOldForm_ && isText)
-            bytes = registryBytes(CodePage::system().decode(*bytes));
-        return RegistryData{code, *bytes};
-    }
+    void add(RegistryChange change) { changes_.push_back(std::move(change)); }
 
     std::u16string_view text_;
-    std::size_t at_ = 0;
-    std::size_t start_ = 0;
-    bool isOldForm_ = false;
-    String key_;
     std::vector<RegistryChange> changes_;
 };
 
-String quotedText(std::u16string_view text) {
-    return concat(u"\"", replaceAll(replaceAll(text, u"\\", u"\\\\"), u"\"", u"\\\""), u"\"");
-}
-
 } // namespace
 
-std::vector<RegistryChange> parseRegistryText(std::u16string_view text) {
-    return RegistryTextParser(text).parse();
-}
-
-std::u16string registryTextLine(std::u16string_view name, const RegistryData& data) {
-    String line = concat(name.empty() ? String(u"@") : quotedText(name), u"=");
-    if (data.type == registryType::text && data == dataOf(registryType::text, dataText(data), {}))
-        line = concat(line, quotedText(dataText(data)));
-    else if (data.type == registryType::number && data.bytes.size() == 4)
-        line = concat(line, String::fromUtf8("dword:" + hexOf(numberBytes(numberOf(data), 4, true), "")));
-    else {
-        char digits[12];
-        const auto end = std::to_chars(digits, std::end(digits), data.type, 16).ptr;
-        const std::string type =
-            data.type == registryType::binary ? "hex:" : "hex(" + std::string(digits, end) + "):";
-        line = concat(line, String::fromUtf8(type + hexOf(data.bytes, ",")));
-    }
-    return std::u16string(line.view()) + u"\r\n";
+std::vector<RegistryChange> registryChangesIn(std::string_view file) {
+    const auto content = decodeRegistryFile(file);
+    if (!content)
+        throw Misuse("the file has no heading of a registry file");
+    ChangeList changes(content->text);
+    readRegistryText(content->text, content->isOldForm, changes);
+    return changes.take();
 }
 
 } // namespace vlgs::cli

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Keys and values of the registry as texts: names of hives and types, data, and the form of ".reg" files.
+// Keys and values of the registry as texts: names of hives and types, data, and the changes of ".reg" files.
 #pragma once
 
 #include "platform/Registry.h"
@@ -38,15 +38,13 @@ RegistryData dataOf(std::uint32_t type, std::u16string_view text, std::u16string
 
 /// A change that a ".reg" text asks for.
 struct RegistryChange {
-    String key;
+    RegistryPath key;
     bool deletesKey = false;
     std::optional<String> valueName = {};  // none: the key itself
     std::optional<RegistryData> data = {}; // none: the value is deleted
 };
 
-/// The changes of a text, in order. Raises Misuse with the number of a line that makes no sense.
-std::vector<RegistryChange> parseRegistryText(std::u16string_view text);
-/// A line for a value.
-std::u16string registryTextLine(std::u16string_view name, const RegistryData& data);
+/// The changes of a file, in order. Raises Misuse with the number of a line that makes no sense.
+std::vector<RegistryChange> registryChangesIn(std::string_view file);
 
 } // namespace vlgs::cli

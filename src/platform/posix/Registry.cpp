@@ -14,11 +14,6 @@ using namespace posix;
 
 namespace {
 
-constexpr std::array<std::u16string_view, 6> hiveNames{
-    u"HKEY_CLASSES_ROOT", u"HKEY_CURRENT_USER",   u"HKEY_LOCAL_MACHINE",
-    u"HKEY_USERS",        u"HKEY_CURRENT_CONFIG", u"HKEY_DYN_DATA",
-};
-
 std::string registryFolder() {
     if (auto own = trustedVariable("VLGS_REGISTRY").value_or(""); !own.empty())
         return own;
@@ -39,17 +34,16 @@ class Hives {
             files_ = {};
             folder_ = std::move(folder);
         }
-        const auto index = static_cast<std::size_t>(hive);
-        auto& file = files_[index];
+        auto& file = files_[static_cast<std::size_t>(hive)];
         if (!file)
-            file = std::make_unique<RegistryFile>(folder_ + "/" + String(hiveNames[index]).toUtf8() + ".reg",
-                                                  hiveNames[index]);
+            file = std::make_unique<RegistryFile>(
+                folder_ + "/" + String(registryHiveName(hive)).toUtf8() + ".reg", hive);
         return *file;
     }
 
   private:
     std::string folder_;
-    std::array<std::unique_ptr<RegistryFile>, hiveNames.size()> files_;
+    std::array<std::unique_ptr<RegistryFile>, 6> files_;
 };
 
 RegistryFile& fileOf(RegistryHive hive) {

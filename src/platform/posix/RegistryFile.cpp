@@ -20,7 +20,6 @@ namespace vlgs::posix {
 
 namespace {
 
-constexpr std::string_view byteOrderMark = "\xFF\xFE";
 constexpr std::size_t rememberedBytes = 128;
 /// Additions up to this size wait for a better time, longer ones until they are as long as the text.
 constexpr std::size_t shortAdditions = 65'536;
@@ -151,8 +150,8 @@ int overwrite(int file, const std::string& bytes) {
     return ::ftruncate(file, static_cast<off_t>(bytes.size())) == 0 && ::fsync(file) == 0 ? 0 : errno;
 }
 
-std::string wholeText(std::u16string_view hive, const RegistryKeyNode& root) {
-    return std::string(byteOrderMark) + registryBytes(registryTextOf(hive, root));
+std::string wholeText(RegistryHive hive, const RegistryKeyNode& root) {
+    return registryFileOf(registryTextOf(hive, root));
 }
 
 std::string targetOf(const std::string& path) {
@@ -232,8 +231,8 @@ class WriterLock {
 
 } // namespace
 
-RegistryFile::RegistryFile(std::string path, std::u16string_view hive)
-    : path_(std::move(path)), hive_(hive), root_(hive) {}
+RegistryFile::RegistryFile(std::string path, RegistryHive hive)
+    : path_(std::move(path)), hive_(hive), root_(registryHiveName(hive)) {}
 
 RegistryFile::~RegistryFile() {
     try {
@@ -303,7 +302,7 @@ bool RegistryFile::readOn(int file, const struct stat& status) {
     const String text = registryText(std::string_view(bytes).substr(lastBytes_.size()));
     if (!isRegistryAddition(text))
         return false;
-    const auto places = readRegistryText(text, false, hive_, root_);
+    const auto places = readRegistryTree(text, false, hive_, root_);
     end_ += places.end * 2;
     see(file, status, std::string_view(bytes).substr(0, end_ - from));
     return true;
@@ -320,9 +319,9 @@ RegistryStatus RegistryFile::readWhole(int file, const struct stat& status) {
         const auto content = decodeRegistryFile(bytes);
         if (content) {
             const auto text = content->text.view();
-            const auto places = readRegistryText(text, content->isOldForm, hive_, root_);
-            end_ = byteOrderMark.size() + places.end * 2;
-            additions_ = byteOrderMark.size() + places.additions * 2;
+            const auto places = readRegistryTree(text, content->isOldForm, hive_, root_);
+            end_ = registryFileMark.size() + places.end * 2;
+            additions_ = registryFileMark.size() + places.additions * 2;
             takesAdditions_ =
                 content->isUtf16 && !content->isOldForm && text.substr(0, places.end).ends_with(u'\n');
         }
@@ -343,7 +342,7 @@ void RegistryFile::see(int file, const struct stat& status, std::string_view byt
 void RegistryFile::forget() {
     if (!seen_)
         return;
-    root_ = RegistryKeyNode(hive_);
+    root_ = RegistryKeyNode(registryHiveName(hive_));
     seen_ = Descriptor();
     seenStatus_ = {};
     status_ = RegistryStatus::Success;
@@ -383,8 +382,7 @@ int RegistryFile::create() {
     auto file = NewFile::create(folder, 0600);
     if (!file)
         return errno;
-    const auto text = registryTextOf(hive_, RegistryKeyNode(hive_));
-    int error = file->write(std::string(byteOrderMark) + registryBytes(text));
+    int error = file->write(wholeText(hive_, RegistryKeyNode(registryHiveName(hive_))));
     if (error == 0)
         error = file->publish(path_);
     file.reset();
@@ -399,7 +397,7 @@ RegistryStatus RegistryFile::write(int file, const std::u16string& lines) {
         if (takesAdditions_) {
             error = add(file, lines);
         } else {
-            readRegistryText(lines, false, hive_, root_);
+            readRegistryTree(lines, false, hive_, root_);
             error = replace(file);
             if (statusOf(error) == RegistryStatus::AccessDenied)
                 error = rewrite(file);
@@ -430,7 +428,7 @@ int RegistryFile::add(int file, const std::u16string& lines) {
         error = errno;
     if (error != 0)
         return ::ftruncate(file, end) == 0 ? error : errno;
-    readRegistryText(text, false, hive_, root_);
+    readRegistryTree(text, false, hive_, root_);
     end_ += bytes.size();
     see(file, status, bytes);
     if (end_ - additions_ > std::max(shortAdditions, additions_))

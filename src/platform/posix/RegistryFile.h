@@ -10,7 +10,7 @@
 #pragma once
 
 #include "platform/posix/Descriptor.h"
-#include "platform/posix/RegistryText.h"
+#include "platform/posix/RegistryTreeText.h"
 
 #include <chrono>
 #include <functional>
@@ -21,8 +21,7 @@ namespace vlgs::posix {
 
 class RegistryFile {
   public:
-    /// `hive` is the name of the root key and must live as long.
-    RegistryFile(std::string path, std::u16string_view hive);
+    RegistryFile(std::string path, RegistryHive hive);
     /// Leaves the file on the disk and, unless it is large, without additions.
     ~RegistryFile();
     RegistryFile(const RegistryFile&) = delete;
@@ -58,7 +57,7 @@ class RegistryFile {
     void tidy();
 
     std::string path_;
-    std::u16string_view hive_;
+    RegistryHive hive_;
     RegistryKeyNode root_;
 
     /// The file that was read, which keeps its number from being used again; none when there is no file.

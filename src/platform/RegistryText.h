@@ -7,13 +7,13 @@
 // addition which was not written to its end is known, and counts as not there.
 #pragma once
 
-#include "platform/posix/RegistryTree.h"
+#include "platform/Registry.h"
 
 #include <optional>
 #include <string>
 #include <string_view>
 
-namespace vlgs::posix {
+namespace vlgs {
 
 /// The content of a file.
 struct RegistryFileText {
@@ -27,6 +27,24 @@ struct RegistryFileText {
 /// Reads UTF-16, UTF-8 and the system's code page; nothing when the text has no heading of the form.
 std::optional<RegistryFileText> decodeRegistryFile(std::string_view bytes);
 
+/// Who is told what a text changes, in order. Key paths begin with the name of a hive, as it is written
+/// there.
+class RegistryChanges {
+  public:
+    RegistryChanges() = default;
+    RegistryChanges(const RegistryChanges&) = delete;
+    RegistryChanges& operator=(const RegistryChanges&) = delete;
+    virtual ~RegistryChanges() = default;
+
+    virtual void key(std::u16string_view path) = 0;
+    virtual void deletedKey(std::u16string_view path) = 0;
+    /// Of the last key that was told.
+    virtual void value(std::u16string_view name, RegistryData data) = 0;
+    virtual void deletedValue(std::u16string_view name) = 0;
+    /// The line at that place makes no sense, or is a value without a key, and is passed over.
+    virtual void misfit(std::size_t /*place*/) {}
+};
+
 struct RegistryTextPlaces {
     /// The end of what was read: all, or what stands before an addition that was not written to its end.
     std::size_t end;
@@ -34,16 +52,15 @@ struct RegistryTextPlaces {
     std::size_t additions;
 };
 
-/// Makes the changes of a text in the tree of the hive with that name. Lines that make no sense, and keys of
-/// other hives, are passed over. Linear however the text looks.
-RegistryTextPlaces readRegistryText(std::u16string_view text, bool isOldForm, std::u16string_view hive,
-                                    RegistryKeyNode& root);
+/// Linear however the text looks.
+RegistryTextPlaces readRegistryText(std::u16string_view text, bool isOldForm, RegistryChanges& changes);
 
 /// Writes changes of a hive, a line for each, none of them empty.
 class RegistryTextWriter {
   public:
-    explicit RegistryTextWriter(std::u16string_view hive) : hive_(hive) {}
+    explicit RegistryTextWriter(RegistryHive hive) : hive_(hive) {}
 
+    // Paths are those below the hive.
     void key(std::u16string_view path);
     void deletedKey(std::u16string_view path);
     void value(std::u16string_view name, const RegistryData& data);
@@ -51,22 +68,27 @@ class RegistryTextWriter {
 
     const std::u16string& lines() const noexcept { return lines_; }
 
+    /// A whole text begins with the heading, and an empty line ends each key's lines.
+    void heading();
+    void emptyLine();
+
   private:
     void path(std::u16string_view path);
     void name(std::u16string_view name);
     void quoted(std::u16string_view text);
     void hex(std::string_view bytes, std::size_t lineStart);
 
-    std::u16string_view hive_;
+    RegistryHive hive_;
     std::u16string lines_;
 };
+
+/// The bytes of a file with a text: UTF-16, low byte first, behind this mark.
+inline constexpr std::string_view registryFileMark = "\xFF\xFE";
+std::string registryFileOf(std::u16string_view text);
 
 /// Lines of changes as an addition to a text.
 std::u16string registryAddition(std::u16string_view lines);
 /// Whether a text begins as an addition does.
 bool isRegistryAddition(std::u16string_view text);
 
-/// A whole text without additions for a tree.
-std::u16string registryTextOf(std::u16string_view hive, const RegistryKeyNode& root);
-
-} // namespace vlgs::posix
+} // namespace vlgs

@@ -4,7 +4,7 @@
 
 #include <string_view>
 
-namespace vlgs::posix {
+namespace vlgs {
 
 inline constexpr std::u16string_view registryHeading = u"Windows Registry Editor Version 5.00";
 inline constexpr std::u16string_view oldRegistryHeading = u"REGEDIT4";
@@ -16,4 +16,4 @@ inline constexpr std::u16string_view registryAdditionEnd = u"\r\n\r\n";
 /// and "n" or "r", the character itself as two of it.
 inline constexpr char16_t keyNameEscape = u'\xF05C';
 
-} // namespace vlgs::posix
+} // namespace vlgs

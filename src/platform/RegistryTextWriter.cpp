@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "base/Ascii.h"
-#include "platform/posix/RegistryText.h"
-#include "platform/posix/RegistryTextForm.h"
+#include "platform/RegistryText.h"
+#include "platform/RegistryTextForm.h"
 
-namespace vlgs::posix {
+namespace vlgs {
 
 namespace {
 
@@ -35,21 +35,6 @@ std::uint32_t littleEndian(const std::string& bytes) {
     return number;
 }
 
-void writeTree(RegistryTextWriter& writer, const RegistryKeyNode& key, std::u16string& path,
-               std::u16string& text) {
-    RegistryTextWriter lines(writer);
-    lines.key(path);
-    for (std::uint32_t i = 0; i < key.valueCount(); ++i)
-        lines.value(key.value(i).name, key.value(i).data);
-    text.append(lines.lines()).append(lineEnd);
-    const auto length = path.size();
-    for (std::uint32_t i = 0; i < key.keyCount(); ++i) {
-        path.append(length == 0 ? u"" : u"\\").append(key.key(i).name());
-        writeTree(writer, key.key(i), path, text);
-        path.resize(length);
-    }
-}
-
 } // namespace
 
 void RegistryTextWriter::key(std::u16string_view keyPath) {
@@ -62,8 +47,17 @@ void RegistryTextWriter::deletedKey(std::u16string_view keyPath) {
     path(keyPath);
 }
 
+void RegistryTextWriter::heading() {
+    lines_.append(registryHeading).append(lineEnd);
+    emptyLine();
+}
+
+void RegistryTextWriter::emptyLine() {
+    lines_ += lineEnd;
+}
+
 void RegistryTextWriter::path(std::u16string_view path) {
-    lines_ += hive_;
+    lines_ += registryHiveName(hive_);
     if (!path.empty())
         lines_ += u'\\';
     for (char16_t character : path) {
@@ -145,19 +139,14 @@ void RegistryTextWriter::hex(std::string_view bytes, std::size_t lineStart) {
     }
 }
 
+std::string registryFileOf(std::u16string_view text) {
+    return std::string(registryFileMark) + registryBytes(text);
+}
+
 std::u16string registryAddition(std::u16string_view lines) {
     std::u16string text(registryAdditionMark);
     text.append(lines).append(lineEnd);
     return text;
 }
 
-std::u16string registryTextOf(std::u16string_view hive, const RegistryKeyNode& root) {
-    std::u16string text(registryHeading);
-    text.append(lineEnd).append(lineEnd);
-    std::u16string path;
-    RegistryTextWriter writer(hive);
-    writeTree(writer, root, path, text);
-    return text;
-}
-
-} // namespace vlgs::posix
+} // namespace vlgs

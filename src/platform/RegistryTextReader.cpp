@@ -3,34 +3,17 @@
 #include "base/CaseFold.h"
 #include "base/Text.h"
 #include "platform/CodePage.h"
-#include "platform/posix/RegistryText.h"
-#include "platform/posix/RegistryTextForm.h"
+#include "platform/RegistryText.h"
+#include "platform/RegistryTextForm.h"
 
 #include <algorithm>
-#include <array>
 #include <utility>
 
-namespace vlgs::posix {
+namespace vlgs {
 
 namespace {
 
 constexpr auto none = std::u16string_view::npos;
-
-/// The short names that editors accept for the hives.
-constexpr std::array<std::pair<std::u16string_view, std::u16string_view>, 6> shortNames{{
-    {u"HKCR", u"HKEY_CLASSES_ROOT"},
-    {u"HKCU", u"HKEY_CURRENT_USER"},
-    {u"HKLM", u"HKEY_LOCAL_MACHINE"},
-    {u"HKU", u"HKEY_USERS"},
-    {u"HKCC", u"HKEY_CURRENT_CONFIG"},
-    {u"HKDD", u"HKEY_DYN_DATA"},
-}};
-
-bool isHiveName(std::u16string_view name, std::u16string_view hive) {
-    return equalIgnoringCase(name, hive) || std::ranges::any_of(shortNames, [&](const auto& names) {
-               return names.second == hive && equalIgnoringCase(name, names.first);
-           });
-}
 
 bool isBlank(char16_t character) noexcept {
     return character == u' ' || character == u'\t';
@@ -54,8 +37,8 @@ std::u16string decodeKeyNames(std::u16string_view path) {
 
 class Reader {
   public:
-    Reader(std::u16string_view text, bool isOldForm, std::u16string_view hive, RegistryKeyNode& root)
-        : text_(text), isOldForm_(isOldForm), hive_(hive), root_(root) {}
+    Reader(std::u16string_view text, bool isOldForm, RegistryChanges& changes)
+        : text_(text), isOldForm_(isOldForm), changes_(changes) {}
 
     RegistryTextPlaces read();
 
@@ -80,9 +63,9 @@ class Reader {
 
     std::u16string_view text_;
     bool isOldForm_;
-    std::u16string_view hive_;
-    RegistryKeyNode& root_;
-    RegistryKeyNode* key_ = nullptr;
+    RegistryChanges& changes_;
+    /// Whether there is a key for values.
+    bool hasKey_ = false;
     std::size_t at_ = 0;
     std::size_t firstAddition_ = none;
     /// Up to here the lines are part of an addition that was looked at.
@@ -98,6 +81,8 @@ RegistryTextPlaces Reader::read() {
             readKey();
         } else if (at(u'"') || at(u'@')) {
             readValue();
+        } else if (at_ > 0 && !atLineEnd()) { // the first line is the heading
+            changes_.misfit(at_);
         }
         skipLine();
     }
@@ -152,49 +137,50 @@ bool Reader::readAddition() {
 }
 
 void Reader::readKey() {
-    key_ = nullptr;
+    const auto start = at_;
+    hasKey_ = false;
     const auto line = text_.substr(at_, text_.find_first_of(u"\r\n", at_) - at_);
     at_ += line.size();
     const auto end = line.rfind(u']');
     if (end == none)
-        return;
-    auto path = line.substr(1, end - 1);
-    const bool isDeleted = path.starts_with(u'-');
-    path.remove_prefix(isDeleted ? 1 : 0);
-    const auto root = path.substr(0, path.find(u'\\'));
-    if (!isHiveName(root, hive_))
-        return;
-    const auto names = decodeKeyNames(path.substr(root.size()));
-    if (names.find(u'\0') != names.npos || !isRegistryPath(names))
-        return;
+        return changes_.misfit(start);
+    const bool isDeleted = line.starts_with(u"[-");
+    const auto first = isDeleted ? 2 : 1;
+    const auto path = decodeKeyNames(line.substr(first, end - first));
+    hasKey_ = !isDeleted;
     if (isDeleted)
-        root_.remove(names);
+        changes_.deletedKey(path);
     else
-        key_ = &root_.make(names);
+        changes_.key(path);
 }
 
 void Reader::readValue() {
     const auto start = at_;
-    if (!readValueLines())
-        at_ = start; // and only the first line is passed over
+    if (readValueLines())
+        return;
+    at_ = start; // and only the first line is passed over
+    changes_.misfit(start);
 }
 
 bool Reader::readValueLines() {
+    const auto start = at_;
     std::optional<std::u16string> name(std::in_place);
     if (!take(u'@'))
         name = readQuoted();
     skipBlanks();
-    if (!name || name->size() > longestRegistryValueName || name->find(u'\0') != none || !take(u'='))
+    if (!name || !take(u'='))
         return false;
     skipBlanks();
     const bool isDeleted = take(u'-');
     auto data = isDeleted ? std::nullopt : readData();
     if ((!isDeleted && !data) || !atLineEnd())
         return false;
-    if (key_ && isDeleted)
-        key_->removeValue(*name);
-    else if (key_)
-        key_->setValue(*name, std::move(*data));
+    if (!hasKey_)
+        changes_.misfit(start);
+    else if (isDeleted)
+        changes_.deletedValue(*name);
+    else
+        changes_.value(*name, std::move(*data));
     return true;
 }
 
@@ -323,9 +309,9 @@ bool isRegistryAddition(std::u16string_view text) {
 
 std::optional<RegistryFileText> decodeRegistryFile(std::string_view bytes) {
     RegistryFileText file;
-    file.isUtf16 = bytes.starts_with("\xFF\xFE");
+    file.isUtf16 = bytes.starts_with(registryFileMark);
     if (file.isUtf16)
-        file.text = registryText(bytes.substr(2));
+        file.text = registryText(bytes.substr(registryFileMark.size()));
     else if (bytes.starts_with("\xFE\xFF"))
         file.text = decodeBigEndian(bytes.substr(2));
     else if (bytes.starts_with("\xEF\xBB\xBF"))
@@ -340,9 +326,8 @@ std::optional<RegistryFileText> decodeRegistryFile(std::string_view bytes) {
     return file;
 }
 
-RegistryTextPlaces readRegistryText(std::u16string_view text, bool isOldForm, std::u16string_view hive,
-                                    RegistryKeyNode& root) {
-    return Reader(text, isOldForm, hive, root).read();
+RegistryTextPlaces readRegistryText(std::u16string_view text, bool isOldForm, RegistryChanges& changes) {
+    return Reader(text, isOldForm, changes).read();
 }
 
-} // namespace vlgs::posix
+} // namespace vlgs
