@@ -2,8 +2,10 @@
 #include "ini/Collection.h"
 
 #include "ini/FreshKeys.h"
+#include "ini/FreshSections.h"
 
 #include <new>
+#include <utility>
 
 namespace vlgs {
 
@@ -25,12 +27,15 @@ Collection::Collection() = default;
 Collection::~Collection() = default;
 
 std::int32_t Collection::Count() const noexcept {
-    return fresh_ ? static_cast<std::int32_t>(fresh_->count()) : store_ ? store_->count() : 0;
+    if (const auto* names = fresh())
+        return static_cast<std::int32_t>(names->count());
+    const auto& store = *std::get_if<Ref<OrderedStore>>(&members_);
+    return store ? store->count() : 0;
 }
 
 Variant Collection::Item(const Variant& Index) {
-    if (const auto key = freshKey(Index))
-        return *key == FreshKeys::none ? Variant() : Variant(Ref<Property>(objectOf(*key)));
+    if (const auto place = freshPlace(Index))
+        return *place == FreshNames::none ? Variant() : Variant(Ref<Property>(objectOf(*place)));
     const Variant* member = Count() > 0 ? Store()->read(Index).member : nullptr;
     return member ? *member : Variant();
 }
@@ -49,8 +54,8 @@ std::int32_t Collection::Add(const Variant& Item, const String& key, const Varia
 }
 
 bool Collection::IsPresent(const Variant& Index) {
-    if (const auto key = freshKey(Index))
-        return *key != FreshKeys::none;
+    if (const auto place = freshPlace(Index))
+        return *place != FreshNames::none;
     return Count() > 0 && Store()->read(Index).member;
 }
 
@@ -59,64 +64,92 @@ Ref<Enumerator> Collection::NewEnum() {
 }
 
 const Ref<OrderedStore>& Collection::Store() {
-    if (fresh_) {
-        store_ = fresh_->toStore();
-        fresh_.reset();
-    } else if (!store_) {
-        store_ = make<OrderedStore>();
-    }
-    return store_;
+    if (const auto* keys = freshKeys())
+        members_ = keys->toStore();
+    else if (auto* sections = freshSections())
+        members_ = sections->toStore();
+    auto& store = std::get<Ref<OrderedStore>>(members_);
+    if (!store)
+        store = make<OrderedStore>();
+    return store;
 }
 
 void Collection::SetStore(Ref<OrderedStore> store) noexcept {
-    fresh_.reset();
-    store_ = std::move(store);
+    const Members gone = std::exchange(members_, std::move(store)); // may run code as it ends
 }
 
 Property* Collection::property(const Variant& index) {
-    if (const auto key = freshKey(index))
-        return *key == FreshKeys::none ? nullptr : objectOf(*key);
+    if (const auto place = freshPlace(index))
+        return *place == FreshNames::none ? nullptr : objectOf(*place);
     return Count() > 0 ? objectIn<Property>(Store()->read(index).member) : nullptr;
 }
 
 Property* Collection::property(std::u16string_view key) {
-    if (!fresh_)
-        return store_ ? objectIn<Property>(store_->withKey(key)) : nullptr;
-    const auto found = fresh_->find(key);
-    return found == FreshKeys::none ? nullptr : objectOf(found);
+    if (const auto* names = fresh()) {
+        const auto place = names->find(key);
+        return place == FreshNames::none ? nullptr : objectOf(place);
+    }
+    const auto& store = std::get<Ref<OrderedStore>>(members_);
+    return store ? objectIn<Property>(store->withKey(key)) : nullptr;
 }
 
-FreshKeys* Collection::freshIn(const Ref<TextArena>& arena) {
-    if (!fresh_ && !store_)
-        fresh_ = std::make_unique<FreshKeys>(arena);
-    return fresh_.get();
+FreshKeys* Collection::freshKeys() const noexcept {
+    const auto* keys = std::get_if<std::unique_ptr<FreshKeys>>(&members_);
+    return keys ? keys->get() : nullptr;
 }
 
-Property* Collection::setFresh(StoredText name, StoredText value) {
-    const auto known = fresh_->findOrAdd(name, value);
-    if (known == FreshKeys::none)
-        return objectOf(fresh_->at(fresh_->count() - 1));
-    Property* key = objectOf(known);
-    key->LetValue(value.toString());
-    return key;
+FreshSections* Collection::freshSections() const noexcept {
+    const auto* sections = std::get_if<std::unique_ptr<FreshSections>>(&members_);
+    return sections ? sections->get() : nullptr;
 }
 
-// The object is there for good; when there are many of them they move into a store.
-Property* Collection::objectOf(std::uint32_t key) {
-    Property& object = fresh_->object(key);
-    if (fresh_->isWorn())
+FreshKeys* Collection::freshKeysIn(const Ref<TextArena>& arena) {
+    if (isUnused())
+        takeFresh(FreshKeys(arena));
+    return freshKeys();
+}
+
+FreshSections* Collection::freshSectionsIn(const Ref<TextArena>& arena) {
+    if (isUnused())
+        members_ = std::make_unique<FreshSections>(arena);
+    return freshSections();
+}
+
+void Collection::takeFresh(FreshKeys&& keys) {
+    members_ = std::make_unique<FreshKeys>(std::move(keys));
+}
+
+const FreshNames* Collection::fresh() const noexcept {
+    if (const FreshNames* keys = freshKeys())
+        return keys;
+    return freshSections();
+}
+
+bool Collection::isUnused() const noexcept {
+    const auto* store = std::get_if<Ref<OrderedStore>>(&members_);
+    return store && !*store;
+}
+
+// The object is there for good; when there are many of a section's keys they move into a store.
+Property* Collection::objectOf(std::uint32_t place) {
+    if (auto* sections = freshSections())
+        return &sections->object(place);
+    FreshKeys& keys = *freshKeys();
+    Property& object = keys.object(place);
+    if (keys.isWorn())
         Store();
     return &object;
 }
 
-// The fresh key that a text or a whole number names, or none. Nothing when a store has to be asked.
-std::optional<std::uint32_t> Collection::freshKey(const Variant& index) const noexcept {
-    if (fresh_ && index.isString())
-        return fresh_->find(index.text().view());
-    if (fresh_ && index.is(VarType::Long))
-        return fresh_->at(static_cast<std::uint32_t>(index.number()) - 1);
-    if (fresh_ && index.is(VarType::Integer))
-        return fresh_->at(static_cast<std::uint32_t>(index.integer()) - 1);
+// The fresh member that a text or a whole number names, or none. Nothing when a store has to be asked.
+std::optional<std::uint32_t> Collection::freshPlace(const Variant& index) const noexcept {
+    const auto* names = fresh();
+    if (names && index.isString())
+        return names->find(index.text().view());
+    if (names && index.is(VarType::Long))
+        return names->at(static_cast<std::uint32_t>(index.number()) - 1);
+    if (names && index.is(VarType::Integer))
+        return names->at(static_cast<std::uint32_t>(index.integer()) - 1);
     return {};
 }
 

@@ -2,8 +2,8 @@
 // The library's ordered, keyed container. It never raises for a member that is not there: a failure is the
 // number that a member answers, or Empty.
 //
-// Its members stand in a general store or, as long as they are the keys of a section just as they were read,
-// in FreshKeys; never in both. Nobody can tell from outside.
+// Its members stand in a general store or, as long as they are the keys of a section or the sections of a
+// document just as they were read, in FreshKeys or FreshSections. Nobody can tell from outside.
 #pragma once
 
 #include "frame/Component.h"
@@ -13,12 +13,14 @@
 #include <optional>
 #include <type_traits>
 #include <typeinfo>
+#include <variant>
 
 namespace vlgs {
 
 class FreshKeys;
+class FreshNames;
+class FreshSections;
 class OrderedStore;
-class StoredText;
 class TextArena;
 
 /// The object of class T that a member of a store holds; null for no member and for anything else.
@@ -96,19 +98,27 @@ class VLGS_API Collection final : public CountedComponent {
     Property* property(const Variant& index);
     Property* property(std::u16string_view key);
 
-    /// The members as they were read, null when they stand in a store or there are none.
-    FreshKeys* fresh() const noexcept { return fresh_.get(); }
+    /// The members as they were read, null when they are something else.
+    FreshKeys* freshKeys() const noexcept;
+    FreshSections* freshSections() const noexcept;
     /// The same, begun in that arena when there are no members yet.
-    FreshKeys* freshIn(const Ref<TextArena>& arena);
-    /// Gives the key of that name that text, adding it when there is none. REQUIRES: fresh().
-    Property* setFresh(StoredText name, StoredText value);
+    FreshKeys* freshKeysIn(const Ref<TextArena>& arena);
+    FreshSections* freshSectionsIn(const Ref<TextArena>& arena);
+    /// REQUIRES: there are no members yet.
+    void takeFresh(FreshKeys&& keys);
+    /// The object of a fresh member.
+    Property* objectOf(std::uint32_t place);
 
   private:
-    Property* objectOf(std::uint32_t key);
-    std::optional<std::uint32_t> freshKey(const Variant& index) const noexcept;
+    // A null store, and neither of the others, stands for no members.
+    using Members =
+        std::variant<Ref<OrderedStore>, std::unique_ptr<FreshKeys>, std::unique_ptr<FreshSections>>;
 
-    Ref<OrderedStore> store_;
-    std::unique_ptr<FreshKeys> fresh_;
+    const FreshNames* fresh() const noexcept;
+    bool isUnused() const noexcept;
+    std::optional<std::uint32_t> freshPlace(const Variant& index) const noexcept;
+
+    Members members_;
 };
 
 } // namespace vlgs

@@ -6,7 +6,7 @@
 #include "frame/Errors.h"
 #include "frame/SharedState.h"
 #include "ini/Buffer.h"
-#include "ini/FreshKeys.h"
+#include "ini/FreshSections.h"
 #include "ini/INIText.h"
 #include "ini/PathParts.h"
 #include "platform/FileHold.h"
@@ -26,6 +26,39 @@ Property* propertyIn(const Ref<Collection>& members, const Index& index) {
 }
 Collection* keysOf(const Property* section) {
     return section ? objectIn<Collection>(&section->value()) : nullptr;
+}
+
+// The keys of a section: as they were read, or in a collection, or nowhere.
+struct SectionView {
+    const FreshKeys* fresh = nullptr;
+    Collection* keys = nullptr;
+};
+
+SectionView sectionOf(Collection* sections, const String& name) {
+    const Property* section = nullptr;
+    if (const auto* fresh = sections ? sections->freshSections() : nullptr) {
+        const auto found = fresh->find(name.view());
+        if (found == FreshSections::none)
+            return {};
+        section = fresh->knownObject(found);
+        if (!section)
+            return {&fresh->keys(found), nullptr};
+    } else if (sections) {
+        section = sections->property(name.view());
+    }
+    Collection* keys = keysOf(section);
+    return {keys ? keys->freshKeys() : nullptr, keys};
+}
+
+// The text of a key, "" when there is none of its value.
+String textOf(const Property& key) {
+    if (key.value().isString())
+        return key.value().text();
+    try {
+        return toText(key.value());
+    } catch (const Error&) {
+        return {};
+    }
 }
 
 void requireKeyName(const String& name) {
@@ -92,29 +125,16 @@ Ref<Property> INIFile::Key(const Variant& vSection, const Variant& vKey) const {
 }
 
 String INIFile::KeyValue(const String& sSection, const String& sKey) const {
-    Collection* keys = keysOf(propertyIn(sections_, sSection.view()));
-    if (!keys)
-        return {};
-    const Property* key = nullptr;
-    if (const FreshKeys* fresh = keys->fresh()) {
-        const auto found = fresh->find(sKey.view());
+    const SectionView section = sectionOf(sections_.get(), sSection);
+    if (section.fresh) {
+        const auto found = section.fresh->find(sKey.view());
         if (found == FreshKeys::none)
             return {};
-        key = fresh->knownObject(found);
-        if (!key)
-            return fresh->value(found).toString();
-    } else {
-        key = keys->property(sKey.view());
+        const Property* key = section.fresh->knownObject(found);
+        return key ? textOf(*key) : section.fresh->value(found).toString();
     }
-    if (!key)
-        return {};
-    if (key->value().isString())
-        return key->value().text();
-    try {
-        return toText(key->value());
-    } catch (const Error&) {
-        return {};
-    }
+    const Property* key = section.keys ? section.keys->property(sKey.view()) : nullptr;
+    return key ? textOf(*key) : String();
 }
 
 Ref<Collection> INIFile::SectionKeys(const Variant& vSection) const {
@@ -127,6 +147,9 @@ Ref<Property> INIFile::CreateSection(const String& sSectionName, const Variant& 
         raiseMessage(u"VlGeneralServices.INIFile.CreateSection", eMsg_SectionNameCannotBeBlank);
     if (auto* found = propertyIn(sections_, sSectionName.view()))
         return Ref<Property>(found);
+    if (auto* fresh =
+            Before.isMissing() && After.isMissing() && sections_ ? sections_->freshSections() : nullptr)
+        return Ref<Property>(&fresh->object(fresh->findOrAdd(sSectionName.view())));
     auto section = make<Property>();
     section->SetName(sSectionName);
     section->SetValue(make<Collection>());
@@ -143,6 +166,14 @@ Ref<Property> INIFile::CreateKey(const Variant& vSection, const String& sKeyName
     if (!section)
         section = CreateSection(toText(vSection), missing, missing);
     return createKeyIn(keyPlaceOf(*section), sKeyName, sKeyValue, Before, After);
+}
+
+FreshKeys* INIFile::freshSection(StoredText name, const Ref<TextArena>& arena) {
+    auto* sections = Sections()->freshSectionsIn(arena);
+    if (!sections)
+        return nullptr;
+    const auto section = sections->findOrAdd(name);
+    return sections->knownObject(section) ? nullptr : &sections->keys(section);
 }
 
 INIFile::KeyPlace INIFile::keyPlaceOf(const Property& section) const {
@@ -163,8 +194,11 @@ Ref<Property> INIFile::createKeyIn(const KeyPlace& place, String name, String va
     }
     if (!place.add) // a caller's own text stands in the place of a section's keys
         raise(RunTimeError::TypeMismatch);
-    if (refusesKnown && place.add->fresh())
-        return Ref<Property>(place.add->setFresh(name.view(), value.view()));
+    if (auto* fresh = refusesKnown ? place.add->freshKeys() : nullptr) {
+        const auto known = fresh->set(name.view(), value.view());
+        const auto key = known == FreshKeys::none ? fresh->at(fresh->count() - 1) : known;
+        return Ref<Property>(place.add->objectOf(key));
+    }
     auto key = make<Property>();
     key->SetName(name);
     key->LetValue(value);
@@ -258,10 +292,16 @@ std::int32_t INIFile::Count() const {
 }
 
 std::int32_t INIFile::TotalKeyCount() {
-    const auto& store = *Sections()->Store();
+    const auto sections = Sections();
     std::int64_t total = 0;
-    for (std::int32_t position = 1; position <= store.count(); ++position) {
-        const auto* section = objectIn<Property>(store.at(position));
+    for (std::int32_t position = 1; position <= sections->Count(); ++position) {
+        const auto* fresh = sections->freshSections();
+        const auto place = fresh ? fresh->at(static_cast<std::uint32_t>(position) - 1) : FreshSections::none;
+        if (fresh && !fresh->knownObject(place)) {
+            total += fresh->keys(place).count();
+            continue;
+        }
+        const auto* section = sections->property(position);
         if (!section)
             raise(RunTimeError::TypeMismatch);
         if (const auto* keys = keysOf(section))

@@ -17,6 +17,9 @@
 namespace vlgs {
 
 class FileHold;
+class FreshKeys;
+class StoredText;
+class TextArena;
 
 #define VLGS_INI_FILE_TYPES(value)                                                                           \
     value(eINI_Empty, 0) value(eINI_VLS, 1) value(eINI_INI, 2) value(eINI_VLL, 3)
@@ -149,6 +152,9 @@ class VLGS_API INIFile final : public Component {
     };
     /// REQUIRES, for the place's use: no section is added or removed meanwhile.
     KeyPlace keyPlaceOf(const Property& section) const;
+    /// The keys of the section of that name, which is made when there is none, as long as nobody has asked
+    /// for an object of it; null when the sections stand in a general store, or that section is an object.
+    FreshKeys* freshSection(StoredText name, const Ref<TextArena>& arena);
     /// What `CreateKey` does once the section is there.
     static Ref<Property> createKeyIn(const KeyPlace& place, String name, String value,
                                      const Variant& before = missing, const Variant& after = missing);

@@ -3,7 +3,7 @@
 #include "base/Text.h"
 #include "ini/Buffer.h"
 #include "ini/FailureMessage.h"
-#include "ini/FreshKeys.h"
+#include "ini/FreshSections.h"
 #include "ini/INIText.h"
 #include "platform/CodePage.h"
 #include "platform/Files.h"
@@ -18,14 +18,23 @@ namespace vlgs {
 
 namespace {
 
-template <class Visit>
-void forEachProperty(Collection& members, Visit&& visit) {
-    const Ref<OrderedStore> store = members.Store();
-    for (std::int32_t position = 1; position <= store->count(); ++position) {
-        const Ref<Property> member(objectIn<Property>(store->at(position)));
-        if (!member)
+// Shows members in order: `onFresh(members, place)` those that nobody has asked for yet, `onObject(property)`
+// the others. What is shown may run code that changes the members.
+template <auto fresh, class OnFresh, class OnObject>
+void forEachMember(Collection& members, OnFresh&& onFresh, OnObject&& onObject) {
+    for (std::int32_t position = 1; position <= members.Count(); ++position) {
+        if (const auto* asRead = (members.*fresh)()) {
+            const auto place = asRead->at(static_cast<std::uint32_t>(position) - 1);
+            if (const Ref<const Property> object(asRead->knownObject(place)); object)
+                onObject(*object);
+            else
+                onFresh(*asRead, place);
+            continue;
+        }
+        const Ref<const Property> object(objectIn<Property>(members.Store()->at(position)));
+        if (!object)
             raise(RunTimeError::TypeMismatch);
-        visit(*member);
+        onObject(*object);
     }
 }
 
@@ -33,33 +42,37 @@ void forEachProperty(Collection& members, Visit&& visit) {
 // makes a text of a key's value that is none yet.
 template <class OnSection, class OnKey, class TextOf>
 void visitDocument(const INIFile& document, OnSection&& onSection, OnKey&& onKey, TextOf&& textOf) {
-    const auto visitKey = [&](const Property& key) {
+    const auto onFreshKey = [&](const FreshKeys& keys, FreshKeys::Place key) {
+        onKey(keys.name(key), keys.value(key));
+    };
+    const auto onKeyObject = [&](const Property& key) {
         const Variant& value = key.value();
         if (value.isString())
             onKey(key.name().view(), value.text().view());
         else
             onKey(key.name().view(), textOf(value).view());
     };
-    const auto visitKeys = [&](Collection& keys) {
-        const FreshKeys* fresh = keys.fresh();
-        if (!fresh)
-            return forEachProperty(keys, visitKey);
-        for (std::uint32_t position = 0; position < fresh->count(); ++position) {
-            const auto key = fresh->at(position);
-            if (const Property* object = fresh->knownObject(key))
-                visitKey(*object);
-            else
-                onKey(fresh->name(key), fresh->value(key));
-        }
-    };
     const Ref<Collection> sections(document.sections());
     if (!sections)
         return;
-    forEachProperty(*sections, [&](const Property& section) {
-        onSection(section.name().view());
-        if (const Ref<Collection> keys(objectIn<Collection>(&section.value())); keys)
-            visitKeys(*keys);
-    });
+    forEachMember<&Collection::freshSections>(
+        *sections,
+        [&](const FreshSections& fresh, FreshSections::Place section) {
+            onSection(fresh.name(section));
+            const FreshKeys& keys = fresh.keys(section);
+            for (std::uint32_t position = 0; position < keys.count(); ++position) {
+                const auto key = keys.at(position);
+                if (const Property* object = keys.knownObject(key))
+                    onKeyObject(*object);
+                else
+                    onFreshKey(keys, key);
+            }
+        },
+        [&](const Property& section) {
+            onSection(section.name().view());
+            if (const Ref<Collection> keys(objectIn<Collection>(&section.value())); keys)
+                forEachMember<&Collection::freshKeys>(*keys, onFreshKey, onKeyObject);
+        });
 }
 
 // Hands out the text of a document piece by piece.

@@ -33,17 +33,15 @@ void LineParser::parse(std::string_view line, const CodePage& page) {
         parseHeader(page.decode(line));
 }
 
-// Keys of a section that is new stay as they were read.
 void LineParser::setKey(StoredText name, StoredText value) {
-    if (name.length() == 0 || current_.lookUp != current_.add || !current_.add ||
-        !current_.add->freshIn(arena_)) {
-        const auto makeName = [&] { return name.toString(); };
-        INIFile::createKeyIn(current_,
-                             name.visit([&](auto text) { return arena_->names().share(text, makeName); }),
-                             value.toString());
-    } else if (current_.add->fresh()->findOrAdd(name, value) != FreshKeys::none) {
-        current_.add->setFresh(name, value);
+    if (fresh_ && name.length() > 0) {
+        fresh_->set(name, value);
+        return;
     }
+    const auto makeName = [&] { return name.toString(); };
+    INIFile::createKeyIn(current_,
+                         name.visit([&](auto text) { return arena_->names().share(text, makeName); }),
+                         value.toString());
 }
 
 void LineParser::parseHeader(std::u16string_view line) {
@@ -53,9 +51,13 @@ void LineParser::parseHeader(std::u16string_view line) {
     const auto close = line.find(u']', open);
     if (close == line.npos)
         return;
-    const auto section =
-        document_.CreateSection(trim(line.substr(open + 1, close - open - 1)), missing, missing);
-    current_ = document_.keyPlaceOf(*section);
+    const auto name = trim(line.substr(open + 1, close - open - 1));
+    fresh_ = name.empty() ? nullptr : document_.freshSection(name, arena_);
+    if (!fresh_) {
+        current_ = document_.keyPlaceOf(*document_.CreateSection(name));
+        if (current_.add && current_.lookUp == current_.add)
+            fresh_ = current_.add->freshKeysIn(arena_);
+    }
     hasSection_ = true;
 }
 

@@ -31,7 +31,8 @@ class LineParser {
     void setKey(StoredText name, StoredText value);
 
     INIFile& document_;
-    INIFile::KeyPlace current_;
+    FreshKeys* fresh_ = nullptr; // the current section's keys while they stay as they are read
+    INIFile::KeyPlace current_;  // else where they go
     Ref<TextArena> arena_ = make<TextArena>();
     bool hasSection_ = false;
 };

@@ -35,8 +35,8 @@ std::size_t TextArena::valueOffset(Record record) noexcept {
     return record.value & wide ? (behindName + 1) / 2 * 2 : behindName;
 }
 
-TextArena::Place TextArena::add(StoredText name, StoredText value) {
-    const Record record{formOf(name), formOf(value)};
+TextArena::Place TextArena::add(StoredText name, StoredText value, std::uint32_t hash) {
+    const Record record{formOf(name), formOf(value), hash};
     const std::size_t valueAt = valueOffset(record);
     const std::size_t size = (valueAt + bytesOf(record.value) + unit - 1) / unit * unit;
     if (size > capacity_ - used_)

@@ -1,5 +1,5 @@
-// Documents whose keys are still as they were read, beside documents of the same content whose keys all stand
-// in general stores: whatever is done to both, both answer the same.
+// Documents whose sections and keys are still as they were read, beside documents of the same content that
+// stands in general stores: whatever is done to both, both answer the same.
 #include "base/Text.h"
 #include "ini/INIFile.h"
 #include "ini/INIText.h"
@@ -38,7 +38,10 @@ class Pair {
         const auto chosen = words[below(std::size(words))];
         return below(2) ? String(chosen) : concat(chosen, decimal(below(12)));
     }
-    String section() { return String(below(2) ? u"Sä" : u"t"); }
+    String section() {
+        constexpr std::u16string_view names[] = {u"Sä", u"SÄ", u"t", u"T", u"other"};
+        return names[below(std::size(names))];
+    }
     String value() { return below(4) ? concat(u"v ", decimal(below(1000))) : word(); }
     Variant index() {
         switch (below(5)) {
@@ -67,6 +70,7 @@ class Pair {
         makeGeneral();
     }
     void makeGeneral() {
+        documents_[1]->Sections()->Store();
         for (std::int32_t i = 1; i <= documents_[1]->Sections()->Count(); ++i)
             if (const auto keys = documents_[1]->SectionKeys(i))
                 keys->Store();
@@ -92,7 +96,8 @@ class Pair {
         const auto number = static_cast<std::int64_t>(at - met.begin());
         if (at == met.end())
             met.emplace_back(const_cast<Property*>(key));
-        return concat(key->name(), u"=", key->value().text(), u" ", decimal(number));
+        const String text = key->value().isString() ? key->value().text() : String(u"(keys)");
+        return concat(key->name(), u"=", text, u" ", decimal(number));
     }
     Variant told(const Variant& member, int side) {
         const auto* key = objectIn<Property>(&member);
@@ -102,7 +107,9 @@ class Pair {
     void change() {
         const String in = section(), name = word(), text = value();
         const Variant at = index(), reference = below(3) ? Variant(missing) : index();
-        switch (below(13)) {
+        const bool rarely = below(6) == 0;
+        const Variant sectionAt = below(3) ? Variant(in) : at;
+        switch (below(20)) {
         case 0:
             return both([&](auto& document, int side) {
                 return told(document.CreateKey(in, name, text, reference, missing).get(), side);
@@ -126,12 +133,39 @@ class Pair {
         case 7: // another member of a section under this name, or a text
             return both([&](auto& document, int side) -> Variant {
                 const auto keys = document.SectionKeys(in);
-                const Variant member = met_[side].empty() ? Variant(text) : Variant(met_[side].front());
+                const Variant member = met_[side].empty() || !met_[side].front()->value().isString()
+                                           ? Variant(text)
+                                           : Variant(met_[side].front());
                 return keys ? keys->Add(member, name, reference) : 0;
             });
-        case 8:
+        case 8: // the same content, also seen through the document that was there before
             return both([&](auto& document, int side) {
-                documents_[side] = document.Clone(u"C:\\clone.ini");
+                aliases_[side] = document.Clone(u"C:\\clone.ini");
+                return Variant();
+            });
+        case 12:
+            return both([&](auto&, int side) {
+                if (aliases_[side])
+                    std::swap(documents_[side], aliases_[side]);
+                return Variant();
+            });
+        case 13:
+            return both([&](auto& document, int side) {
+                return told(document.CreateSection(in, reference).get(), side);
+            });
+        case 14:
+            return both(
+                [&](auto& document, int side) { return told(document.CreateSection(in).get(), side); });
+        case 15:
+            return both(
+                [&](auto& document, int side) { return told(document.Section(sectionAt).get(), side); });
+        case 16:
+            return both([&](auto& document, int) { return document.KeyCount(sectionAt); });
+        case 17:
+            return both([&](auto& document, int) { return rarely && document.DeleteSection(sectionAt); });
+        case 18:
+            return both([&](auto& document, int side) {
+                enumerators_[side] = document.Sections()->NewEnum();
                 return Variant();
             });
         case 9:
@@ -173,16 +207,17 @@ class Pair {
         both([](auto& document, int) { return document.TotalKeyCount(); });
         both([](auto& document, int) { return document.GetStream(false); });
         for (const auto& word : words)
-            for (const auto* in : {u"Sä", u"T"})
+            for (const auto* in : {u"Sä", u"T", u"other"})
                 both([&](auto& document, int) { return document.KeyValue(in, word); });
         ASSERT_EQ(met_[0].size(), met_[1].size());
         for (std::size_t i = 0; i < met_[0].size(); ++i) // also those that were removed since
-            EXPECT_EQ(met_[0][i]->value(), met_[1][i]->value());
+            EXPECT_EQ(told(met_[0][i].get(), 0), told(met_[1][i].get(), 1));
     }
 
     std::mt19937 random_;
     Scratch scratch_;
     Ref<INIFile> documents_[2] = {make<INIFile>(), make<INIFile>()};
+    Ref<INIFile> aliases_[2];
     std::vector<Ref<Property>> met_[2];
     Ref<Enumerator> enumerators_[2];
 };
