@@ -31,8 +31,8 @@ class CommandLineTest(unittest.TestCase):
                 self.assertEqual(vlgs("call", *words), (0, output, ""))
 
     def test_json(self):
-        for words, type_, value in ((("Restricted.ClassName",), 8, "VlGeneralServices.Restricted"),
-                                    (("Restricted.ClassID",), 3, 162), (("Collection.Count",), 3, 0)):
+        for words, type_, value in ((("Restricted.ClassName",), "String", "VlGeneralServices.Restricted"),
+                                    (("Restricted.ClassID",), "Long", 162), (("Collection.Count",), "Long", 0)):
             with self.subTest(words=words):
                 status, output, _ = vlgs("call", *words, "--json")
                 self.assertEqual(status, 0)
@@ -78,8 +78,7 @@ class CommandLineTest(unittest.TestCase):
                     self.assertEqual((status > 0, out), (bool(report), output))
                     self.assertIn(report.replace("S:", script + ":"), told)
             self.assertEqual(vlgs("run", "--json", input_="Restricted.ClassID\nx.y"),
-                             (2, '{"type": 3, "value": 162}\n', '-:2: there is no class or variable "x"\n'
-                                 "vlgs classes lists the classes\n"))
+                             (2, '{"type": "Long", "value": 162}\n', '-:2: there is no class or variable "x"\n'))
 
     def test_errors(self):
         for words, report in (
@@ -106,8 +105,8 @@ class CommandLineTest(unittest.TestCase):
             (("call", "Collection.Item", "k", ".Count"), "gives no object"), (("call", "Collection.Add", "[", "Collection"), '"]"'),
             (("call", "--frob"), "--json"), (("call", "GUID.IsEqualGUID", "sGUDI1=x"), "sGUID1"),
             (("call", "GUID.IsEqualGUID", "sGUID1=x", "y"), "last"), (("classes", "x"), "no arguments"),
-            (("describe",), "CLASS[.MEMBER]"), (("describe", "Nothing"), "Restricted"),
-            (("describe", "GUID.Nothing"), "describe GUID"),
+            (("describe",), "CLASS[.MEMBER]"), (("describe", "Flies"), "did you mean Files?"),
+            (("describe", "GUID.GenerateGIUD"), "did you mean GenerateGUID?"),
         ):
             with self.subTest(words=words):
                 status, output, report = vlgs(*words)

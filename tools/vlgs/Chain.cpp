@@ -3,6 +3,7 @@
 
 #include "CallArguments.h"
 #include "HostText.h"
+#include "Members.h"
 #include "Misuse.h"
 #include "Words.h"
 #include "automation/Array.h"
@@ -119,6 +120,9 @@ class Chain {
             throw Misuse(quoted(path) + " names no member: CLASS.MEMBER, such as Files.ClassVersion" +
                          nearest(path, holders()) +
                          (variables_ ? "\na variable is made by NAME = CHAIN, a text stands in quotes" : ""));
+        if (variables_ && !findClass(fromHost(path.substr(0, dot))))
+            throw Misuse("there is no class or variable " + quoted(path.substr(0, dot)) +
+                         nearest(path.substr(0, dot), holders()));
         const auto& type = classNamed(path.substr(0, dot));
         requireMember(type, path.substr(dot + 1));
         object_ = createObject(fromHost(path.substr(0, dot)));
@@ -127,14 +131,6 @@ class Chain {
 
     bool isValue() const {
         return words_[at_].isLiteral || isMark("{") || word().starts_with('@') || isTypedValue(word());
-    }
-
-    // The class of a name, which is a variable's as well as a class's.
-    const ClassInfo& classNamed(std::string_view name) const {
-        if (const auto* info = findClass(fromHost(name)))
-            return *info;
-        throw Misuse("there is no class " + std::string(variables_ ? "or variable " : "") + quoted(name) +
-                     nearest(name, holders()) + "\nvlgs classes lists the classes");
     }
 
     // What members can be called on by name.
@@ -146,17 +142,6 @@ class Chain {
             for (const auto& [known, value] : *variables_)
                 names.push_back(known);
         return names;
-    }
-
-    static void requireMember(const ClassInfo& type, std::string_view name) {
-        if (type.idOf(fromHost(name)) != unknownMember)
-            return;
-        std::vector<std::string_view> names;
-        for (const auto& member : type.members())
-            if (!member.hidden)
-                names.push_back(member.name);
-        throw Misuse(std::string(type.name()) + " has no member " + quoted(name) + nearest(name, names) +
-                     "\nvlgs describe " + std::string(type.name()) + " lists its members");
     }
 
     // A call of a member of `object_`.

@@ -72,6 +72,24 @@ std::vector<SectionView> sectionsOf(const INIFile& document) {
     return result;
 }
 
+void writeKeys(Json& json, const SectionView& section) {
+    json.object([&] {
+        for (std::int32_t i = 1; i <= section.count(); ++i) {
+            json.name(section.key(i).name());
+            json.value(section.key(i).value().text());
+        }
+    });
+}
+
+void writeDocument(Json& json, const INIFile& document) {
+    json.object([&] {
+        for (const auto& section : sectionsOf(document)) {
+            json.name(section.name);
+            writeKeys(json, section);
+        }
+    });
+}
+
 SectionView sectionNamed(const INIFile& document, const String& name) {
     if (Collection* sections = document.sections())
         if (const Property* section = sections->property(name.view()))

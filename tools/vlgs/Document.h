@@ -2,6 +2,7 @@
 // INI documents as the shell reads, changes and saves them.
 #pragma once
 
+#include "Json.h"
 #include "ini/INIFile.h"
 
 #include <string>
@@ -31,6 +32,10 @@ struct SectionView {
 
 /// The sections in order.
 std::vector<SectionView> sectionsOf(const INIFile& document);
+
+/// {"KEY": "VALUE", …} and {"SECTION": {…}, …}, in their order.
+void writeKeys(Json& json, const SectionView& section);
+void writeDocument(Json& json, const INIFile& document);
 
 /// Raise 9 with the name, and the nearest one there is, for a section or a key that is not there.
 SectionView sectionNamed(const INIFile& document, const String& name);

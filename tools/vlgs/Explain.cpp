@@ -2,7 +2,7 @@
 #include "Explain.h"
 
 #include "HostText.h"
-#include "Print.h"
+#include "Json.h"
 #include "Terminal.h"
 #include "Words.h"
 #include "base/CaseFold.h"
@@ -72,16 +72,16 @@ std::vector<Pair> pairsOf(std::u16string_view text) {
 }
 
 void printJson(const std::vector<Pair>& pairs) {
-    std::cout << '[';
-    const char* separator = "";
-    for (const auto& [name, value] : pairs) {
-        std::cout << std::exchange(separator, ",\n ") << "{\"name\": ";
-        printJsonText(std::cout, name);
-        std::cout << ", \"value\": ";
-        printJsonText(std::cout, value);
-        std::cout << ", \"meaning\": \"" << meaningOf(name).meaning << "\"}";
-    }
-    std::cout << "]\n";
+    Json json(std::cout, Json::Layout::Entries);
+    json.array([&] {
+        for (const auto& [name, value] : pairs)
+            json.object([&] {
+                json.field("name", name);
+                json.field("value", value);
+                json.field("meaning", meaningOf(name).meaning);
+            });
+    });
+    json.end();
 }
 
 } // namespace

@@ -4,7 +4,6 @@
 #include "Document.h"
 #include "HostText.h"
 #include "Misuse.h"
-#include "Print.h"
 #include "Terminal.h"
 #include "Words.h"
 #include "base/Text.h"
@@ -18,27 +17,23 @@ namespace vlgs::cli {
 
 namespace {
 
-void printJsonKeys(const SectionView& section) {
-    std::cout << '{';
-    for (std::int32_t i = 1; i <= section.count(); ++i) {
-        std::cout << (i == 1 ? "" : ", ");
-        printJsonText(std::cout, section.key(i).name());
-        std::cout << ": ";
-        printJsonText(std::cout, section.key(i).value().text());
-    }
-    std::cout << '}';
+// One value and its line end.
+template <class Write>
+void printJson(Json::Layout layout, Write&& write) {
+    Json json(std::cout, layout);
+    write(json);
+    json.end();
 }
 
 void printJson(const INIFile& document) {
-    std::cout << '{';
-    const char* separator = "";
-    for (const auto& section : sectionsOf(document)) {
-        std::cout << std::exchange(separator, ",\n ");
-        printJsonText(std::cout, section.name);
-        std::cout << ": ";
-        printJsonKeys(section);
-    }
-    std::cout << "}\n";
+    printJson(Json::Layout::Entries, [&](Json& json) { writeDocument(json, document); });
+}
+
+void printText(const String& text, bool json) {
+    if (json)
+        printJson(Json::Layout::Line, [&](Json& out) { out.value(text); });
+    else
+        std::cout << toHost(text) << '\n';
 }
 
 int get(std::span<const std::string_view> given) {
@@ -50,15 +45,9 @@ int get(std::span<const std::string_view> given) {
         const auto document = readDocument(words[0]);
         const auto section = sectionNamed(*document, fromHost(words[1]));
         if (words.count() == 3) {
-            const String value = keyNamed(section, fromHost(words[2]));
-            if (json)
-                printJsonText(std::cout, value);
-            else
-                std::cout << toHost(value);
-            std::cout << '\n';
+            printText(keyNamed(section, fromHost(words[2])), json);
         } else if (json) {
-            printJsonKeys(section);
-            std::cout << '\n';
+            printJson(Json::Layout::Line, [&](Json& out) { writeKeys(out, section); });
         } else {
             for (std::int32_t i = 1; i <= section.count(); ++i)
                 std::cout << toHost(section.key(i).name()) << '=' << toHost(section.key(i).value().text())
@@ -68,11 +57,7 @@ int get(std::span<const std::string_view> given) {
         if (!standard || words.count() != 3 ||
             (!error.is(RunTimeError::SubscriptOutOfRange) && !error.is(RunTimeError::FileNotFound)))
             throw;
-        if (json)
-            printJsonText(std::cout, fromHost(*standard));
-        else
-            std::cout << *standard;
-        std::cout << '\n';
+        printText(fromHost(*standard), json);
     }
     return 0;
 }
@@ -240,23 +225,20 @@ void printDifference(const Difference& difference) {
 }
 
 void printJson(const std::vector<Difference>& differences) {
-    std::cout << '[';
-    const char* separator = "";
-    for (const auto& difference : differences) {
-        std::cout << std::exchange(separator, ",\n ") << "{\"section\": ";
-        printJsonText(std::cout, difference.section);
-        const std::pair<const char*, const std::optional<String>&> fields[] = {
-            {"key", difference.key}, {"before", difference.before}, {"after", difference.after}};
-        for (const auto& [name, value] : fields) {
-            std::cout << ", \"" << name << "\": ";
-            if (value)
-                printJsonText(std::cout, *value);
-            else
-                std::cout << "null";
-        }
-        std::cout << '}';
-    }
-    std::cout << "]\n";
+    printJson(Json::Layout::Entries, [&](Json& json) {
+        json.array([&] {
+            for (const auto& difference : differences)
+                json.object([&] {
+                    json.field("section", difference.section);
+                    const std::pair<const char*, const std::optional<String>&> fields[] = {
+                        {"key", difference.key}, {"before", difference.before}, {"after", difference.after}};
+                    for (const auto& [name, value] : fields) {
+                        json.name(name);
+                        value ? json.value(value->view()) : json.null();
+                    }
+                });
+        });
+    });
 }
 
 int diff(std::span<const std::string_view> given) {
@@ -275,23 +257,29 @@ int diff(std::span<const std::string_view> given) {
     return differences.empty() ? 0 : 1;
 }
 
+void printJson(const std::vector<Finding>& findings) {
+    printJson(Json::Layout::Entries, [&](Json& json) {
+        json.array([&] {
+            for (const auto& [line, what, isLost] : findings)
+                json.object([&] {
+                    json.name("line");
+                    json.raw(std::to_string(line));
+                    json.field("problem", what);
+                    json.field("lost", isLost);
+                });
+        });
+    });
+}
+
 int check(std::span<const std::string_view> given) {
     const Words words("ini check", given, {"--json"});
     words.need(1, 1, "one file");
     const auto findings = checkLines(fullPath(fromHost(words[0])));
-    const bool json = words.has("--json");
-    std::cout << (json ? "[" : "");
-    const char* separator = "";
-    for (const auto& [line, what, isLost] : findings) {
-        if (!json) {
-            std::cout << words[0] << ':' << line << ": " << what << '\n';
-            continue;
-        }
-        std::cout << std::exchange(separator, ",\n ") << "{\"line\": " << line << ", \"problem\": ";
-        printJsonText(std::cout, fromHost(what));
-        std::cout << ", \"lost\": " << (isLost ? "true" : "false") << '}';
-    }
-    std::cout << (json ? "]\n" : "");
+    if (words.has("--json"))
+        printJson(findings);
+    else
+        for (const auto& finding : findings)
+            std::cout << words[0] << ':' << finding.line << ": " << finding.what << '\n';
     return findings.empty() ? 0 : 1;
 }
 

@@ -5,15 +5,18 @@
 #include "LockKeeper.h"
 #include "Misuse.h"
 #include "Print.h"
-#include "automation/Convert.h"
+#include "Words.h"
 #include "base/Error.h"
 #include "locking/CorvaTools.h"
 #include "locking/LockFiles.h"
 #include "platform/FileTime.h"
+#include "platform/Files.h"
 
 #include <iostream>
 #include <optional>
+#include <set>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace vlgs::cli {
@@ -108,40 +111,66 @@ int take(std::span<const std::string_view> words) {
     return 0;
 }
 
-int status(std::span<const std::string_view> words) {
-    const bool json = !words.empty() && words.front() == "--json";
-    if (words.size() != (json ? 2u : 1u))
-        throw Misuse("lock status needs one path of the project's folder");
-    const String folder = folderOf(fromHost(words.back()));
-    std::cout << (json ? "[" : "");
-    const char* separator = "";
+// What a lock file tells, and whether it locks anything.
+struct LockFile {
+    String name;
+    bool isLive = false;
+    std::vector<std::pair<const char*, String>> fields;
+};
+
+LockFile lockFileOf(const String& folder, const String& name, bool isDocument) {
+    const String path = concat(folder, name);
+    const auto file = readLockFile(path);
+    const auto since = lastWritten(path);
+    return {name,
+            false,
+            {{"access", file->KeyValue(String(userSection), u"Access")},
+             {"document", isDocument ? String(documentOf(name)) : String()},
+             {"machine", file->KeyValue(String(userSection), u"Machine")},
+             {"session", file->KeyValue(String(userSection), u"SessionID")},
+             {"since", since ? fromHost(isoText(dateOf(*since))) : String()},
+             {"file", path}}};
+}
+
+std::vector<LockFile> lockFilesIn(const String& folder) {
+    std::vector<LockFile> files;
     for (const auto extension : {projectLockExtension, documentLockExtension}) {
-        for (const auto& name : liveLockFiles(folder, extension, [](auto) { return true; })) {
-            const String path = concat(folder, name);
-            const auto file = readLockFile(path);
-            const auto since = lastWritten(path);
-            const std::pair<const char*, String> fields[] = {
-                {"access", file->KeyValue(String(userSection), u"Access")},
-                {"document", extension == documentLockExtension ? String(documentOf(name)) : String()},
-                {"machine", file->KeyValue(String(userSection), u"Machine")},
-                {"session", file->KeyValue(String(userSection), u"SessionID")},
-                {"since", since ? toText(dateOf(*since)) : String()},
-                {"file", path},
-            };
-            std::cout << std::exchange(separator, json ? ",\n " : "") << (json ? "{" : "");
-            const char* between = "";
-            for (const auto& [key, value] : fields) {
-                if (json) {
-                    std::cout << std::exchange(between, ", ") << '"' << key << "\": ";
-                    printJsonText(std::cout, value);
-                } else {
-                    std::cout << std::exchange(between, "\t") << toHost(value);
-                }
-            }
-            std::cout << (json ? "}" : "\n");
-        }
+        const auto first = files.size();
+        for (const auto& [name, attributes] : listFolder(folder, extension))
+            if (attributes == FileAttributes::Normal)
+                files.push_back(lockFileOf(folder, name, extension == documentLockExtension));
+        const auto live = liveLockFiles(folder, extension, [](auto) { return true; });
+        const std::set<String> names(live.begin(), live.end());
+        for (auto i = first; i < files.size(); ++i)
+            files[i].isLive = names.contains(files[i].name);
     }
-    std::cout << (json ? "]\n" : "");
+    return files;
+}
+
+int status(std::span<const std::string_view> given) {
+    const Words words("lock status", given, {"--json"});
+    words.need(1, 1, "one path of the project's folder");
+    const auto files = lockFilesIn(folderOf(fromHost(words[0])));
+    const auto stateOf = [](const LockFile& file) { return file.isLive ? "live" : "stale"; };
+    if (!words.has("--json")) {
+        for (const auto& file : files) {
+            std::cout << stateOf(file);
+            for (const auto& [name, value] : file.fields)
+                std::cout << '\t' << toHost(value);
+            std::cout << '\n';
+        }
+        return 0;
+    }
+    Json json(std::cout, Json::Layout::Entries);
+    json.array([&] {
+        for (const auto& file : files)
+            json.object([&] {
+                json.field("state", stateOf(file));
+                for (const auto& [name, value] : file.fields)
+                    json.field(name, value);
+            });
+    });
+    json.end();
     return 0;
 }
 
@@ -155,14 +184,7 @@ int release(std::span<const std::string_view> words) {
 } // namespace
 
 int lock(std::span<const std::string_view> words) {
-    const auto what = words.empty() ? std::string_view() : words.front();
-    if (what == "take")
-        return take(words.subspan(1));
-    if (what == "status")
-        return status(words.subspan(1));
-    if (what == "release")
-        return release(words.subspan(1));
-    throw Misuse("lock needs one of take, status and release");
+    return runSubcommand("lock", words, {{"take", take}, {"status", status}, {"release", release}});
 }
 
 } // namespace vlgs::cli

@@ -20,7 +20,8 @@ writing, or as the options say; --fallback makes a conflict a read-only lock. Wi
 lock lasts as long as that runs, which finds "ReadWrite", "ReadOnly" or "Exclusive" in
 VLGS_LOCK_ACCESS, and the status is the command's. Without one the lock lasts until it is
 released, or the machine stops; printed are what was granted and the lock's file. status lists the
-live locks of a project, and deletes stale files. release ends a lock that take has left behind.
+lock files of a project, live ones and stale ones, which hold nothing and are deleted: a line has state, access,
+document, machine, session, time and file, with tabs between them. release ends a lock that take has left behind.
 )";
 
 /// Carries out a command line behind `lock`; the program's exit status.

@@ -2,6 +2,8 @@
 // Results on standard output.
 #pragma once
 
+#include "Json.h"
+#include "automation/Object.h"
 #include "automation/Variant.h"
 
 #include <iosfwd>
@@ -15,8 +17,11 @@ namespace vlgs::cli {
 /// text, any other object as the value of its default member; nothing for no value.
 void print(std::ostream& out, const Variant& value);
 
-/// A text as JSON has it, in quotes.
-void printJsonText(std::ostream& out, std::u16string_view text);
+/// What an object is shown as: a document's text, a collection's members, the value of its default member.
+Variant shownAs(const Ref<Object>& object);
+
+/// "2025-11-30T09:15:00"
+std::string isoText(Date date);
 
 /// An argument by reference after the call.
 struct WrittenArgument {
@@ -24,8 +29,8 @@ struct WrittenArgument {
     const Variant* value;
 };
 
-/// One line: {"type": 8, "value": "text"}. Arrays carry their lower bounds, objects the name of their class,
-/// a call with arguments by reference their values under "arguments".
+/// One line: {"type": "String", "value": "text"}. Arrays carry their lower bounds, objects the name of their
+/// class, a call with arguments by reference their values under "arguments".
 void printJson(std::ostream& out, const Variant& value, const std::vector<WrittenArgument>& arguments);
 
 } // namespace vlgs::cli

@@ -2,8 +2,8 @@
 #include "Reg.h"
 
 #include "HostText.h"
+#include "Json.h"
 #include "Misuse.h"
-#include "Print.h"
 #include "RegistryText.h"
 #include "Terminal.h"
 #include "Words.h"
@@ -65,17 +65,16 @@ void printValue(const RegistryValue& value) {
               << typeName(value.data.type) << "    " << toHost(dataText(value.data)) << '\n';
 }
 
-void printJson(const std::vector<RegistryValue>& values) {
-    std::cout << '{';
-    const char* separator = "";
-    for (const auto& [name, data] : values) {
-        std::cout << std::exchange(separator, ", ");
-        printJsonText(std::cout, name);
-        std::cout << ": {\"type\": \"" << typeName(data.type) << "\", \"value\": ";
-        printJsonText(std::cout, dataText(data));
-        std::cout << '}';
-    }
-    std::cout << '}';
+void writeValues(Json& json, const std::vector<RegistryValue>& values) {
+    json.object([&] {
+        for (const auto& [name, data] : values) {
+            json.name(name);
+            json.object([&] {
+                json.field("type", typeName(data.type));
+                json.field("value", dataText(data));
+            });
+        }
+    });
 }
 
 std::vector<RegistryValue> wantedValues(const RegistryPath& path, const std::optional<String>& wanted) {
@@ -90,32 +89,31 @@ std::vector<RegistryValue> wantedValues(const RegistryPath& path, const std::opt
 int query(std::span<const std::string_view> given) {
     const Words words("reg query", given, {"/v=", "/ve", "/s", "--json"});
     words.need(1, 1, "one key");
-    const bool json = words.has("--json");
     const auto wanted = valueName(words);
     const RegistryPath path(fromHost(words[0]));
-    std::cout << (json ? "{" : "");
+    const auto visit = [&](auto&& each) { words.has("/s") ? walk(path, each) : each(path); };
+    if (words.has("--json")) {
+        Json json(std::cout, Json::Layout::Entries);
+        json.object([&] {
+            visit([&](const RegistryPath& key) {
+                const auto values = wantedValues(key, wanted);
+                json.name(key.name());
+                writeValues(json, values);
+            });
+        });
+        json.end();
+        return 0;
+    }
     const char* separator = "";
-    const auto print = [&](const RegistryPath& key) {
+    visit([&](const RegistryPath& key) {
         const auto values = wantedValues(key, wanted);
-        std::cout << std::exchange(separator, json ? ",\n " : "\n");
-        if (json) {
-            printJsonText(std::cout, key.name());
-            std::cout << ": ";
-            return printJson(values);
-        }
-        std::cout << inColour(Colour::Group, toHost(key.name())) << '\n';
+        std::cout << std::exchange(separator, "\n") << inColour(Colour::Group, toHost(key.name())) << '\n';
         for (const auto& value : values)
             printValue(value);
-    };
-    if (words.has("/s")) {
-        walk(path, print);
-    } else {
-        print(path);
-        if (!json && !wanted)
-            for (const auto& name : keysOf(path))
-                std::cout << inColour(Colour::Group, toHost(path.below(name).name())) << '\n';
-    }
-    std::cout << (json ? "}\n" : "");
+    });
+    if (!words.has("/s") && !wanted)
+        for (const auto& name : keysOf(path))
+            std::cout << inColour(Colour::Group, toHost(path.below(name).name())) << '\n';
     return 0;
 }
 

@@ -4,6 +4,7 @@
 #include "platform/Environment.h"
 
 #include <array>
+#include <ostream>
 
 #ifdef _WIN32
 #include <windows.h>
@@ -26,6 +27,23 @@ std::size_t terminalWidth() {
     winsize size{};
     return ioctl(STDOUT_FILENO, TIOCGWINSZ, &size) == 0 && size.ws_col ? size.ws_col : 80;
 #endif
+}
+
+void writeWrapped(std::ostream& out, std::size_t indent, std::string_view text, std::size_t hanging) {
+    // Narrower than this a column of words is harder to read than broken lines.
+    constexpr std::size_t narrowest = 20;
+    const std::size_t width = terminalWidth();
+    while (width > hanging + narrowest && indent + text.size() > width) {
+        auto end = text.rfind(' ', width - indent);
+        if (end == text.npos || text.find_first_not_of(' ') > end)
+            end = text.find(' ', width - indent);
+        if (end == text.npos)
+            break;
+        out << std::string(indent, ' ') << text.substr(0, end) << '\n';
+        text.remove_prefix(end + 1);
+        indent = hanging;
+    }
+    out << std::string(indent, ' ') << text << '\n';
 }
 
 std::string inColour(Colour colour, std::string_view text) {

@@ -51,7 +51,7 @@ the library converts to what the member takes, or one of
 
 and behind "--" all words are plain texts.
 )";
-constexpr std::string_view describeUsage = R"(vlgs describe CLASS[.MEMBER]
+constexpr std::string_view describeUsage = R"(vlgs describe [--json] CLASS[.MEMBER]
 vlgs describe --markdown [CLASS]
 )";
 constexpr std::string_view describeHelp =
@@ -78,6 +78,13 @@ void printVersion() {
     std::cout << "vlgs " << VLGS_VERSION_TEXT << '\n';
 }
 
+int listClassesCommand(std::span<const std::string_view> given) {
+    const Words words("classes", given, {"--json"});
+    words.need(0, 0, "no arguments");
+    words.has("--json") ? listClassesAsJson(std::cout) : listClasses(std::cout);
+    return 0;
+}
+
 int help(std::span<const std::string_view> words);
 int completion(std::span<const std::string_view> words);
 
@@ -100,7 +107,7 @@ constexpr Command commands[] = {
     {"reg", "reads and changes the registry", regUsage, regHelp, reg},
     {"explain", "explains the connection string of a project", explainUsage, explainHelp, explain},
     {"lock", "takes, lists and ends the locks of projects", lockUsage, lockHelp, lock},
-    {"classes", "lists the classes", "vlgs classes\n", "", withoutArguments<[] { listClasses(std::cout); }>},
+    {"classes", "lists the classes", "vlgs classes [--json]\n", "", listClassesCommand},
     {"describe", "tells what a class or a member does", describeUsage, describeHelp,
      [](auto words) {
          describe(std::cout, words);
