@@ -33,8 +33,9 @@ class LocksTest(unittest.TestCase):
         access, file = taken.stdout.strip().split("\t")
         try:
             self.assertEqual((access, file[-13:]), ("Exclusive", "exclusive.~sr"))
-            self.assertEqual([(lock["access"], lock["session"], lock["file"]) for lock in self.held()],
-                             [("Exclusive", "night build", file)])
+            (self.folder / "rwleft.~sr").write_text("[User]\n")
+            self.assertEqual([(lock["state"], lock["access"], lock["session"], lock["file"].split("\\")[-1]) for lock in self.held()],
+                             [("live", "Exclusive", "night build", file[-13:]), ("stale", "", "", "rwleft.~sr")])
             refused = self.tool("take", self.path)
             self.assertEqual(refused.returncode, 1)
             self.assertIn("session night build", refused.stderr)

@@ -12,6 +12,7 @@
 #include "platform/FileTime.h"
 #include "platform/Files.h"
 
+#include <algorithm>
 #include <iostream>
 #include <optional>
 #include <set>
@@ -139,6 +140,8 @@ std::vector<LockFile> lockFilesIn(const String& folder) {
         for (const auto& [name, attributes] : listFolder(folder, extension))
             if (attributes == FileAttributes::Normal)
                 files.push_back(lockFileOf(folder, name, extension == documentLockExtension));
+        std::sort(files.begin() + static_cast<std::ptrdiff_t>(first), files.end(),
+                  [](const LockFile& a, const LockFile& b) { return a.name < b.name; });
         const auto live = liveLockFiles(folder, extension, [](auto) { return true; });
         const std::set<String> names(live.begin(), live.end());
         for (auto i = first; i < files.size(); ++i)

@@ -167,6 +167,20 @@ int remove(std::span<const std::string_view> given) {
     return 0;
 }
 
+void writeTree(Json& json, const RegistryPath& path) {
+    json.object([&] {
+        json.name("values");
+        writeValues(json, valuesOf(path));
+        json.name("keys");
+        json.object([&] {
+            for (const auto& name : keysOf(path)) {
+                json.name(name);
+                writeTree(json, path.below(name));
+            }
+        });
+    });
+}
+
 void drawTree(const RegistryPath& path, const std::string& before) {
     const auto values = valuesOf(path);
     const auto names = keysOf(path);
@@ -182,10 +196,19 @@ void drawTree(const RegistryPath& path, const std::string& before) {
 }
 
 int tree(std::span<const std::string_view> given) {
-    const Words words("reg tree", given, {});
+    const Words words("reg tree", given, {"--json"});
     words.need(1, 1, "one key");
     const RegistryPath path(fromHost(words[0]));
     path.open(readAccess);
+    if (words.has("--json")) {
+        Json json(std::cout);
+        json.object([&] {
+            json.name(path.name());
+            writeTree(json, path);
+        });
+        json.end();
+        return 0;
+    }
     std::cout << inColour(Colour::Group, toHost(path.name())) << '\n';
     drawTree(path, "");
     return 0;

@@ -10,7 +10,7 @@ namespace vlgs::cli {
 inline constexpr std::string_view regUsage = R"(vlgs reg query KEY [/v NAME | /ve] [/s] [--json]
 vlgs reg add KEY [/v NAME | /ve] [/t TYPE] [/d DATA] [/s SEPARATOR] [/f]
 vlgs reg delete KEY [/v NAME | /ve | /va | /f]
-vlgs reg tree KEY
+vlgs reg tree [--json] KEY
 vlgs reg export KEY FILE
 vlgs reg import FILE
 )";
