@@ -1,6 +1,6 @@
 # The installed tree: bin (vlgs; on Windows the server, the message texts and the manifest), lib (library, CMake package,
-# pkg-config file), include/VlGeneralServices (the public headers), share/VlGeneralServices (message texts; on Windows
-# the type library and its source).
+# pkg-config file), include/VlGeneralServices (the public headers), share (the manual page, completion for shells),
+# share/VlGeneralServices (message texts; on Windows the type library and its source).
 include(CMakePackageConfigHelpers)
 
 set(VLGS_PACKAGE_DIR ${CMAKE_INSTALL_LIBDIR}/cmake/VlGeneralServices)
@@ -37,4 +37,13 @@ endif()
 
 if(TARGET vlgs)
   install(TARGETS vlgs RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
+  if(TARGET vlgs_manual) # not there when only other targets were built
+    install(FILES ${VLGS_MANUAL} DESTINATION ${CMAKE_INSTALL_MANDIR}/man1 OPTIONAL)
+    install(FILES ${PROJECT_BINARY_DIR}/share/completion.bash RENAME vlgs
+      DESTINATION ${CMAKE_INSTALL_DATADIR}/bash-completion/completions OPTIONAL)
+    install(FILES ${PROJECT_BINARY_DIR}/share/completion.zsh RENAME _vlgs
+      DESTINATION ${CMAKE_INSTALL_DATADIR}/zsh/site-functions OPTIONAL)
+    install(FILES ${PROJECT_BINARY_DIR}/share/completion.fish RENAME vlgs.fish
+      DESTINATION ${CMAKE_INSTALL_DATADIR}/fish/vendor_completions.d OPTIONAL)
+  endif()
 endif()

@@ -3,4 +3,21 @@ if(VLGS_TOOL_SOURCES)
   add_executable(vlgs ${VLGS_TOOL_SOURCES})
   target_link_libraries(vlgs PRIVATE vlgs_inside ${CMAKE_DL_LIBS})
   set_target_properties(vlgs PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR}/bin)
+
+  # The manual page and what completes names in shells are the program's own output, where it can run.
+  if(NOT CMAKE_CROSSCOMPILING AND NOT WIN32)
+    set(VLGS_MANUAL ${PROJECT_BINARY_DIR}/share/vlgs.1)
+    set(VLGS_COMPLETIONS)
+    add_custom_command(OUTPUT ${VLGS_MANUAL} DEPENDS vlgs VERBATIM
+      COMMAND ${CMAKE_COMMAND} -E make_directory ${PROJECT_BINARY_DIR}/share
+      COMMAND vlgs manual > ${VLGS_MANUAL})
+    foreach(shell bash zsh fish)
+      set(script ${PROJECT_BINARY_DIR}/share/completion.${shell})
+      add_custom_command(OUTPUT ${script} DEPENDS vlgs VERBATIM
+        COMMAND ${CMAKE_COMMAND} -E make_directory ${PROJECT_BINARY_DIR}/share
+        COMMAND vlgs completion ${shell} > ${script})
+      list(APPEND VLGS_COMPLETIONS ${script})
+    endforeach()
+    add_custom_target(vlgs_manual ALL DEPENDS ${VLGS_MANUAL} ${VLGS_COMPLETIONS})
+  endif()
 endif()

@@ -36,3 +36,6 @@ expect python env PYTHONPATH="$(dirname "$module")" python3 -c \
     'import sys, vlgs; print(vlgs.Dispatch("VlGeneralServices.Files").BuildConnectionStringFromPath(sys.argv[1]))' \
     "$project"
 expect "command line" "$prefix/bin/vlgs" call Files.BuildConnectionStringFromPath "$project"
+for file in man/man1/vlgs.1 bash-completion/completions/vlgs zsh/site-functions/_vlgs fish/vendor_completions.d/vlgs.fish; do
+    grep -q secrets "$prefix/share/$file" || { echo "$file does not tell the commands" >&2; exit 1; }
+done

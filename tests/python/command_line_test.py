@@ -35,8 +35,8 @@ class CommandLineTest(unittest.TestCase):
         for words, filter_, output in (
             (("call", "Restricted.ClassName"), ".", '{"type":"String","value":"VlGeneralServices.Restricted"}'),
             (("call", "Collection.Item", "--", "k"), ".", '{"type":"Empty","value":null}'),
-            (("call", "Collection.Add", "{", "date:12/31/2009", "currency:1.5", "decimal:-0.10", "}",
-              "..Item", "long:1"), "[.type, .lower, .value]", '["Variant()",[0],["2009-12-31T00:00:00",1.5,-0.10]]'),
+            (("call", "Collection.Add", "{", "date:12/31/2009", "currency:1.5", "decimal:-0.25", "}",
+              "..Item", "long:1"), "[.type, .lower, .value]", '["Variant()",[0],["2009-12-31T00:00:00",1.5,-0.25]]'),
             (("call", "Conversion.CBln", "True", "false"), ".arguments", '{"bTypedReturn":{"type":"Boolean","value":true}}'),
             (("call", "Files.RetrieveINIFile", demo), "[.class, .value.ODBC.DRIVER]",
              '["VlGeneralServices.INIFile","Microsoft Access Driver (*.mdb)"]'),
@@ -191,9 +191,12 @@ class CommandLineTest(unittest.TestCase):
         self.assertIn("interface", vlgs("idl")[1])
         self.assertRegex(vlgs("--version")[1], r"^vlgs 9\.1002\.0\.23$")
         self.assertIn("usage", vlgs("--help")[1])
-        script = vlgs("completion", "bash")[1] + "COMP_WORDS=(vlgs call Files.Retr); COMP_CWORD=2; _vlgs; echo ${COMPREPLY[0]}"
-        done = subprocess.run(["bash", "-c", script], capture_output=True)
-        self.assertEqual(done.stdout, b"Files.RetrieveINIFile\n")
+        for words, names in (("call Files.Retr", "Files.RetrieveINIFile"), ("call Files x .Sections", ".Sections"), ("lock t", "take"),
+                             ("ini get --j", "--json"), ("reg add K /d", "/d"), ("completion f", "fish")):
+            script = vlgs("completion", "bash")[1] + f"COMP_WORDS=(vlgs {words}); COMP_CWORD=$((${{#COMP_WORDS[@]}} - 1)); _vlgs"
+            done = subprocess.run(["bash", "-c", script + "; echo ${COMPREPLY[0]}"], capture_output=True)
+            self.assertEqual(done.stdout.decode(), names + "\n", done.stderr)
+        self.assertRegex(vlgs("manual")[1], r"(?s)\.SH COMMANDS.*vlgs ini get \[\\-\\-json\].*\.SH CLASSES.*\.B GUID\n")
 
     def test_the_reference_is_the_committed_one(self):
         pages = {"README.md": vlgs("describe", "--markdown")[1]}

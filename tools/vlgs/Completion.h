@@ -1,15 +1,15 @@
 // SPDX-License-Identifier: MIT
-// Completion for shells, made from the descriptions: `vlgs completion bash|zsh|fish`.
+// Completion for shells, made from the commands' usage and the descriptions: `vlgs completion bash|zsh|fish`.
 #pragma once
 
-#include <ostream>
-#include <span>
-#include <string_view>
+#include "Command.h"
+
+#include <iosfwd>
 
 namespace vlgs::cli {
 
-/// Writes the script for a shell, which completes the commands, classes and members. Misuse for another
-/// shell.
-void writeCompletion(std::ostream& out, std::string_view shell, std::span<const std::string_view> commands);
+/// Writes the script for a shell. It completes commands, what stands behind them, options, classes and
+/// members, and files elsewhere. Misuse for another shell.
+void writeCompletion(std::ostream& out, std::string_view shell, std::span<const Command> commands);
 
 } // namespace vlgs::cli

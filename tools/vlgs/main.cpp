@@ -2,12 +2,14 @@
 // The command line. A failure that the library raises ends it with status 1, a command line that cannot be
 // carried out with status 2.
 #include "Call.h"
+#include "Command.h"
 #include "Completion.h"
 #include "Describe.h"
 #include "Explain.h"
 #include "HostText.h"
 #include "Ini.h"
 #include "Lock.h"
+#include "Manual.h"
 #include "Misuse.h"
 #include "Reg.h"
 #include "Report.h"
@@ -57,14 +59,10 @@ vlgs describe --markdown [CLASS]
 constexpr std::string_view describeHelp =
     "Tells what a class or a member does; --markdown writes the reference pages.\n";
 
-constexpr std::string_view statusHelp = R"(
-vlgs help COMMAND and vlgs COMMAND --help tell more.
-
-Status: 0 done; 1 the library raised an error, printed as "error NUMBER SOURCE: DESCRIPTION", or a comparison
+constexpr std::string_view statusHelp =
+    R"(0 done; 1 the library raised an error, printed as "error NUMBER SOURCE: DESCRIPTION", or a comparison
 found something; 2 misuse.
 )";
-
-using Run = int (*)(std::span<const std::string_view>);
 
 template <auto run>
 int withoutArguments(std::span<const std::string_view> words) {
@@ -87,14 +85,7 @@ int listClassesCommand(std::span<const std::string_view> given) {
 
 int help(std::span<const std::string_view> words);
 int completion(std::span<const std::string_view> words);
-
-struct Command {
-    std::string_view name;
-    std::string_view brief;
-    std::string_view usage;
-    std::string_view help;
-    Run run;
-};
+void printManual();
 
 constexpr Command commands[] = {
     {"call", "calls a member of a class", callUsage, callHelp,
@@ -117,6 +108,7 @@ constexpr Command commands[] = {
      withoutArguments<[] { std::cout << interfaceDefinition(); }>},
     {"completion", "prints the completion script of a shell", "vlgs completion bash|zsh|fish\n", "",
      completion},
+    {"manual", "prints the manual page", "vlgs manual\n", "", withoutArguments<printManual>},
     {"version", "prints the version", "vlgs version\n", "", withoutArguments<printVersion>},
     {"help", "tells how a command is used", "vlgs help [COMMAND]\n", "", help},
 };
@@ -142,11 +134,12 @@ const Command& commandNamed(std::string_view name) {
 int completion(std::span<const std::string_view> words) {
     if (words.size() != 1)
         throw Misuse("completion needs the name of a shell");
-    std::vector<std::string_view> names;
-    for (const auto& command : commands)
-        names.push_back(command.name);
-    writeCompletion(std::cout, words.front(), names);
+    writeCompletion(std::cout, words.front(), commands);
     return 0;
+}
+
+void printManual() {
+    writeManual(std::cout, commands, statusHelp);
 }
 
 void writeUsage(std::ostream& out, std::string_view usage) {
@@ -174,7 +167,7 @@ int help(std::span<const std::string_view> words) {
     for (const auto& command : commands)
         std::cout << "  " << command.name << std::string(12 - command.name.size(), ' ') << command.brief
                   << '\n';
-    std::cout << statusHelp;
+    std::cout << "\nvlgs help COMMAND and vlgs COMMAND --help tell more.\n\nStatus: " << statusHelp;
     return 0;
 }
 
