@@ -81,6 +81,9 @@ struct FunctionTraits<R (C::*)(P...) noexcept> : FunctionTraits<R (C::*)(P...)> 
 template <class R, class C, class... P>
 struct FunctionTraits<R (C::*)(P...) const noexcept> : FunctionTraits<R (C::*)(P...)> {};
 
+/// What becomes of a call with an argument that does not convert to its parameter's type.
+enum class MisfitAnswer : std::uint8_t { Error, Nothing, Number };
+
 /// One row of a class's table.
 template <auto Function>
 struct MemberRow {
@@ -95,12 +98,20 @@ struct MemberRow {
     std::array<ErrorCondition, 8> errors = {};
     std::size_t errorCount = 0;
     CallExample sample = {};
-    bool isQuietAboutNull = false;
-    /// For a member that never raises: a Null given for a text makes it answer nothing ("", 0, False, no
-    /// object) without running, where it would be refused with 94.
-    constexpr MemberRow quietAboutNull() const {
+    MisfitAnswer misfitAnswer = MisfitAnswer::Error;
+    std::u16string_view misfitText = {};
+    /// For a member that never raises: an argument that does not convert to its parameter's type makes it
+    /// answer `text` without running, or nothing (0, "", False, no object).
+    constexpr MemberRow neverRaises(std::u16string_view text = {}) const {
         MemberRow row = *this;
-        row.isQuietAboutNull = true;
+        row.misfitAnswer = MisfitAnswer::Nothing;
+        row.misfitText = text;
+        return row;
+    }
+    /// The same for a member that answers the numbers of errors.
+    constexpr MemberRow answersErrors() const {
+        MemberRow row = *this;
+        row.misfitAnswer = MisfitAnswer::Number;
         return row;
     }
     constexpr MemberRow hidden() const {
@@ -401,14 +412,23 @@ requires(!std::is_const_v<T>) class ArgumentHolder<T&> { // goes in and out
         : slot_(slot), inside_(slot ? valueInside<T>(*slot) : nullptr) {
         if (!inside_)
             value_ = slot ? valueOf(*slot) : standardValue<T>(parameter.standard);
+        if constexpr (std::is_same_v<T, String>)
+            before_ = value_;
     }
     T& get() { return inside_ ? *inside_ : value_; }
     void writeBack() {
-        if (slot_ && !inside_)
+        if (slot_ && !inside_ && !isLeftAlone())
             *slot_ = TypeTraits<T>::to(std::move(value_));
     }
 
   private:
+    /// A number that goes in as a text, which the member leaves as it is, stays a number.
+    bool isLeftAlone() const {
+        if constexpr (std::is_same_v<T, String>)
+            return value_ == before_ && !slot_->isEmpty();
+        else
+            return false;
+    }
     /// A variable that was never given a value holds no object, as it holds 0 and "".
     static T valueOf(const Variant& variable) {
         if constexpr (TypeTraits<T>::info.type == VarType::Object)
@@ -417,9 +437,11 @@ requires(!std::is_const_v<T>) class ArgumentHolder<T&> { // goes in and out
         return TypeTraits<T>::from(variable);
     }
 
+    struct Nothing {};
     Variant* slot_;
     T* inside_;
     T value_{};
+    [[no_unique_address]] std::conditional_t<std::is_same_v<T, String>, String, Nothing> before_{};
 };
 
 template <class T>
@@ -539,18 +561,36 @@ struct ClassDescriptionOf {
                 holders);
         }
 
-        template <std::size_t... N>
-        static Variant call(T& self, Variant* const* slots, std::index_sequence<N...> all) {
-            using R = std::remove_cvref_t<typename Traits::Result>;
-            if constexpr (row.isQuietAboutNull)
-                if (((parameters[N].type.type == VarType::String && slots[N] && slots[N]->isNull()) || ...))
-                    return TypeTraits<R>::to(R());
-            auto holders = hold<ArgumentHolder>(all, slots[N]...);
-            if constexpr (std::is_void_v<R>) {
+        static Variant runHeld(T& self, auto& holders) {
+            if constexpr (std::is_void_v<typename Traits::Result>) {
                 run(self, holders);
                 return {};
             } else {
-                return TypeTraits<R>::to(run(self, holders));
+                return TypeTraits<std::remove_cvref_t<typename Traits::Result>>::to(run(self, holders));
+            }
+        }
+        static Variant answerTo([[maybe_unused]] const Error& misfit) {
+            using R = std::remove_cvref_t<typename Traits::Result>;
+            if constexpr (row.misfitAnswer == MisfitAnswer::Number)
+                return misfit.number();
+            else if constexpr (row.misfitText.data())
+                return row.misfitText;
+            else
+                return TypeTraits<R>::to(R());
+        }
+        template <std::size_t... N>
+        static Variant call(T& self, Variant* const* slots, std::index_sequence<N...> all) {
+            if constexpr (row.misfitAnswer == MisfitAnswer::Error) {
+                auto holders = hold<ArgumentHolder>(all, slots[N]...);
+                return runHeld(self, holders);
+            } else {
+                std::optional<std::tuple<ArgumentHolder<std::tuple_element_t<N, Parameters>>...>> holders;
+                try {
+                    holders.emplace(hold<ArgumentHolder>(all, slots[N]...));
+                } catch (const Error& misfit) {
+                    return answerTo(misfit);
+                }
+                return runHeld(self, *holders);
             }
         }
         static Variant invoke(Object& self, [[maybe_unused]] Variant* const* slots) {

@@ -22,6 +22,9 @@ class OutsideObject : public Object {
     };
     virtual const Access& access() const noexcept = 0;
 
+    /// Whether members of it can be called. A typed array that holds one without is refused by callers.
+    virtual bool takesCalls() const noexcept { return true; }
+
     /// The caller's object itself.
     virtual const void* address() const noexcept = 0;
 };

@@ -21,6 +21,7 @@ class ForeignObject final : public OutsideObject {
     Variant invoke(DispatchId member, InvokeKind kind, const Arguments& arguments) override;
 
     const Access& access() const noexcept override;
+    bool takesCalls() const noexcept override { return static_cast<bool>(dispatch_); }
     const void* address() const noexcept override { return passed_; }
 
     /// Not counted; null when the object has no dispatch interface.

@@ -102,7 +102,8 @@ class VLGS_API Conversion final : public CountedComponent {
             identity(), //
             method<&C::GetLocaleSetting>(
                 1, "GetLocaleSetting", "A setting of the user's locale",
-                parameter("lInfoType", "the platform's number of the locale item (14 is the decimal sign)")),
+                parameter("lInfoType", "the platform's number of the locale item (14 is the decimal sign)"))
+                .neverRaises(),
             method<&C::GetLocaleSettings>(2, "GetLocaleSettings", "The settings of the user's locale"),
             get<&C::LongDateFormat>(3, "LongDateFormat", "The user's long date pattern"),
             get<&C::LongDate>(4, "LongDate", "Today as a long date"),
@@ -151,10 +152,12 @@ class VLGS_API Conversion final : public CountedComponent {
             method<&C::IsValidCorvaRevisionNumber>(
                 24, "IsValidCorvaRevisionNumber", "Whether a text is a revision number; normalises it",
                 parameter("sRevisionNumber", "the text, which becomes its normalised form"))
+                .neverRaises()
                 .raises(RunTimeError::Overflow, "a part is beyond 32 bits"),
             method<&C::RevNumComp>(25, "RevNumComp", "Compares two revision numbers: -1, 0, 1, or \"\"",
                                    parameter("sRevNum1", "a revision number"),
                                    parameter("sRevNum2", "the number to compare it with"))
+                .neverRaises(u"")
                 .raises(RunTimeError::Overflow, "a part is beyond 32 bits")
                 .example("Conversion.RevNumComp 1.2 1.10", "-1"),
             method<&C::PostFixCharacter>(26, "PostFixCharacter", "The character that the catalogue names")

@@ -119,7 +119,8 @@ constexpr auto Files::describe() {
             2, "CurPath", "The current folder of the process",
             parameter("sPath", "the folder to make the current one; one that is not there changes nothing")),
         get<&Files::Path>(3, "Path", "The absolute form of an existing path, else an empty text",
-                          parameter("sValue", "the path")),
+                          parameter("sValue", "the path"))
+            .neverRaises(),
         method<&Files::TranslateFromRelativePath>(
             4, "TranslateFromRelativePath", "The existing path to which a relative one leads",
             parameter("sRelativePath", "a path without drive or share"),
@@ -148,7 +149,8 @@ constexpr auto Files::describe() {
             .raises(eMsg_ErrorCannotBuildValidPath, "there is no such file or folder")
             .raises(noUNCForm),
         get<&Files::IsValidPath>(7, "IsValidPath", "Whether a file or folder exists",
-                                 parameter("sValue", "the path")),
+                                 parameter("sValue", "the path"))
+            .neverRaises(),
         get<&Files::IsUNCPathFormat>(8, "IsUNCPathFormat", "Whether a path begins with two backslashes",
                                      parameter("sValue", "the path")),
         get<&Files::IsStandardPathFormat>(
@@ -220,10 +222,10 @@ constexpr auto Files::describe() {
         method<&Files::RetrieveVLLFileForVLS>(25, "RetrieveVLLFileForVLS",
                                               "Reads the link file beside a project file",
                                               parameter("sPath", "the project file's path"))
-            .quietAboutNull(),
+            .neverRaises(),
         get<&Files::Is40VLSFile>(26, "Is40VLSFile", "Whether a file is there and accessible",
                                  parameter("sPath", "the file's path"))
-            .quietAboutNull(),
+            .neverRaises(),
         method<&Files::AdjustSystemDBPath>(27, "AdjustSystemDBPath",
                                            "A path of a system database that the database engine can use",
                                            parameter("sFullPath", "the path of the system database"))
@@ -234,7 +236,8 @@ constexpr auto Files::describe() {
             28, "GetReadWriteFile", "A path of a file, or of a copy, that can be written",
             parameter("sPath", "the file's path"),
             parameter("bUsedTempFile",
-                      "receives whether the path is that of a copy, which then belongs to the caller")),
+                      "receives whether the path is that of a copy, which then belongs to the caller"))
+            .neverRaises(),
         method<&Files::BuildConnectionString>(
             29, "BuildConnectionString", "The connection string of a document's database",
             parameter("oINIFile", "a project or link document; an empty text for none"),

@@ -81,7 +81,8 @@ namespace vlgs {
     value(eMsg_QuotesNotEven, 1160) \
     value(eMsg_ErrorTokenizingQuotedSubStrings, 1161) \
     value(eMsg_ErrorSettingPropertyString, 1162) \
-    value(eMsg_ErrorWritingUserLockFile, 1163)
+    value(eMsg_ErrorWritingUserLockFile, 1163) \
+    value(eMsg_UserLockHolder, 1164)
 // clang-format on
 VLGS_ENUMERATION(enumMessages, "aaede4a1-124b-4da6-9a60-850befa2dbb8", "Numbers of the component's messages",
                  VLGS_MESSAGES)

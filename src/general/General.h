@@ -56,7 +56,8 @@ constexpr auto General::describe() {
             "Returns the a comma-delimited string containing the members of each element of a Variant array.",
             parameter("vKeys", "an array with one or two dimensions"),
             optional("lStart", "the first index; the array's own where it does not stand"),
-            optional("lEnd", "the last index; the array's own where it does not stand")),
+            optional("lEnd", "the last index; the array's own where it does not stand"))
+            .neverRaises(u"0"),
         method<&General::CSVToVariant>(
             2, "CSVToVariant",
             "Returns a Variant array containing the members of a comma-delimited string. Blank-spaces are "
@@ -75,43 +76,49 @@ constexpr auto General::describe() {
             "VBA.Collection object.",
             parameter("colKeys", "any object with Count and Item"),
             optional("lStart", "the first index; the array's own where it does not stand"),
-            optional("lEnd", "the last index; the array's own where it does not stand")),
+            optional("lEnd", "the last index; the array's own where it does not stand"))
+            .neverRaises(u"0"),
         method<&General::ParseDelimitedString>(
             4, "ParseDelimitedString",
             "Returns the items of a delimited string, in upper case, as an ordered collection.",
             parameter("sData", "the text, which loses its outer blanks"),
             parameter("sDelimiter", "the one character between the items"))
-            .quietAboutNull(),
+            .neverRaises(),
         method<&General::CopyVariantArrayToDictionary>(
             5, "CopyVariantArrayToDictionary",
             "Copies the contents of a Variant array (up to two dimensions) to a dictionary.\r\n"
             "Keys are the texts of the elements.\r\nDuplicates are not added.",
             parameter("vSourceArray", "an array with one or two dimensions"),
             optional("oDestinationDictionary",
-                     "the dictionary to fill; receives a new one when it is no object")),
+                     "the dictionary to fill; receives a new one when it is no object"))
+            .neverRaises(),
         method<&General::CopyDictionaryToVariantArray>(
             6, "CopyDictionaryToVariantArray",
             "Copies the contents of a Dictionary to a Variant array (up to two dimensions) .\r\n"
             "Duplicates are added.\r\nOnly the last dimension of the array is copied.",
             parameter("oSourceDictionary", "a dictionary, or any object with Items"),
-            optional("vDestinationArray", "the array that grows; becomes one when it is none")),
+            optional("vDestinationArray", "the array that grows; becomes one when it is none"))
+            .neverRaises(),
         method<&General::GetArrayUpperDimension>(
             7, "GetArrayUpperDimension",
             "Determines the uppermost dimension of an array.\r\nOptionally returns the lower-bound of the "
             "first dimension.",
             parameter("vVariant", "any value"),
-            optional("iLowerDimensionLBound", "receives the lower bound of the first dimension")),
+            optional("iLowerDimensionLBound", "receives the lower bound of the first dimension"))
+            .neverRaises(),
         method<&General::GetArrayDimensions>(8, "GetArrayDimensions",
                                              "Returns the number of dimensions in an array",
                                              parameter("vArray", "the array")),
         method<&General::GetArrayElemCount>(
             9, "GetArrayElemCount", "Returns the number of elements in the Nth dimension of an array",
-            parameter("vArray", "the array"), optional("lDimension", 1, "the dimension, from 1")),
+            parameter("vArray", "the array"), optional("lDimension", 1, "the dimension, from 1"))
+            .neverRaises(),
         method<&General::GetArrayElemIndexFromPosition>(
             10, "GetArrayElemIndexFromPosition",
             "Returns the index for a one-base position in a one-based or zero-based array",
             parameter("vArray", "the array"), parameter("lPosition", "a position from 1"),
-            optional("lDimension", 1, "the dimension, from 1")),
+            optional("lDimension", 1, "the dimension, from 1"))
+            .neverRaises(),
         method<&General::IsSameDataType>(
             11, "IsSameDataType", "Always True: no value is refused, whatever the data types listed.",
             parameter("vValue", "any value"), parameter("vDataTypes", "an array of type codes")),

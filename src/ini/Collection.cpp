@@ -1,9 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include "ini/Collection.h"
 
+#include "automation/OutsideObject.h"
 #include "ini/FreshKeys.h"
 #include "ini/FreshSections.h"
 
+#include <algorithm>
 #include <new>
 #include <utility>
 
@@ -15,6 +17,16 @@ constexpr auto outOfMemory = static_cast<std::int32_t>(RunTimeError::OutOfMemory
 
 std::int32_t numberOf(OrderedStore::Failure failure) noexcept {
     return failure ? static_cast<std::int32_t>(*failure) : 0;
+}
+
+/// Whether a member can be handed out: an array of objects that cannot be called cannot.
+bool isReadable(const Variant& member) {
+    if (!member.isArray() || !member.array().holds<Ref<Object>>())
+        return true;
+    return std::ranges::all_of(member.array().as<Ref<Object>>(), [](const Ref<Object>& object) {
+        const auto* outside = dynamic_cast<const OutsideObject*>(object.get());
+        return !outside || outside->takesCalls();
+    });
 }
 
 } // namespace
@@ -37,7 +49,7 @@ Variant Collection::Item(const Variant& Index) {
     if (const auto place = freshPlace(Index))
         return *place == FreshNames::none ? Variant() : Variant(Ref<Property>(objectOf(*place)));
     const Variant* member = Count() > 0 ? Store()->read(Index).member : nullptr;
-    return member ? *member : Variant();
+    return member && isReadable(*member) ? *member : Variant();
 }
 
 std::int32_t Collection::Remove(const Variant& Index) try {

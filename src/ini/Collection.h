@@ -53,7 +53,8 @@ class VLGS_API Collection final : public CountedComponent {
                 optional("key", "a name for it; left out, the empty key, which only one member can have"),
                 optional("Before",
                          "the member before which the new one goes: its position from 1 or its key"),
-                optional("After", "the member behind which the new one goes; not together with Before")),
+                optional("After", "the member behind which the new one goes; not together with Before"))
+                .answersErrors(),
             get<&Collection::IsPresent>(4, "IsPresent",
                                         "Whether there is a member at a position or with a key",
                                         parameter("Index", "a position from 1, or a key in any case")),

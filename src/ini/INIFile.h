@@ -191,7 +191,7 @@ constexpr auto INIFile::describe() {
         get<&INIFile::KeyValue>(8, "KeyValue", "The text of a key",
                                 parameter("sSection", "the section's name"),
                                 parameter("sKey", "the key's name"))
-            .quietAboutNull(),
+            .neverRaises(),
         method<&INIFile::CreateSection>(
             9, "CreateSection", "Finds or creates a section",
             parameter("sSectionName", "the name; a section that is there is returned"),
@@ -250,7 +250,7 @@ constexpr auto INIFile::describe() {
         method<&INIFile::DeleteKey>(
             21, "DeleteKey", "Removes a key of a section", parameter("vSection", "the section's name"),
             parameter("vKey", "a key, by its name in any case or its position from 1"))
-            .quietAboutNull(),
+            .neverRaises(),
         get<&INIFile::KeyCount>(
             22, "KeyCount", "Number of keys of a section",
             parameter("vSection", "a section, by its name in any case or its position from 1")),

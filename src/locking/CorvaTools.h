@@ -114,7 +114,7 @@ constexpr auto CorvaTools::describe() {
         method<&CorvaTools::Hash>(2, "Hash", "A hash of a text, 0 to 16383",
                                   parameter("sValue", "the text, which stays as it is"))
             .example("CorvaTools.Hash AB", "4091")
-            .quietAboutNull(),
+            .neverRaises(),
         method<&CorvaTools::RetrieveViewProperties>(3, "RetrieveViewProperties",
                                                     "The objects of a view property string",
                                                     parameter("sProperties", "a view property string"))

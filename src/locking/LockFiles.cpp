@@ -23,7 +23,6 @@ namespace vlgs {
 
 namespace {
 
-constexpr std::int32_t holderMessage = 1164;
 constexpr std::u16string_view userSection = u"User";
 
 struct LockKind {
@@ -185,7 +184,7 @@ String holderText(const String& path) {
     if (const auto* kind = kindNamedBy(filePart(path)); kind && access.text() == u"?")
         access = String(kind->access);
     const auto since = lastWritten(path);
-    return replaceParameters(GetMessageCatalogue()->ResourceString(holderMessage),
+    return replaceParameters(GetMessageCatalogue()->ResourceString(eMsg_UserLockHolder),
                              Array::ofVariants({since ? Variant(toText(dateOf(*since))) : Variant(u"?"),
                                                 told(u"Machine"), told(u"SessionID"), access}));
 }

@@ -116,6 +116,43 @@ CheckError "GUID", -2147217504, "VlGeneralServices.GUID.IsEqualGUID", "Error Con
 On Error Goto 0
 Check "ProgIDFromGUID", guid.ProgIDFromGUID(guid.GUIDFromProgID("VlGeneralServices.Files")), "VlGeneralServices.Files"
 
+' Members that never raise answer what does not convert
+Dim tools: Set tools = Make("CorvaTools")
+Dim misfit, number: number = 5
+For Each misfit In Array(Null, Array(1))
+    Check "KeyValue", document.KeyValue(misfit, "k"), ""
+    Check "DeleteKey", document.DeleteKey(misfit, 1), False
+    Check "Path", Make("Files").Path(misfit), ""
+    Check "VariantToCSV", general.VariantToCSV(1, misfit), "0"
+    Check "ParseDelimitedString", general.ParseDelimitedString(misfit, ",") Is Nothing, True
+    Check "RevNumComp", Make("Conversion").RevNumComp(misfit, "1.0"), ""
+    Check "Add", list.Add(1, misfit) <> 0, True
+    Check "Hash", tools.Hash(misfit), CLng(0)
+Next
+Check "Hash of a number", tools.Hash(number), CLng(53)
+Check "the number", number, CInt(5)
+
+' Locks
+Dim lock, granted, mine2, other: mine2 = "": granted = 0
+Set lock = tools.InitiateLock2("C:\vlgs-late-bound.VLS", 2, mine2, granted)
+Check "an exclusive lock", lock.KeyValue("User", "Access") & granted & mine2, "Exclusive2exclusive.~sr"
+Check "it is found", tools.FindExclusiveLock("C:\vlgs-late-bound.VLS").KeyValue("User", "SessionID"), lock.KeyValue("User", "SessionID")
+Check "not by its owner", tools.FindExclusiveLock("C:\vlgs-late-bound.VLS", mine2) Is Nothing, True
+Set other = tools.InitiateLock3("C:\vlgs-late-bound.VLS", 4, , granted, "s")
+Check "read-only in place of a conflict", other.KeyValue("User", "Access") & other.KeyValue("User", "RequestedAccess") & granted & other.KeyValue("User", "SessionID"), "ReadOnlyReadWrite1s"
+Set other = tools.InitiateDocLock("C:\vlgs-late-bound.VLS", "{11111111-5B0B-4B52-9E0B-2C1F0C5A7EAF}")
+Check "a document's lock", other.Filename & tools.IsDocLocked("C:\vlgs-late-bound.VLS", "{11111111-5b0b-4b52-9e0b-2c1f0c5a7eaf}"), "rw{11111111-5B0B-4B52-9E0B-2C1F0C5A7EAF}.~sdTrue"
+On Error Resume Next
+tools.InitiateLock "C:\vlgs-late-bound.VLS"
+CheckError "a conflict", -2147209988, "VlGeneralServices.modCorvaTools.g_InitiateLock", ""
+tools.InitiateLock "C:\vlgs-late-bound.VLS", 3
+CheckError "no kind", -2147209980, "VlGeneralServices.modCorvaTools.g_InitiateLock", ""
+tools.InitiateLock "C:\no such folder\a.VLS"
+CheckError "no folder", -2147209981, "VlGeneralServices.modCorvaTools.g_InitiateLock", ""
+On Error Goto 0
+Set lock = Nothing: Set other = Nothing
+Check "released", CreateObject("Scripting.FileSystemObject").FileExists("C:\exclusive.~sr"), False
+
 ' Numbers overflow alike whatever the word size
 On Error Resume Next
 value = general.CSVToVariant(String(310, "9"))

@@ -36,6 +36,7 @@ class LocksTest(unittest.TestCase):
             (self.folder / "rwleft.~sr").write_text("[User]\n")
             self.assertEqual([(lock["state"], lock["access"], lock["session"], lock["file"].split("\\")[-1]) for lock in self.held()],
                              [("live", "Exclusive", "night build", file[-13:]), ("stale", "", "", "rwleft.~sr")])
+            self.assertEqual(self.tool("status", str(self.folder)).stdout.count("\n"), 1)
             refused = self.tool("take", self.path)
             self.assertEqual(refused.returncode, 1)
             self.assertIn("session night build", refused.stderr)
@@ -58,8 +59,11 @@ class LocksTest(unittest.TestCase):
 
     def test_misuse_is_told(self):
         for words in ([], ["keep"], ["take"], ["take", self.path, "other"], ["take", "--document"], ["status"],
-                      ["take", "--exclusive", "--read-only", self.path], ["take", self.path, "--"], ["release"]):
+                      ["take", "--exclusive", "--read-only", self.path], ["take", self.path, "--"], ["release"],
+                      ["take", "--shared", self.path], ["take", str(self.folder)]):
             self.assertEqual(self.tool(*words).returncode, 2, words)
+        for words in (["take"], ["status"], ["release"]):
+            self.assertEqual(self.tool(*words, str(self.folder / "none/project.VLS")).returncode, 1, words)
 
     def test_the_sample_edits_alone_and_reads_otherwise(self):
         settings = str(self.folder / "settings.ini")

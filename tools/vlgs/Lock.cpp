@@ -11,6 +11,7 @@
 #include "locking/LockFiles.h"
 #include "platform/FileTime.h"
 #include "platform/Files.h"
+#include "platform/Volumes.h"
 
 #include <algorithm>
 #include <iostream>
@@ -69,8 +70,12 @@ TakeRequest parseTake(std::span<const std::string_view> words) {
         }
     }
     if (!path)
-        throw Misuse("lock take needs a path of the project's folder");
+        throw Misuse("lock take needs the path of a file in the project's folder");
     request.path = fromHost(*path);
+    // The lock of a folder that is named by itself would be one of the folder above.
+    if (folderExists(request.path))
+        throw Misuse("lock take needs the path of a file in the project's folder, and " + std::string(*path) +
+                     " is a folder");
     return request;
 }
 
@@ -152,8 +157,9 @@ std::vector<LockFile> lockFilesIn(const String& folder) {
 
 int status(std::span<const std::string_view> given) {
     const Words words("lock status", given, {"--json"});
-    words.need(1, 1, "one path of the project's folder");
-    const auto files = lockFilesIn(folderOf(fromHost(words[0])));
+    words.need(1, 1, "the project's folder, or one path in it");
+    const String path = fromHost(words[0]);
+    const auto files = lockFilesIn(folderOf(folderExists(path) ? concat(fullPath(path), u"\\*") : path));
     const auto stateOf = [](const LockFile& file) { return file.isLive ? "live" : "stale"; };
     if (!words.has("--json")) {
         for (const auto& file : files) {

@@ -10,7 +10,7 @@ namespace vlgs::cli {
 inline constexpr std::string_view lockUsage =
     R"(vlgs lock take [--exclusive | --read-only] [--fallback] [--document GUID] [--session ID] PATH
      [-- COMMAND [ARG...]]
-vlgs lock status [--json] PATH
+vlgs lock status [--json] FOLDER
 vlgs lock release FILE
 )";
 
@@ -20,8 +20,9 @@ writing, or as the options say; --fallback makes a conflict a read-only lock. Wi
 lock lasts as long as that runs, which finds "ReadWrite", "ReadOnly" or "Exclusive" in
 VLGS_LOCK_ACCESS, and the status is the command's. Without one the lock lasts until it is
 released, or the machine stops; printed are what was granted and the lock's file. status lists the
-lock files of a project, live ones and stale ones, which hold nothing and are deleted: a line has state, access,
-document, machine, session, time and file, with tabs between them. release ends a lock that take has left behind.
+lock files of a project, by its folder or a file in it: live ones, and stale ones, which hold nothing
+and are deleted. A line has state, access, document, machine, session, time and file, with tabs
+between them. release ends a lock that take has left behind.
 )";
 
 /// Carries out a command line behind `lock`; the program's exit status.

@@ -95,6 +95,31 @@ void checkCollection() {
     ULONG count = 0;
     check(items && items->Next(1, &found, &count) == S_OK && count == 1 && found == item, "Next");
     check(items->Next(1, &found, &count) == S_FALSE && count == 0, "behind the last");
+    // A stream has no dispatch interface, and no array of callable objects can hold it.
+    _variant_t streams;
+    streams.vt = VT_ARRAY | VT_UNKNOWN;
+    streams.parray = SafeArrayCreateVector(VT_UNKNOWN, 0, 1);
+    CreateStreamOnHGlobal(nullptr, TRUE, static_cast<IStream**>(streams.parray->pvData));
+    check(list->Add(streams, _bstr_t(L"streams"), none(), none(), &status) == S_OK && status == 0,
+          "Add streams");
+    check(list->get_Item(_variant_t(L"streams"), &found) == S_OK && found.vt == VT_EMPTY, "Item of streams");
+}
+
+void checkLocks() {
+    const auto tools = create<_CorvaTools>(L"CorvaTools");
+    const _bstr_t path(L"C:\\vlgs-early-bound.VLS");
+    _bstr_t name;
+    enumUserLockTypes granted = eUserLock_ReadOnly;
+    Pointer<_INIFile> lock, again;
+    check(tools->InitiateLock2(path, eUserLock_Exclusive, name.GetAddress(), &granted, &lock) == S_OK &&
+              lock && name == _bstr_t(L"exclusive.~sr") && granted == eUserLock_Exclusive,
+          "an exclusive lock");
+    check(static_cast<long>(tools->InitiateLock(path, eUserLock_ReadWrite, nullptr, &again)) == -2147209988L,
+          "which excludes others");
+    check(tools->FindExclusiveLock(path, nullptr, &again) == S_OK && again, "and is found");
+    lock = nullptr;
+    Pointer<_INIFile> second;
+    check(tools->FindExclusiveLock(path, nullptr, &second) == S_OK && !second, "until it is released");
 }
 
 void checkErrors() {
@@ -220,6 +245,7 @@ int main() {
     checkRecord();
     checkPackager();
     checkResults();
+    checkLocks();
     checkThreads();
     checkLifetimes();
     checkUnload();
