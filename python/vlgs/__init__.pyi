@@ -1800,6 +1800,7 @@ class _Constants:
     eMsg_ErrorTokenizingQuotedSubStrings: int
     eMsg_ErrorSettingPropertyString: int
     eMsg_ErrorWritingUserLockFile: int
+    eMsg_UserLockHolder: int
     eAttrDataTypes_List: int
     eAttrDataTypes_Text: int
     eAttrDataTypes_Integer: int

@@ -1,5 +1,6 @@
 #include "library/Classes.h"
 
+#include "automation/Array.h"
 #include "automation/LateBound.h"
 #include "base/CaseFold.h"
 #include "support/Raised.h"
@@ -51,7 +52,7 @@ TEST(Classes, TellTheirNamesVersionAndNumber) {
 
 // An argument that does not convert to its parameter's type is answered as a failure of the member would be.
 TEST(Classes, MembersThatNeverRaiseAnswerArgumentsThatDoNotFit) {
-    const Variant list = Array::ofLongs({1}), misfit, none = nullptr;
+    const Variant list = Array::ofLongs({1}), none = nullptr, misfit;
     const struct {
         const char16_t* type;
         const char16_t* member;
