@@ -1,12 +1,16 @@
 """The command line: what it prints and how it ends."""
 
+import contextlib
+import fcntl
 import json
 import os
 import pathlib
 import re
 import shlex
+import struct
 import subprocess
 import tempfile
+import termios
 import unittest
 
 ROOT = pathlib.Path(__file__).resolve().parents[2]
@@ -83,6 +87,7 @@ class CommandLineTest(unittest.TestCase):
                 ("Conversion.CBln True $typed\ntyped", "1\nTrue\n", ""),
                 ("1x = Files\n", "", 'S:1: "1x" is no name'), ("\n'open\n", "", "S:2: a ' is missing"),
                 ("n = long:1\nCollection.Add $m\n", "", 'S:2: there is no variable "m"'),
+                ("x = @no/file\n", "", "S:1: error 76: Path not found: no/file"),
                 ("doc = Files\ndok.ClassID\n", "", "did you mean doc?"),
             ):
                 pathlib.Path(script).write_text(lines)
@@ -191,6 +196,10 @@ class CommandLineTest(unittest.TestCase):
         self.assertIn("interface", vlgs("idl")[1])
         self.assertRegex(vlgs("--version")[1], r"^vlgs 9\.1002\.0\.23$")
         self.assertIn("usage", vlgs("--help")[1])
+        classes = json.loads(vlgs("classes", "--json")[1])
+        described = [json.loads(vlgs("describe", "--json", each["name"])[1]) for each in classes]
+        given = {member["type"] for each in described for member in each["members"]}
+        self.assertEqual([each for each in classes if not each["creatable"] and each["name"] not in given], [])
         for words, names in (("call Files.Retr", "Files.RetrieveINIFile"), ("call Files x .Sections", ".Sections"), ("lock t", "take"),
                              ("ini get --j", "--json"), ("reg add K /d", "/d"), ("completion f", "fish")):
             script = vlgs("completion", "bash")[1] + f"COMP_WORDS=(vlgs {words}); COMP_CWORD=$((${{#COMP_WORDS[@]}} - 1)); _vlgs"
@@ -216,6 +225,27 @@ class CommandLineTest(unittest.TestCase):
         for words, output in examples:
             with self.subTest(words=words):
                 self.assertEqual(vlgs(*shlex.split(words)), (0, output, ""))
+
+    def test_terminals(self):
+        def shown(*words, typed="", **variables):
+            master, slave = os.openpty()
+            fcntl.ioctl(slave, termios.TIOCSWINSZ, struct.pack("HHHH", 24, 50, 0, 0))
+            os.write(master, typed.encode())
+            done = subprocess.Popen([os.environ["VLGS_TOOL"], *words], stdin=slave, stdout=slave, stderr=slave,
+                                    env=os.environ | {"HOME": "/nowhere", "TERM": "dumb"} | variables)
+            os.close(slave)
+            output = b""
+            with contextlib.suppress(OSError), open(master, "rb", buffering=0) as terminal:
+                while piece := terminal.read(4096):
+                    output += piece
+            return done.wait(60), output.decode().replace("\r\n", "\n")
+
+        self.assertIn("\x1b[1;34mODBC\x1b[0m", shown("ini", "tree", str(ROOT / "samples/demo/demo.VLS"))[1])
+        self.assertNotIn("\x1b", shown("ini", "tree", str(ROOT / "samples/demo/demo.VLS"), NO_COLOR="1")[1])
+        self.assertLessEqual(max(map(len, shown("classes")[1].splitlines())), 50)
+        status, output = shown("run", typed="f = Flies\nf = Files\nf.ClassID\nexit\n")
+        self.assertEqual(status, 0)
+        self.assertRegex(output, r"(?s)did you mean Files\?.*f\.ClassID\n.*\d+\n.*exit")
 
     def test_a_full_disk_is_reported(self):
         with open("/dev/full", "w") as full:

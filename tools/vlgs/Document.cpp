@@ -2,6 +2,7 @@
 #include "Document.h"
 
 #include "HostText.h"
+#include "InputFile.h"
 #include "Words.h"
 #include "base/Error.h"
 #include "base/Text.h"
@@ -33,16 +34,15 @@ std::string nearestName(const String& wanted, std::size_t count, NameOf&& nameOf
 } // namespace
 
 Ref<INIFile> readDocument(std::string_view file, Absent absent) {
-    const String path = fullPath(fromHost(file));
-    auto document = make<INIFile>();
-    document->SetFullPath(path);
-    if (fileExists(path))
-        readFileInto(*document, path);
-    else if (absent == Absent::Fails)
-        throw Error(static_cast<std::int32_t>(RunTimeError::FileNotFound), {},
-                    concat(Error::descriptionOf(static_cast<std::int32_t>(RunTimeError::FileNotFound)), u": ",
-                           fromHost(file)));
-    return document;
+    return readNamed(file, [&](const String& path) {
+        auto document = make<INIFile>();
+        document->SetFullPath(path);
+        if (fileExists(path))
+            readFileInto(*document, path);
+        else if (absent == Absent::Fails)
+            raise(RunTimeError::FileNotFound);
+        return document;
+    });
 }
 
 void saveDocument(INIFile& document, bool dropLines) {

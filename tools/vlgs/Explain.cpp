@@ -2,14 +2,13 @@
 #include "Explain.h"
 
 #include "HostText.h"
+#include "InputFile.h"
 #include "Json.h"
 #include "Terminal.h"
 #include "Words.h"
 #include "base/CaseFold.h"
 #include "base/Error.h"
 #include "files/Files.h"
-#include "platform/Files.h"
-#include "platform/Volumes.h"
 
 #include <algorithm>
 #include <iostream>
@@ -89,10 +88,11 @@ void printJson(const std::vector<Pair>& pairs) {
 int explain(std::span<const std::string_view> given) {
     const Words words("explain", given, {"--json", "--show-secrets"});
     words.need(1, 1, "one project information file or database link file");
-    const String path = fullPath(fromHost(words[0]));
-    if (!fileExists(path))
-        raise(RunTimeError::FileNotFound);
-    auto pairs = pairsOf(make<Files>()->BuildConnectionStringFromPath(path));
+    auto pairs = readNamed(words[0], [](const String& path) {
+        if (!fileExists(path))
+            raise(RunTimeError::FileNotFound);
+        return pairsOf(make<Files>()->BuildConnectionStringFromPath(path));
+    });
     std::size_t nameWidth = 0, valueWidth = 0;
     for (auto& [name, value] : pairs) {
         if (meaningOf(name).isSecret && !words.has("--show-secrets"))

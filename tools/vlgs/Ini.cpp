@@ -3,11 +3,11 @@
 
 #include "Document.h"
 #include "HostText.h"
+#include "InputFile.h"
 #include "Misuse.h"
 #include "Terminal.h"
 #include "Words.h"
 #include "base/Text.h"
-#include "platform/Volumes.h"
 
 #include <iostream>
 #include <optional>
@@ -274,7 +274,7 @@ void printJson(const std::vector<Finding>& findings) {
 int check(std::span<const std::string_view> given) {
     const Words words("ini check", given, {"--json"});
     words.need(1, 1, "one file");
-    const auto findings = checkLines(fullPath(fromHost(words[0])));
+    const auto findings = readNamed(words[0], checkLines);
     if (words.has("--json"))
         printJson(findings);
     else

@@ -2,6 +2,7 @@
 #include "Reg.h"
 
 #include "HostText.h"
+#include "InputFile.h"
 #include "Json.h"
 #include "Misuse.h"
 #include "RegistryText.h"
@@ -253,7 +254,7 @@ void apply(const RegistryChange& change) {
 int importFile(std::span<const std::string_view> given) {
     const Words words("reg import", given, {});
     words.need(1, 1, "one file");
-    for (const auto& change : registryChangesIn(readFile(fullPath(fromHost(words[0])))))
+    for (const auto& change : registryChangesIn(readNamed(words[0])))
         apply(change);
     return 0;
 }

@@ -4,13 +4,13 @@
 #include "Chain.h"
 #include "Describe.h"
 #include "HostText.h"
+#include "InputFile.h"
 #include "LineEditor.h"
 #include "Misuse.h"
 #include "Report.h"
 #include "ScriptLine.h"
 #include "Suggestions.h"
 #include "base/Error.h"
-#include "platform/Files.h"
 
 #include <iostream>
 #include <optional>
@@ -134,7 +134,7 @@ int runScript(std::span<const std::string_view> words) {
         return converse(script);
     if (fromInput)
         return runLines(std::cin, "-", script);
-    std::istringstream lines(readFile(fromHost(words.front())));
+    std::istringstream lines(readNamed(words.front()));
     return runLines(lines, std::string(words.front()), script);
 }
 

@@ -2,9 +2,9 @@
 #include "Words.h"
 
 #include "HostText.h"
+#include "InputFile.h"
 #include "Misuse.h"
 #include "base/NearestName.h"
-#include "platform/Files.h"
 
 #include <algorithm>
 #include <iostream>
@@ -67,7 +67,7 @@ String valueOf(std::string_view word) {
     if (word == "-")
         content.assign(std::istreambuf_iterator<char>(std::cin), {});
     else
-        content = readFile(fromHost(word));
+        content = readNamed(word);
     if (content.ends_with('\n'))
         content.pop_back();
     if (content.ends_with('\r'))

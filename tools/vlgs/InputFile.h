@@ -1,0 +1,30 @@
+// SPDX-License-Identifier: MIT
+// Files that the command line names.
+#pragma once
+
+#include "HostText.h"
+#include "base/Error.h"
+#include "platform/Files.h"
+#include "platform/Volumes.h"
+
+#include <string>
+#include <string_view>
+
+namespace vlgs::cli {
+
+/// Reads a file by a function of its full path; what that raises tells the name as it was given.
+template <class Read>
+auto readNamed(std::string_view name, Read&& read) {
+    const String given = fromHost(name);
+    try {
+        return read(fullPath(given));
+    } catch (const Error& error) {
+        throw Error(error.number(), error.source(), concat(error.description(), u": ", given));
+    }
+}
+
+inline std::string readNamed(std::string_view name) {
+    return readNamed(name, [](const String& path) { return readFile(path); });
+}
+
+} // namespace vlgs::cli
