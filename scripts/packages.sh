@@ -56,7 +56,7 @@ clang_version() {
 
 # What building the library and its tools takes, and what the presets with tests take.
 need_compiler() { need g++ cmake ninja-build; }
-need_build() { need g++ cmake ninja-build python3 libgtest-dev; }
+need_build() { need g++ cmake ninja-build python3-dev libgtest-dev; }
 # What the tests take besides.
 need_tests() { need mypy jq unixodbc unixodbc-dev libsqliteodbc pkg-config; }
 

@@ -7,14 +7,14 @@ classes.
     PYTHONPATH=build/dev/python scripts/python_stubs.py --write
 """
 
+import itertools
 import pathlib
 import sys
 import textwrap
-from ctypes import byref
 
 import vlgs
-from vlgs import _objects
-from vlgs._library import GET, METHOD, PUT, PUTREF, ClassFacts, Constant, Member, Parameter, library
+from vlgs import _descriptions
+from vlgs._core import GET, METHOD, PUT, PUTREF
 from vlgs._types import ARRAY
 
 TARGET = pathlib.Path(__file__).resolve().parent.parent / "python/vlgs/__init__.pyi"
@@ -113,21 +113,13 @@ WIDER = {"int": "Union[int, ByRef]", "float": "_Number", "decimal.Decimal": "_Nu
          "str": "_Text", "bool": "Union[bool, ByRef]"}
 
 
-def described(function, cls, kind, count, *place):
-    for index in range(count):
-        found = kind()
-        function(cls, *place, index, byref(found))
-        yield found
-
-
 def result(type_, own):
     if type_.type & ARRAY:
         return "Array"
     if type_.type == 0:
         return "None"
     if type_.type == 9:
-        name = type_.name.decode() if type_.name else ""
-        return name if name in own else "Any"
+        return type_.name if type_.name in own else "Any"
     return PLAIN.get(type_.type, "Any")
 
 
@@ -138,27 +130,25 @@ def argument(type_, own):
     return f"Union[{name}, ByRef, None]" if name in own else WIDER.get(name, "Any")
 
 
-def parameters(cls, row, member, own):
-    given = list(described(library.vlgs_parameter_describe, cls, Parameter, member.parameter_count, row))
+def parameters(member, own):
+    given = list(member.parameters())
     last = max((i for i, each in enumerate(given) if not each.optional), default=-1)
-    return [f"{each.name.decode()}: {argument(each.type, own)}" + (" = ..." if i > last else "")
-            for i, each in enumerate(given)]
+    return [f"{each.name}: {argument(each.type, own)}" + (" = ..." if i > last else "") for i, each in enumerate(given)]
 
 
-def docstring(cls, rows):
-    text = _objects._contract(cls, rows).replace("\\", "\\\\").replace('"""', "'''").replace("\r\n", "\n")
+def docstring(rows):
+    text = _descriptions.contract_of(rows).replace("\\", "\\\\").replace('"""', "'''").replace("\r\n", "\n")
     return textwrap.indent(f'"""{text.rstrip()}\n"""' if "\n" in text else f'"""{text}"""', " " * 8,
                            lambda line: line.strip())
 
 
-def member_lines(cls, name, rows, own):
+def member_lines(name, rows, own):
     kinds = 0
-    for _, each in rows:
+    for each in rows:
         kinds |= each.kind
-    rows = sorted(rows, key=lambda each: each[1].kind != GET)
-    row, main = rows[0]
-    listed = parameters(cls, row, main, own)
-    doc = docstring(cls, rows)
+    main = min(rows, key=lambda each: each.kind != GET)
+    listed = parameters(main, own)
+    doc = docstring(rows)
     if kinds & METHOD or (listed and kinds & GET):
         signature = ", ".join(["self", *listed])
         return f"    def {name}({signature}) -> {result(main.result, own)}:\n{doc}\n        ...\n"
@@ -166,8 +156,8 @@ def member_lines(cls, name, rows, own):
         return ""
     lines = f"    @property\n    def {name}(self) -> {result(main.result, own)}:\n{doc}\n        ...\n"
     if kinds & (PUT | PUTREF):
-        index, put = next((i, each) for i, each in rows if each.kind in (PUT, PUTREF))
-        value = parameters(cls, index, put, own)[-1].split(": ", 1)[1]
+        put = next(each for each in rows if each.kind in (PUT, PUTREF))
+        value = parameters(put, own)[-1].split(": ", 1)[1]
         lines += f"    @{name}.setter\n    def {name}(self, value: {value}) -> None: ...\n"
     return lines
 
@@ -184,38 +174,25 @@ def errors():
             yield f"class {kind.__name__}({', '.join(base.__name__ for base in kind.__bases__)}): ...\n"
 
 
-def constants():
-    constant, index = Constant(), 0
-    while library.vlgs_constant_describe(index, byref(constant)):
-        yield f"    {constant.name.decode()}: int\n"
-        index += 1
-
-
 def stub():
-    found = []
-    while cls := library.vlgs_class_at(len(found)):
-        facts = ClassFacts()
-        library.vlgs_class_describe(cls, byref(facts))
-        found.append((cls, facts))
-    own = {facts.name.decode() for _, facts in found}
+    found = [(cls, _descriptions.facts_of(cls)) for cls in _descriptions.classes()]
+    own = {facts.name for _, facts in found}
     members = {}
     for cls, facts in found:
         rows = {}
-        for index, member in enumerate(described(library.vlgs_member_describe, cls, Member, facts.member_count)):
+        for member in itertools.islice(_descriptions.members_of(cls), facts.member_count):
             if not member.hidden:
-                rows.setdefault(member.name.decode(), []).append((index, member))
-        members[facts.name.decode()] = {each: member_lines(cls, each, given, own) for each, given in rows.items()}
+                rows.setdefault(member.name, []).append(member)
+        members[facts.name] = {each: member_lines(each, given, own) for each, given in rows.items()}
     shared = dict(set.intersection(*(set(lines.items()) for lines in members.values())))
     text = [HEAD, *errors(), "class _Component(Object):\n", *(shared[each] for each in sorted(shared))]
     for _, facts in found:
-        name = facts.name.decode()
-        text += [f'class {name}(_Component):\n    """{facts.help.decode()}"""\n', ADDED.get(name, ""),
-                 *(lines for each, lines in members[name].items() if each not in shared)]
-    creatable = [facts.name.decode() for _, facts in found if facts.creatable]
-    text += [f'@overload\ndef Dispatch(progid: Literal["VlGeneralServices.{name}"]) -> {name}: ...\n'
-             for name in creatable]
-    text += ["@overload\ndef Dispatch(progid: str) -> Any: ...\n", "class _Constants:\n", *constants(),
-             "constants: _Constants\n"]
+        text += [f'class {facts.name}(_Component):\n    """{facts.help}"""\n', ADDED.get(facts.name, ""),
+                 *(lines for each, lines in members[facts.name].items() if each not in shared)]
+    text += [f'@overload\ndef Dispatch(progid: Literal["VlGeneralServices.{facts.name}"]) -> {facts.name}: ...\n'
+             for _, facts in found if facts.creatable]
+    text += ["@overload\ndef Dispatch(progid: str) -> Any: ...\n", "class _Constants:\n",
+             *(f"    {each.name}: int\n" for each in _descriptions.constants()), "constants: _Constants\n"]
     return "".join(text)
 
 

@@ -23,6 +23,7 @@ An object is used on the thread that made it; its last reference may go on any t
 has ended.
 """
 
+from . import _core
 from . import _documents  # noqa: F401 (adds what Python expects of documents and collections)
 from ._constants import constants
 from ._errors import (
@@ -38,11 +39,10 @@ from ._errors import (
     UnfitArgument,
 )
 from ._events import WithEvents
-from ._library import library as _library
 from ._objects import Dispatch, Object
 from ._types import Array, ByRef, Empty, Missing, Null, Record, Variant
 
-__version__ = _library.vlgs_version().decode()
+__version__ = _core.core.version()
 __all__ = [
     "AccessDenied",
     "Array",

@@ -1,9 +1,7 @@
 # SPDX-License-Identifier: MIT
 """The members of all enumerations by name."""
 
-from ctypes import byref
-
-from ._library import Constant, library
+from ._core import core
 
 
 class _Constants:
@@ -12,11 +10,11 @@ class _Constants:
     def __init__(self):
         self._names = {}
         self._folded = {}
-        constant, index = Constant(), 0
-        while library.vlgs_constant_describe(index, byref(constant)):
-            name = constant.name.decode()
-            self._names[name] = constant.value
-            self._folded[name.lower()] = constant.value
+        index = 0
+        while (found := core.constant(index)) is not None:
+            _, name, value = found
+            self._names[name] = value
+            self._folded[name.lower()] = value
             index += 1
 
     def __getattr__(self, name):

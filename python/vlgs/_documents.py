@@ -31,7 +31,7 @@ class INIFile(Object):
     def __getitem__(self, index):
         section = super().__getitem__(index)
         if isinstance(section, Property):
-            object.__setattr__(section, "_document", self)
+            Property._document.__set__(section, self)
         return section
 
     def __setitem__(self, name, keys):
@@ -55,7 +55,7 @@ class INIFile(Object):
         """The sections."""
         sections = list(self.Sections)
         for section in sections:
-            object.__setattr__(section, "_document", self)
+            Property._document.__set__(section, self)
         return sections
 
     def items(self):

@@ -1,9 +1,5 @@
 # SPDX-License-Identifier: MIT
-"""The one exception type, and how the library's last error becomes one."""
-
-import ctypes
-
-from ._library import library
+"""The one exception type, and its subclasses that are Python's own as well."""
 
 _TEXTS = {
     6: "Overflow",
@@ -123,17 +119,3 @@ def run_time_error(number, about=""):
     """An error that this module raises itself; `about` is appended to its text."""
     return error_of(number, "", _TEXTS[number] + (": " + about if about else ""))
 
-
-def _text(address, length):
-    return ctypes.string_at(address, length).decode("utf-8", "surrogatepass") if length else ""
-
-
-def check(status):
-    """Raises what a function of the library left behind, unless it succeeded."""
-    if status:
-        error = library.vlgs_last_error().contents
-        raise error_of(
-            error.number,
-            _text(error.source, error.source_length),
-            _text(error.description, error.description_length),
-        )

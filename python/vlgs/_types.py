@@ -1,4 +1,5 @@
 # SPDX-License-Identifier: MIT
+# mypy: ignore-errors
 """Values of automation that Python has no type for, and the codes of its types."""
 
 EMPTY, NULL, INTEGER, LONG, SINGLE, DOUBLE, CURRENCY, DATE, TEXT = range(9)

@@ -1,21 +1,23 @@
 # SPDX-License-Identifier: MIT
-"""The conversions of values between Python and automation.
+"""The rules by which values travel between Python and automation.
 
-`put` writes a Python value into a native one, `take` reads a native one. Whoever calls `put` clears the
-native value, also after a failure.
+`form_of` tells what a Python value is in automation, as a tuple that begins with a type code; both ways of reaching the
+library (_native, _pure) write such forms, and know those of the commonest types by heart:
+
+    (EMPTY,), (NULL,), (LONG, int), (DOUBLE, float), (BOOLEAN, bool), (DATE, days), (TEXT, str), (ERROR, status)
+    (CURRENCY, ten-thousandths), (DECIMAL, scale, sign, upper 32 bits, lower 64 bits), (OBJECT, an object or None)
+    (ARRAY + element, None)            an array without dimensions
+    (ARRAY + BYTE, bytes)
+    (ARRAY + element, bounds, items)   bounds are pairs of the lower bound and the count, items in memory's order
+    (RECORD, name, fields, values)
+    (VARIANT, value, code)             the value, converted by the run time to that type code
+
+The functions behind `form_of` make Python values of what comes back.
 """
 
-import ctypes
-import datetime
-import decimal
-import math
-import numbers
 import os
-import uuid
-from ctypes import byref, c_char_p, c_size_t, c_void_p
 
-from ._errors import check, run_time_error
-from ._library import Dimension, Value, library, name_of
+from ._errors import run_time_error
 from ._types import (
     ARRAY,
     BOOLEAN,
@@ -26,12 +28,10 @@ from ._types import (
     DOUBLE,
     EMPTY,
     ERROR,
-    INTEGER,
     LONG,
     NULL,
     OBJECT,
     RECORD,
-    SINGLE,
     TEXT,
     VARIANT,
     Array,
@@ -44,33 +44,44 @@ from ._types import (
     _Singleton,
 )
 
-_MISSING_STATUS = -2147352572
-_CHUNK = 4096
+MISSING_STATUS = -2147352572
+_LOWEST, _HIGHEST = -0x8000_0000, 0x7FFF_FFFF
 
 
 # ---- Dates and decimals ---------------------------------------------------------------------------------
 
-_DAY_ZERO = datetime.datetime(1899, 12, 30)
 _MICROSECONDS = 86_400_000_000
 
 
+def _day_zero():
+    import datetime
+
+    return datetime.datetime(1899, 12, 30)
+
+
 def days_of(moment):
-    """The day count of a datetime, date or time; one with a zone is taken in local time. Before day 0 the time of day counts away from zero."""
+    """The day count of a datetime, date or time; one with a zone is taken in local time. Before day 0 the time of day
+    counts away from zero."""
+    import datetime
+
     if isinstance(moment, datetime.datetime) and moment.tzinfo is not None:
         moment = moment.astimezone().replace(tzinfo=None)
     if isinstance(moment, datetime.time):
         if moment.tzinfo is not None:
             raise ValueError("a time of day with a zone is no moment: pass a datetime")
-        moment = datetime.datetime.combine(_DAY_ZERO, moment)
+        moment = datetime.datetime.combine(_day_zero(), moment)
     elif not isinstance(moment, datetime.datetime):
         moment = datetime.datetime.combine(moment, datetime.time())
-    past = moment - _DAY_ZERO
+    past = moment - _day_zero()
     fraction = (past.seconds * 1_000_000 + past.microseconds) / _MICROSECONDS
     return past.days + fraction if past.days >= 0 else past.days - fraction
 
 
 def moment_of(days):
     """The datetime of a day count, to the microsecond; Variant(7, days) outside the years 1 to 9999."""
+    import datetime
+    import math
+
     try:
         whole = math.trunc(days)
         time = round(abs(days - whole) * _MICROSECONDS)
@@ -80,274 +91,220 @@ def moment_of(days):
             if math.copysign(abs(whole) + rounded / _MICROSECONDS, days) == days:
                 time = rounded
                 break
-        return _DAY_ZERO + datetime.timedelta(days=whole, microseconds=time)
+        return _day_zero() + datetime.timedelta(days=whole, microseconds=time)
     except (OverflowError, ValueError):
         return Variant(DATE, days)
 
 
-_EXACT = decimal.Context(prec=80, rounding=decimal.ROUND_HALF_EVEN, Emax=10**6, Emin=-(10**6))
+def _exact():
+    import decimal
+
+    return decimal.Context(prec=80, rounding=decimal.ROUND_HALF_EVEN, Emax=10**6, Emin=-(10**6))
 
 
 def _checked(number):
+    import decimal
+
     number = decimal.Decimal(number)
     if not number.is_finite() or number.adjusted() > 40:
         raise run_time_error(13 if number.is_nan() else 6)
     return number
 
 
-def _put_decimal(number, slot):
+def _units(number, scale):
+    """The number times that power of ten, to the nearest integer."""
+    exact = _exact()
+    return int(exact.scaleb(number, scale).to_integral_value(context=exact)) if number else 0
+
+
+def _decimal_form(number):
     number = _checked(number)
     scale = min(28, max(0, -number.as_tuple().exponent))
-    while True:
-        units = int(_EXACT.scaleb(number, scale).to_integral_value(context=_EXACT)) if number else 0
-        if abs(units) < 1 << 96:
-            break
+    while abs(units := _units(number, scale)) >= 1 << 96:
         if scale == 0:
             raise run_time_error(6)
         scale -= 1
-    slot.type = DECIMAL
-    slot.scale = scale
-    slot.sign = 0x80 if number.is_signed() else 0
-    slot.high = abs(units) >> 64
-    slot.low = abs(units) & 0xFFFF_FFFF_FFFF_FFFF
+    units = abs(units)
+    return DECIMAL, scale, 0x80 if number.is_signed() else 0, units >> 64, units & 0xFFFF_FFFF_FFFF_FFFF
 
 
-def _put_currency(number, slot):
-    units = int(_EXACT.scaleb(_checked(number), 4).to_integral_value(context=_EXACT))
+def decimal_of(scale, sign, high, low):
+    import decimal
+
+    digits = tuple(map(int, str(high << 64 | low)))
+    return decimal.Decimal((1 if sign else 0, digits, -scale))
+
+
+def _currency_form(number):
+    units = _units(_checked(number), 4)
     if not -(1 << 63) <= units < 1 << 63:
         raise run_time_error(6)
-    slot.currency = units
-    slot.type = CURRENCY
+    return CURRENCY, units
 
 
-def _take_decimal(slot):
-    units = slot.high << 64 | slot.low
-    digits = tuple(map(int, str(units)))
-    return decimal.Decimal((1 if slot.sign else 0, digits, -slot.scale))
+def currency_of(units):
+    import decimal
+
+    return _exact().scaleb(decimal.Decimal(units), -4)
 
 
 # ---- In -------------------------------------------------------------------------------------------------
 
 
-def _put_empty(value, slot):
-    slot.type = EMPTY
-
-
-def _put_null(value, slot):
-    slot.type = NULL
-
-
-def _put_error(status, slot):
-    slot.number = status
-    slot.type = ERROR
-
-
-def _put_singleton(value, slot):
-    if value is Missing:
-        _put_error(_MISSING_STATUS, slot)
-    else:
-        slot.type = EMPTY if value is Empty else NULL
-
-
-def _put_none(value, slot):
-    slot.object = None
-    slot.type = OBJECT
-
-
-def _put_bool(value, slot):
-    slot.boolean = value
-    slot.type = BOOLEAN
-
-
-def _put_int(value, slot):
-    if -0x8000_0000 <= value <= 0x7FFF_FFFF:
-        slot.number = value
-        slot.type = LONG
-    else:
-        try:
-            slot.real = value
-        except (OverflowError, ctypes.ArgumentError):
-            raise run_time_error(6) from None
-        slot.type = DOUBLE
-
-
-def _put_float(value, slot):
-    slot.real = value
-    slot.type = DOUBLE
-
-
-def _put_text(value, slot):
-    text = value.encode("utf-8", "surrogatepass")
-    check(library.vlgs_text_new(text, len(text), byref(slot)))
-
-
-def _put_bytes(value, slot):
-    data = bytes(value)
-    check(library.vlgs_bytes_new(data, len(data), byref(slot)))
-
-
-def _put_date(value, slot):
-    slot.real = days_of(value)
-    slot.type = DATE
-
-
-def _put_list(value, slot):
-    _put_items(list(value), [(0, len(value))], VARIANT, slot)
-
-
-def _put_array(value, slot):
-    element = value.vartype & ~ARRAY
-    if value.dimensions == 0:
-        slot.shared = None
-        slot.type = value.vartype
-    else:
-        _put_items(value._flat(), list(zip(value._lowers, value._counts())), element, slot)
-
-
-def _put_items(items, bounds, element, slot):
-    shape = (Dimension * len(bounds))(*bounds)
-    check(library.vlgs_array_new(element, shape, len(bounds), byref(slot)))
-    chunk = (Value * min(_CHUNK, len(items) or 1))()
-    for start in range(0, len(items), _CHUNK):
-        part = items[start : start + _CHUNK]
-        try:
-            for native, item in zip(chunk, part):
-                put(item, native)
-            check(library.vlgs_array_write(byref(slot), start, len(part), chunk))
-        finally:
-            library.vlgs_clear(chunk, len(chunk))
-
-
-def _put_record(value, slot):
-    fields = value._fields()
-    names = (c_char_p * len(fields))(*map(name_of, fields))
-    values = (Value * len(fields))()
+def _number_form(value):
+    if _LOWEST <= value <= _HIGHEST:
+        return LONG, int(value)
     try:
-        for native, field in zip(values, fields.values()):
-            put(field, native)
-        name = name_of(value._name)
-        check(library.vlgs_record_new(name, names, values, len(fields), byref(slot)))
-    finally:
-        library.vlgs_clear(values, len(fields))
+        return DOUBLE, float(value)
+    except OverflowError:
+        raise run_time_error(6) from None
 
 
-def _put_variant(value, slot):
-    code, content = value.code, value.value
-    if code == ARRAY + BYTE and isinstance(content, (bytes, bytearray, memoryview)):
-        _put_bytes(content, slot)
-    elif code & ARRAY:
-        if not isinstance(content, Array):
-            content = Array(content) if content is not None else _no_array()
-        retyped = Array.__new__(Array)
-        list.__init__(retyped, content)
-        retyped._lowers, retyped.vartype = content._lowers, code
-        _put_array(retyped, slot)
-    elif code == CURRENCY and isinstance(content, (int, decimal.Decimal)):
-        _put_currency(content, slot)
-    elif code == DECIMAL and isinstance(content, int):
-        _put_decimal(content, slot)
-    elif code in _PUT_CODE:
-        _PUT_CODE[code](content, slot)
-    else:
-        put(content, slot)
-        if code == DATE and slot.type in (LONG, DOUBLE):
-            slot.real = content
-            slot.type = DATE
-        elif slot.type != code:
-            check(library.vlgs_change_type(byref(slot), code))
+def _error_form(status):
+    if not _LOWEST <= status <= _HIGHEST:
+        raise run_time_error(6)
+    return ERROR, status
 
 
-def _put_object_or_none(value, slot):
-    put(value, slot)
-    if slot.type != OBJECT:
-        raise run_time_error(13)
+def _singleton_form(value):
+    if value is Missing:
+        return ERROR, MISSING_STATUS
+    return (EMPTY,) if value is Empty else (NULL,)
 
 
-_PUT_CODE = {
-    EMPTY: _put_empty,
-    NULL: _put_null,
-    ERROR: _put_error,
-    OBJECT: _put_object_or_none,
-    VARIANT: lambda value, slot: put(value, slot),
-}
-
-_PUT = {
-    type(None): _put_none,
-    bool: _put_bool,
-    int: _put_int,
-    float: _put_float,
-    str: _put_text,
-    bytes: _put_bytes,
-    bytearray: _put_bytes,
-    memoryview: _put_bytes,
-    datetime.datetime: _put_date,
-    datetime.date: _put_date,
-    datetime.time: _put_date,
-    decimal.Decimal: _put_decimal,
-    Array: _put_array,
-    list: _put_list,
-    tuple: _put_list,
-    Variant: _put_variant,
-    Record: _put_record,
-    range: _put_list,
-    set: _put_list,
-    frozenset: _put_list,
-    uuid.UUID: lambda value, slot: _put_text(f"{{{value}}}".upper(), slot),
-    ByRef: lambda value, slot: put(value.value, slot),
-    _Singleton: _put_singleton,
-}
+def _items_form(value):
+    items = list(value)
+    return ARRAY + VARIANT, [(0, len(items))], items
 
 
-def put(value, slot):
-    """Writes a Python value into an empty native one."""
-    writer = _PUT.get(type(value))
-    if writer is None:
-        writer = _writer_of(value)
-    writer(value, slot)
+def _array_form(value, code=None):
+    code = (value.vartype if code is None else code) & 0xFFFF
+    if value.dimensions == 0:
+        return code, None
+    bounds = list(zip(value._lowers, value._counts()))
+    if any(not _LOWEST <= lower <= _HIGHEST for lower, _ in bounds):
+        raise run_time_error(6)
+    return code, bounds, value._flat()
 
 
-def _writer_of(value):
-    """The writer for a value of a derived or foreign type."""
-    for kind, writer in _PUT.items():
-        if isinstance(value, kind):
-            return writer
-    if isinstance(value, os.PathLike):
-        return lambda path, slot: _put_text(os.fsdecode(path), slot)
-    if isinstance(value, numbers.Integral):
-        return lambda number, slot: _put_int(int(number), slot)
-    if isinstance(value, numbers.Real):
-        return lambda number, slot: _put_float(float(number), slot)
-    raise TypeError(f"a value of type {type(value).__name__} has no form in automation")
+def _record_form(value):
+    fields = value._fields()
+    return RECORD, value._name, list(fields), list(fields.values())
 
 
-def register(kind, writer):
-    """Makes `put` know one more type."""
-    _PUT[kind] = writer
-
-
-# ---- Out ------------------------------------------------------------------------------------------------
-
-
-def _take_text(slot):
-    length = c_size_t()
-    buffer = ctypes.create_string_buffer(256)
-    check(library.vlgs_text(byref(slot), buffer, 256, byref(length)))
-    if length.value > 256:
-        buffer = ctypes.create_string_buffer(length.value)
-        check(library.vlgs_text(byref(slot), buffer, length.value, byref(length)))
-    return ctypes.string_at(buffer, length.value).decode("utf-8", "surrogatepass")
-
-
-def _take_bytes(slot):
-    data, size = c_void_p(), c_size_t()
-    check(library.vlgs_bytes(byref(slot), byref(data), byref(size)))
-    return ctypes.string_at(data, size.value) if size.value else b""
-
-
-def _no_array(code=ARRAY + VARIANT):
+def no_array(code=ARRAY + VARIANT):
+    """An array that was never given dimensions."""
     array = Array(vartype=code)
     array._lowers = ()
     return array
+
+
+def _variant_form(value):
+    code, content = value.code, value.value
+    if not 0 <= code <= 0xFFFF:
+        raise run_time_error(13)
+    if code == ARRAY + BYTE and isinstance(content, (bytes, bytearray, memoryview)):
+        return code, bytes(content)
+    if code & ARRAY:
+        if content is None:
+            return code, None
+        return _array_form(content if isinstance(content, Array) else Array(content), code)
+    if code in (EMPTY, NULL):
+        return (code,)
+    if code == ERROR:
+        return _error_form(content)
+    if code in (CURRENCY, DECIMAL):
+        import decimal
+
+        if isinstance(content, (int, decimal.Decimal)):
+            return _currency_form(content) if code == CURRENCY else _decimal_form(content)
+    form = form_of(content)
+    if code == OBJECT and form[0] != OBJECT:
+        raise run_time_error(13)
+    if code == DATE and form[0] in (LONG, DOUBLE):
+        return DATE, float(form[1])
+    return form if code in (VARIANT, form[0]) else (VARIANT, content, code)
+
+
+def dictionary_of(value):
+    """A dictionary of the run time with a dict's items."""
+    dictionary = make("Scripting.Dictionary")
+    for key, item in value.items():
+        dictionary.Add(key, item)
+    return dictionary
+
+
+# Set by _objects, which stands above: what creates an object by its name, and the type of all objects.
+make = object_type = None
+_forms = {}
+
+
+def _all_forms():
+    import datetime
+    import decimal
+    import uuid
+
+    def date_form(value):
+        return DATE, days_of(value)
+
+    def bytes_form(value):
+        return ARRAY + BYTE, bytes(value)
+
+    # Derived types go before those that they derive from.
+    return {
+        bool: lambda value: (BOOLEAN, value),
+        int: _number_form,
+        float: lambda value: (DOUBLE, float.__float__(value)),
+        str: lambda value: (TEXT, str.__str__(value)),
+        bytes: bytes_form,
+        bytearray: bytes_form,
+        memoryview: bytes_form,
+        datetime.datetime: date_form,
+        datetime.date: date_form,
+        datetime.time: date_form,
+        decimal.Decimal: _decimal_form,
+        Array: _array_form,
+        list: _items_form,
+        tuple: _items_form,
+        Variant: _variant_form,
+        Record: _record_form,
+        range: _items_form,
+        set: _items_form,
+        frozenset: _items_form,
+        uuid.UUID: lambda value: (TEXT, f"{{{value}}}".upper()),
+        ByRef: lambda value: form_of(value.value),
+        _Singleton: _singleton_form,
+        dict: lambda value: (OBJECT, dictionary_of(value)),
+        type(None): lambda value: (OBJECT, value),
+        object_type: lambda value: (OBJECT, value),
+    }
+
+
+def form_of(value):
+    """What a value is in automation. Raises 6 and 13 for values that are outside its types, TypeError for those that
+    have no form in it."""
+    if not _forms:
+        _forms.update(_all_forms())
+    known = _forms.get(type(value)) or _form_of_derived(value)
+    return known(value)
+
+
+def _form_of_derived(value):
+    import numbers
+
+    for kind, known in _forms.items():
+        if isinstance(value, kind):
+            return known
+    if isinstance(value, os.PathLike):
+        return lambda path: (TEXT, os.fsdecode(path))
+    if isinstance(value, numbers.Integral):
+        return lambda number: _number_form(int(number))
+    if isinstance(value, numbers.Real):
+        return lambda number: (DOUBLE, float(number))
+    raise TypeError(f"a value of type {type(value).__name__} has no form in automation")
+
+
+# ---- Out ------------------------------------------------------------------------------------------------
 
 
 def _unflat(items, counts):
@@ -356,77 +313,19 @@ def _unflat(items, counts):
     return [_unflat(items[first :: counts[0]], counts[1:]) for first in range(counts[0])]
 
 
-def _take_array(slot):
-    shape, rank = ctypes.POINTER(Dimension)(), c_size_t()
-    check(library.vlgs_array_shape(byref(slot), byref(shape), byref(rank)))
-    bounds = [(shape[i].lower, shape[i].count) for i in range(rank.value)]
-    if slot.type == ARRAY + BYTE and len(bounds) <= 1:
-        return _take_bytes(slot)
-    array = _no_array(slot.type)
-    counts = [count for _, count in bounds]
-    items = _take_items(slot, math.prod(counts)) if bounds else []
-    array.extend(_unflat(items, counts))
+def array_of(code, bounds, items):
+    """The array of these items, which stand in memory's order; `bounds` are pairs of the lower bound and the count."""
+    array = no_array(code)
+    array.extend(_unflat(items, [count for _, count in bounds]))
     array._lowers = tuple(lower for lower, _ in bounds)
     return array
 
 
-def _take_items(slot, count):
-    items = []
-    chunk = (Value * min(_CHUNK, count or 1))()
-    for start in range(0, count, _CHUNK):
-        size = min(_CHUNK, count - start)
-        check(library.vlgs_array_read(byref(slot), start, size, chunk))
-        try:
-            items.extend(take(chunk[i]) for i in range(size))
-        finally:
-            library.vlgs_clear(chunk, size)
-    return items
-
-
-def _take_record(slot):
-    name, count = c_char_p(), c_size_t()
-    check(library.vlgs_record(byref(slot), byref(name), byref(count)))
-    if name.value is None:
-        return None
-    record = Record(name.value.decode())
-    for index in range(count.value):
-        field, content = c_char_p(), Value()
-        check(library.vlgs_record_field(byref(slot), index, byref(field), byref(content)))
-        try:
-            record.__dict__[field.value.decode()] = take(content)
-        finally:
-            library.vlgs_clear(byref(content), 1)
+def record_of(name, fields):
+    record = Record(name)
+    record.__dict__.update(fields)
     return record
 
 
-def _take_error(slot):
-    return Missing if slot.number == _MISSING_STATUS else Variant(ERROR, slot.number)
-
-
-_TAKE = {
-    EMPTY: lambda slot: Empty,
-    NULL: lambda slot: Null,
-    INTEGER: lambda slot: slot.integer,
-    LONG: lambda slot: slot.number,
-    SINGLE: lambda slot: slot.single,
-    DOUBLE: lambda slot: slot.real,
-    CURRENCY: lambda slot: _EXACT.scaleb(decimal.Decimal(slot.currency), -4),
-    DATE: lambda slot: moment_of(slot.real),
-    TEXT: _take_text,
-    ERROR: _take_error,
-    BOOLEAN: lambda slot: slot.boolean != 0,
-    DECIMAL: _take_decimal,
-    BYTE: lambda slot: slot.byte,
-    RECORD: _take_record,
-}
-
-
-def take(slot):
-    """The Python value of a native one, which stays as it is."""
-    reader = _TAKE.get(slot.type)
-    return reader(slot) if reader else _take_array(slot)
-
-
-def register_reader(code, reader):
-    """Makes `take` know one more type code."""
-    _TAKE[code] = reader
+def error_value_of(status):
+    return Missing if status == MISSING_STATUS else Variant(ERROR, status)

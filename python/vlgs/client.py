@@ -10,10 +10,8 @@ the values of all by-reference parameters where a member has such, as pywin32's 
 """
 
 import datetime
-from ctypes import byref as _byref
 
 import vlgs
-from vlgs._library import Member, Parameter, library
 
 constants = vlgs.constants
 Missing = vlgs.Missing
@@ -149,19 +147,10 @@ def _reference(value):
 
 def _outputs(python_class, name):
     """Places and names of a method's by-reference parameters."""
-    native = python_class._native
+    from vlgs._descriptions import outputs_of
+
     known = python_class._members.get(name.lower())
-    index, member, found = 0, Member(), []
-    while known and library.vlgs_member_describe(native, index, _byref(member)):
-        if member.name.decode() == known:
-            for place in range(member.parameter_count):
-                parameter = Parameter()
-                library.vlgs_parameter_describe(native, index, place, _byref(parameter))
-                if parameter.type.by_reference:
-                    found.append((place, parameter.name.decode()))
-            break
-        index += 1
-    return found
+    return outputs_of(python_class._native, known) if known else []
 
 
 def Dispatch(progid):

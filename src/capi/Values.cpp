@@ -5,6 +5,7 @@
 #include "capi/Boundary.h"
 #include "library/Classes.h"
 
+#include <algorithm>
 #include <cstring>
 #include <functional>
 #include <string>
@@ -62,6 +63,21 @@ int vlgs_text(const vlgs_value* value, char* buffer, size_t capacity, size_t* le
         if (text.size() <= capacity)
             text.copy(buffer, text.size());
         *length = text.size();
+    });
+}
+
+int vlgs_text_utf16_new(const uint16_t* text, size_t length, vlgs_value* out) {
+    return guarded(
+        [&] { place(String::build(length, [&](char16_t* to) { std::copy_n(text, length, to); }), out); });
+}
+
+int vlgs_text_utf16(const vlgs_value* value, const uint16_t** text, size_t* length) {
+    return guarded([&] {
+        if (!from(value).isString())
+            raise(RunTimeError::TypeMismatch);
+        const String& held = from(value).text();
+        *text = reinterpret_cast<const uint16_t*>(held.data());
+        *length = held.length();
     });
 }
 

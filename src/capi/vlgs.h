@@ -128,6 +128,9 @@ int vlgs_text_new(const char* text, size_t length, vlgs_value* out);
 /* The length in bytes of a text, which is copied to `buffer` when it fits into `capacity`; `length` is
  * written in either case. 13 for a value that is no text. */
 int vlgs_text(const vlgs_value* value, char* buffer, size_t capacity, size_t* length);
+/* The same in UTF-16, which texts are kept in: `text` is valid until the value changes. */
+int vlgs_text_utf16_new(const uint16_t* text, size_t length, vlgs_value* out);
+int vlgs_text_utf16(const vlgs_value* value, const uint16_t** text, size_t* length);
 
 typedef struct vlgs_dimension {
     int32_t lower;
