@@ -29,6 +29,24 @@ std::array<const RecordInfo*, sizeof...(T)> recordsOf(TypeList<T...>) {
     return {&TypeTraits<T>::recordInfo...};
 }
 
+/// A class that can be found without making the descriptions of all others.
+struct NamedClass {
+    ClassHeader header;
+    const ClassInfo& (*description)();
+};
+template <class... T>
+std::span<const NamedClass> namedIn(TypeList<T...>) {
+    static constexpr NamedClass rows[] = {{T::describe().header, &T::description}...};
+    return rows;
+}
+
+/// Whether a name is "LIBRARY.CLASS".
+bool isIdentifierOf(const ClassHeader& header, std::u16string_view name) {
+    const auto dot = header.library.size();
+    return name.size() > dot && name[dot] == u'.' && equalIgnoringCase(header.library, name.substr(0, dot)) &&
+           equalIgnoringCase(header.name, name.substr(dot + 1));
+}
+
 /// What `Field` of the types of all members points at, each once, then `further`.
 template <auto Field, class Further>
 auto collect(const Further& further) {
@@ -80,13 +98,12 @@ std::span<const ClassInfo* const> ownClasses() {
 }
 
 const ClassInfo* findClass(std::u16string_view name) {
-    for (const auto* info : classes())
-        if (equalIgnoringCase(info->programmaticId(), name) ||
-            equalIgnoringCase(String::fromUtf8(info->name()), name))
-            return info;
-    for (const auto* info : runTimeClasses())
-        if (equalIgnoringCase(info->programmaticId(), name))
-            return info;
+    for (const auto& [header, description] : namedIn(Classes{}))
+        if (equalIgnoringCase(header.name, name) || isIdentifierOf(header, name))
+            return &description();
+    for (const auto& [header, description] : namedIn(RunTimeClasses{}))
+        if (isIdentifierOf(header, name))
+            return &description();
     return nullptr;
 }
 
