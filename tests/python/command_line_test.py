@@ -243,9 +243,9 @@ class CommandLineTest(unittest.TestCase):
         self.assertIn("\x1b[1;34mODBC\x1b[0m", shown("ini", "tree", str(ROOT / "samples/demo/demo.VLS"))[1])
         self.assertNotIn("\x1b", shown("ini", "tree", str(ROOT / "samples/demo/demo.VLS"), NO_COLOR="1")[1])
         self.assertLessEqual(max(map(len, shown("classes")[1].splitlines())), 50)
-        status, output = shown("run", typed="f = Flies\nf = Files\nf.ClassID\nexit\n")
+        status, output = shown("run", typed="f = Flies\nf = Fil\t\nf.ClassI\t\nexit\n")
         self.assertEqual(status, 0)
-        self.assertRegex(output, r"(?s)did you mean Files\?.*f\.ClassID\n.*\d+\n.*exit")
+        self.assertRegex(output, r"(?s)did you mean Files\?.*ClassID \n\d+\n.*exit")
 
     def test_a_full_disk_is_reported(self):
         with open("/dev/full", "w") as full:

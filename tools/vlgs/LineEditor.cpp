@@ -110,8 +110,9 @@ char** complete(const char* word, int start, int) {
     if (session->found.empty())
         return nullptr; // the library offers files
     *session->library.attemptIsAll = 1;
-    const bool isHolder = session->found.size() == 1 && session->found.front().find('.') == std::string::npos;
-    *session->library.appended = isHolder ? 0 : ' '; // "." may follow a class
+    // "." may follow a class, a value follows "NAME=".
+    const bool goesOn = session->found.front().find('.') == std::string::npos;
+    *session->library.appended = goesOn ? 0 : ' ';
     return session->library.matches(word, nextMatch);
 }
 
@@ -133,8 +134,6 @@ LineEditor::LineEditor(Completer completer) {
 }
 
 LineEditor::~LineEditor() {
-    if (session && !session->historyFile.empty())
-        session->library.writeHistory(session->historyFile.c_str());
     delete std::exchange(session, nullptr);
 }
 
@@ -146,8 +145,11 @@ std::optional<std::string> LineEditor::read(const char* prompt) {
         return std::nullopt;
     std::string text(line);
     std::free(line);
-    if (!text.empty() && text.front() != ' ')
+    if (!text.empty() && text.front() != ' ') {
         session->library.addHistory(text.c_str());
+        if (!session->historyFile.empty()) // now, as an interrupt ends the process
+            session->library.writeHistory(session->historyFile.c_str());
+    }
     return text;
 }
 

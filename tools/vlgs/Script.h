@@ -10,7 +10,8 @@ namespace vlgs::cli {
 inline constexpr std::string_view runUsage = "vlgs run [--json] [FILE [ARG...]]\n";
 inline constexpr std::string_view runHelp =
     R"(Carries out the lines of a file, or of standard input (FILE absent or -), in one process. At a terminal it
-asks for them, goes on after a failure, and completes names. A line is one of
+asks for them and goes on after a failure; where libedit or libreadline is installed, Tab completes names, and
+the lines are kept in ~/.vlgs_history but for those that begin with a blank. A line is one of
 
   CHAIN            a call as for vlgs call, without "vlgs call"; its result is printed
   NAME = CHAIN     keeps the result, an object or a value, under a name; "_ = CHAIN" prints nothing

@@ -13,20 +13,23 @@ namespace vlgs::cli {
 
 namespace {
 
-// What is known of a chain: the class of what it has given so far, and of the object whose member that was;
-// null for what only a run tells.
+// What is known of a chain: the class of what it has given so far, the class of the object whose member that
+// was, and the member; null and nothing for what only a run tells.
 struct Known {
     const ClassInfo* given = nullptr;
     const ClassInfo* holder = nullptr;
+    MemberRows member;
     bool begun = false;
 };
 
-const ClassInfo* resultOf(const ClassInfo* type, std::string_view member) {
-    if (type)
-        for (const auto* row : rowsOf(*type, member))
-            if (row->result.classInfo)
-                return &row->result.classInfo();
-    return nullptr;
+Known afterMember(const ClassInfo* holder, std::string_view member) {
+    Known known{nullptr, holder, {}, true};
+    if (holder)
+        known.member = rowsOf(*holder, member);
+    for (const auto* row : known.member)
+        if (row->result.classInfo)
+            known.given = &row->result.classInfo();
+    return known;
 }
 
 const ClassInfo* typeOf(std::string_view name, const Variables& variables) {
@@ -38,21 +41,20 @@ const ClassInfo* typeOf(std::string_view name, const Variables& variables) {
 
 Known afterFirst(std::string_view word, const Variables& variables) {
     if (const auto* type = typeOf(word, variables))
-        return {type, nullptr, true};
+        return {type, nullptr, {}, true};
     const auto dot = word.rfind('.');
     if (dot == word.npos)
-        return {nullptr, nullptr, true};
-    const auto* holder = typeOf(word.substr(0, dot), variables);
-    return {resultOf(holder, word.substr(dot + 1)), holder, true};
+        return {nullptr, nullptr, {}, true};
+    return afterMember(typeOf(word.substr(0, dot), variables), word.substr(dot + 1));
 }
 
 void take(Known& known, std::string_view word, const Variables& variables) {
     if (!known.begun)
         known = afterFirst(word, variables);
     else if (word.starts_with("..") && isIdentifier(word.substr(2)))
-        known.given = resultOf(known.holder, word.substr(2));
+        known = afterMember(known.holder, word.substr(2));
     else if (word.starts_with(".") && isIdentifier(word.substr(1)))
-        known = {resultOf(known.given, word.substr(1)), known.given, true};
+        known = afterMember(known.given, word.substr(1));
 }
 
 Known knownAfter(std::span<const ChainWord> before, const Variables& variables) {
@@ -88,6 +90,16 @@ class Candidates {
                 if (!member.hidden)
                     offer(std::string(before) + std::string(member.name));
     }
+    /// Names of parameters, and what those of enumerations can be.
+    void offerArguments(const MemberRows& member) {
+        for (const auto* row : member)
+            for (const auto& parameter : row->parameters) {
+                offer(std::string(parameter.name) + "=");
+                if (parameter.type.enumeration)
+                    for (const auto& each : parameter.type.enumeration->members)
+                        offer(std::string(each.name));
+            }
+    }
     std::vector<std::string> found() const { return {found_.begin(), found_.end()}; }
 
   private:
@@ -110,6 +122,8 @@ std::vector<std::string> suggestions(std::span<const ChainWord> before, std::str
             candidates.offerMembers("..", known.holder);
         else if (word.starts_with("."))
             candidates.offerMembers(".", known.given);
+        else if (!word.empty())
+            candidates.offerArguments(known.member);
     } else if (dot != word.npos) {
         if (const auto* type = typeOf(word.substr(0, dot), variables))
             candidates.offerMembers(word.substr(0, dot + 1), type);

@@ -7,7 +7,7 @@
 namespace vlgs::cli {
 
 /// The names that a word can become, behind those before it: classes, their members, members of what a call
-/// gives, variables.
+/// gives, parameters, members of enumerations, variables.
 std::vector<std::string> suggestions(std::span<const ChainWord> before, std::string_view word,
                                      const Variables& variables);
 
