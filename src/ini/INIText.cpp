@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "ini/INIText.h"
 
+#include "base/Error.h"
 #include "base/Text.h"
 #include "ini/FailureMessage.h"
 #include "ini/LineParser.h"
@@ -8,7 +9,9 @@
 #include "platform/Files.h"
 #include "platform/Volumes.h"
 
+#include <algorithm>
 #include <bit>
+#include <cstdint>
 #include <string>
 #include <utility>
 #include <vector>
@@ -52,6 +55,29 @@ class LineCutter {
 
 constexpr std::size_t chunkSize = 65536;
 
+// A file that ends: what grows under the reader is read as far as it went when it was opened, and a little
+// more; pipes, whose length nobody knows, give up to this many bytes. Beyond that reading raises 7.
+class EndingFile {
+  public:
+    explicit EndingFile(const String& path)
+        : file_(path), left_(std::max(longestPipe, fileLength(path))), buffer_(chunkSize) {}
+
+    // The next bytes, none at the end.
+    std::string_view next() {
+        const auto count = file_.read(buffer_.data(), buffer_.size());
+        if (count > left_)
+            raise(RunTimeError::OutOfMemory);
+        left_ -= count;
+        return {buffer_.data(), count};
+    }
+
+  private:
+    static constexpr std::uint64_t longestPipe = 1u << 26;
+    FileReader file_;
+    std::uint64_t left_;
+    std::vector<char> buffer_;
+};
+
 // Remembers the first line of a file whose bytes are no text.
 class LossyLines {
   public:
@@ -77,21 +103,21 @@ class LossyLines {
     bool told_ = false;
 };
 
-void readBytes(LineParser& parser, FileReader& file, std::string_view chunk, std::vector<char>& buffer,
-               const CodePage& page, LossyLines& lossy) {
+void readBytes(LineParser& parser, EndingFile& file, std::string_view chunk, const CodePage& page,
+               LossyLines& lossy) {
     const auto take = [&](std::string_view line) {
         lossy.count(isAscii(line) || page.isText(line), page);
         parser.parse(line, page);
     };
     LineCutter<char> cutter;
-    for (; !chunk.empty(); chunk = {buffer.data(), file.read(buffer.data(), chunkSize)})
+    for (; !chunk.empty(); chunk = file.next())
         cutter.cut(chunk, take);
     cutter.finish(take);
 }
 
 // A last odd byte is no character.
-void readUtf16(LineParser& parser, FileReader& file, std::string_view chunk, std::vector<char>& buffer,
-               std::endian order, LossyLines& lossy) {
+void readUtf16(LineParser& parser, EndingFile& file, std::string_view chunk, std::endian order,
+               LossyLines& lossy) {
     static_assert(chunkSize % sizeof(char16_t) == 0);
     const std::size_t high = order == std::endian::big ? 0 : 1;
     const auto take = [&](std::u16string_view line) {
@@ -101,7 +127,7 @@ void readUtf16(LineParser& parser, FileReader& file, std::string_view chunk, std
     LineCutter<char16_t> cutter;
     std::u16string units;
     bool isOdd = false;
-    for (; !chunk.empty(); chunk = {buffer.data(), file.read(buffer.data(), chunkSize)}) {
+    for (; !chunk.empty(); chunk = file.next()) {
         units.resize(chunk.size() / sizeof(char16_t));
         for (std::size_t i = 0; i < units.size(); ++i)
             units[i] = static_cast<char16_t>(static_cast<unsigned char>(chunk[2 * i + high]) << 8 |
@@ -114,17 +140,16 @@ void readUtf16(LineParser& parser, FileReader& file, std::string_view chunk, std
         lossy.tell(u" ends in half a UTF-16 character");
 }
 
-void readMarked(LineParser& parser, FileReader& file, LossyLines& lossy) {
-    std::vector<char> buffer(chunkSize);
-    const std::string_view chunk(buffer.data(), file.read(buffer.data(), chunkSize));
+void readMarked(LineParser& parser, EndingFile& file, LossyLines& lossy) {
+    const auto chunk = file.next();
     if (chunk.starts_with("\xFF\xFE"))
-        readUtf16(parser, file, chunk.substr(2), buffer, std::endian::little, lossy);
+        readUtf16(parser, file, chunk.substr(2), std::endian::little, lossy);
     else if (chunk.starts_with("\xFE\xFF"))
-        readUtf16(parser, file, chunk.substr(2), buffer, std::endian::big, lossy);
+        readUtf16(parser, file, chunk.substr(2), std::endian::big, lossy);
     else if (chunk.starts_with("\xEF\xBB\xBF"))
-        readBytes(parser, file, chunk.substr(3), buffer, CodePage::find(65001).value(), lossy);
+        readBytes(parser, file, chunk.substr(3), CodePage::find(65001).value(), lossy);
     else
-        readBytes(parser, file, chunk, buffer, CodePage::system(), lossy);
+        readBytes(parser, file, chunk, CodePage::system(), lossy);
 }
 
 // Whatever goes wrong while lines are read becomes one error, which names the document and the cause.
@@ -149,7 +174,7 @@ void readLines(INIFile& document, std::span<const std::u16string_view> lines) {
 
 void readFileInto(INIFile& document, const String& path) {
     readUnderOneError(path, [&] {
-        FileReader file(path);
+        EndingFile file(path);
         LineParser parser(document);
         LossyLines lossy(document, path);
         readMarked(parser, file, lossy);

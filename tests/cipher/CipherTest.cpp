@@ -142,6 +142,9 @@ TEST(CipherFiles, HoldTheDigitsAndNothingElse) {
         EXPECT_EQ(cipher->readEncodedFile(scratch.path("x.dat"), key), text);
         text = u"a shorter one...";
     }
+#ifndef _WIN32
+    EXPECT_EQ(std::filesystem::status(scratch.host("x.dat")).permissions(), std::filesystem::perms(0600));
+#endif
     scratch.write("empty", "");
     EXPECT_EQ(cipher->readEncodedFile(scratch.path("empty"), key), u"");
     scratch.write("junk", "\r\n\xFF tail");

@@ -4,7 +4,10 @@
 #include "platform/Scratch.h"
 #include "support/Raised.h"
 
+#include <fstream>
 #include <gtest/gtest.h>
+#include <sys/stat.h>
+#include <utility>
 
 namespace vlgs {
 namespace {
@@ -115,9 +118,28 @@ TEST(INIText, IsReadInTheCodePageOrAsItsMarkSays) {
         readFileInto(*document, scratch.path("a.ini"));
         EXPECT_EQ(stream(*document), expected);
     }
-    const auto error = raised([&] { readFileInto(*make<INIFile>(), scratch.path("none.ini")); });
-    EXPECT_EQ(error.number, messageError(11513));
-    EXPECT_EQ(error.source, "VlGeneralServices.modFiles.g_RetrieveINIFile");
+}
+
+TEST(INIText, OfAFileThatCannotBeReadIsTold) {
+    const Scratch scratch;
+    ::mkfifo(scratch.host("endless").c_str(), 0600);
+    const auto writer = test::start([&] {
+        const std::string piece(1u << 20, 'x');
+        std::ofstream pipe(scratch.host("endless"));
+        while (pipe << piece)
+            ;
+        return 0;
+    });
+    const std::pair<String, const char*> cases[] = {{scratch.path("none.ini"), "File not found"},
+                                                    {u"/dev/zero", "Permission denied"},
+                                                    {scratch.path("endless"), "Out of memory"}};
+    for (const auto& [path, cause] : cases) {
+        const auto error = raised([&] { readFileInto(*make<INIFile>(), path); });
+        EXPECT_EQ(error.number, messageError(11513));
+        EXPECT_EQ(error.source, "VlGeneralServices.modFiles.g_RetrieveINIFile");
+        EXPECT_NE(error.description.find(cause), std::string::npos) << error.description;
+    }
+    test::finish(writer);
 }
 
 TEST(INIText, LinesMayCrossEveryChunk) {

@@ -4,8 +4,10 @@
 #include "platform/Environment.h"
 #include "platform/Module.h"
 
+#include <cstdlib>
 #include <set>
 #include <sys/stat.h>
+#include <sys/statvfs.h>
 #include <sys/xattr.h>
 
 namespace vlgs {
@@ -124,7 +126,8 @@ TEST(Reading, GivesTheWholeContentOrTheError) {
     ::mkfifo(scratch.host("pipe").c_str(), 0600);
     EXPECT_EQ(readFile(scratch.path("pipe")), "") << "a pipe without a writer is not waited for";
     EXPECT_EQ(errorOf([&] { readFile(scratch.path("")); }), 70);
-    EXPECT_EQ(errorOf([] { readFile(u"/dev/zero"); }), 70);
+    for (const auto* device : {u"/dev/zero", u"/dev/ptmx"})
+        EXPECT_EQ(errorOf([&] { readFile(device); }), 70);
     EXPECT_EQ(readFile(u"/dev/null"), "");
     scratch.write("sparse", "");
     std::filesystem::resize_file(scratch.host("sparse"), std::uintmax_t{1} << 40);
@@ -210,6 +213,25 @@ TEST(Environment, IsReadAtTheMoment) {
     EXPECT_FALSE(environmentVariable(u"VLGS_TEST_VARIABLE"));
     const test::Setting setting("VLGS_TEST_VARIABLE", "größer");
     EXPECT_EQ(environmentVariable(u"VLGS_TEST_VARIABLE"), u"größer");
+}
+
+TEST(Environment, IsNotReadByAProgramWithMoreRightsThanItsUser) {
+    const Scratch scratch;
+    const auto program = scratch.host("program");
+    struct statvfs system {};
+    ::statvfs(scratch.folder().c_str(), &system);
+    if (::geteuid() != 0 || (system.f_flag & ST_NOSUID) != 0)
+        GTEST_SKIP() << "needs to make a program that runs as another user";
+    ::chmod(scratch.folder().c_str(), 0755);
+    std::filesystem::copy_file("/proc/self/exe", program);
+    const auto readsIt = [&] {
+        return std::system((program + " --gtest_filter=Environment.IsReadAtTheMoment >/dev/null").c_str()) ==
+               0;
+    };
+    EXPECT_TRUE(readsIt());
+    ASSERT_EQ(::chown(program.c_str(), 65534, 65534), 0);
+    ::chmod(program.c_str(), 04755);
+    EXPECT_FALSE(readsIt());
 }
 
 } // namespace

@@ -18,12 +18,12 @@ using namespace posix;
 
 namespace {
 
-/// Devices may have no end; terminals have, and what holds nothing at all.
+/// Devices may have no end; the user's own terminal has, and what holds nothing at all.
 bool isEndless(int file, const struct stat& status) {
     const bool device = S_ISCHR(status.st_mode) || S_ISBLK(status.st_mode);
     struct stat null;
     const bool isNull = ::stat("/dev/null", &null) == 0 && null.st_rdev == status.st_rdev;
-    return device && !isNull && !::isatty(file);
+    return device && !isNull && ::tcgetpgrp(file) <= 0;
 }
 
 Descriptor openForReading(const std::string& path) {

@@ -68,13 +68,35 @@ void writeAll(const Handle& file, std::string_view bytes) {
     }
 }
 
+/// Devices may have no end; the user's own console has, and what holds nothing at all.
+bool isEndless(const Handle& file, std::u16string_view path) {
+    constexpr std::u16string_view null = u"NUL";
+    DWORD mode = 0;
+    return GetFileType(file.get()) == FILE_TYPE_CHAR && !GetConsoleMode(file.get(), &mode) &&
+           (path.size() < null.size() || !equalIgnoringCase(path.substr(path.size() - null.size()), null));
+}
+
+Handle openForReading(std::u16string_view path, DWORD flags = FILE_ATTRIBUTE_NORMAL) {
+    Handle file = open(path, GENERIC_READ, shareAll, OPEN_EXISTING, nullptr, flags);
+    if (isEndless(file, path))
+        raise(RunTimeError::PermissionDenied);
+    return file;
+}
+
+/// The longest content that is read, in bytes; pipes may go on for ever.
+constexpr std::size_t mostRead = 1u << 31;
+
 std::string readAll(const Handle& file) {
-    LARGE_INTEGER size;
-    if (!GetFileSizeEx(file.get(), &size))
+    LARGE_INTEGER size{};
+    if (GetFileType(file.get()) == FILE_TYPE_DISK && !GetFileSizeEx(file.get(), &size))
         raiseLastError();
+    if (static_cast<std::uint64_t>(size.QuadPart) > mostRead)
+        raise(RunTimeError::OutOfMemory);
     std::string bytes(static_cast<std::size_t>(size.QuadPart), '\0');
     std::size_t done = 0;
     for (;;) {
+        if (done > mostRead)
+            raise(RunTimeError::OutOfMemory);
         if (done == bytes.size())
             bytes.resize(done + 4096); // it may have grown meanwhile
         DWORD count = 0;
@@ -147,12 +169,11 @@ std::uint64_t fileLength(std::u16string_view path) {
 }
 
 std::string readFile(std::u16string_view path) {
-    return readAll(open(path, GENERIC_READ, shareAll, OPEN_EXISTING));
+    return readAll(openForReading(path));
 }
 
 FileReader::FileReader(std::u16string_view path)
-    : handle_(reinterpret_cast<std::intptr_t>(
-          open(path, GENERIC_READ, shareAll, OPEN_EXISTING, nullptr, FILE_FLAG_SEQUENTIAL_SCAN).detach())) {}
+    : handle_(reinterpret_cast<std::intptr_t>(openForReading(path, FILE_FLAG_SEQUENTIAL_SCAN).detach())) {}
 FileReader::FileReader(FileReader&& other) noexcept
     : handle_(std::exchange(other.handle_, reinterpret_cast<std::intptr_t>(INVALID_HANDLE_VALUE))) {}
 FileReader& FileReader::operator=(FileReader&& other) noexcept {

@@ -39,6 +39,14 @@ void refuseHeld(const WideText& path) {
         raiseLastError();
 }
 
+/// Whether a file has further names, which are to see its new content too.
+bool hasSeveralNames(const WideText& path) {
+    const Handle file(
+        CreateFileW(path.get(), 0, shareAll, nullptr, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr));
+    BY_HANDLE_FILE_INFORMATION info;
+    return file && GetFileInformationByHandle(file.get(), &info) && info.nNumberOfLinks > 1;
+}
+
 void write(const Handle& file, std::string_view bytes) {
     for (std::size_t done = 0; done < bytes.size();) {
         DWORD count = 0;
@@ -100,6 +108,20 @@ void writeInPlace(const WideText& path, std::string_view bytes) {
     }
 }
 
+/// Gives a new file the name of the old one; false where the folder does not let it.
+bool moveOver(const WideText& name, const String& target, std::string_view bytes, DWORD attributes) {
+    try {
+        NewFile fresh(target, bytes);
+        copyAccess(name.get(), fresh.name());
+        SetFileAttributesW(fresh.name(), attributes ? attributes : FILE_ATTRIBUTE_NORMAL);
+        return fresh.moveTo(name.get());
+    } catch (const Error& error) {
+        if (!error.is(RunTimeError::PermissionDenied))
+            throw;
+        return false;
+    }
+}
+
 } // namespace
 
 void replaceFile(std::u16string_view path, std::string_view bytes, const ReplaceOptions& options) {
@@ -107,7 +129,7 @@ void replaceFile(std::u16string_view path, std::string_view bytes, const Replace
     const WideText name(target);
     const DWORD before = GetFileAttributesW(name.get());
     if (before == INVALID_FILE_ATTRIBUTES) {
-        createFile(target, bytes);
+        createFile(target, bytes, options.readable);
         if (options.attributes)
             setAttributes(target, *options.attributes);
         return;
@@ -120,17 +142,7 @@ void replaceFile(std::u16string_view path, std::string_view bytes, const Replace
         SetFileAttributesW(name.get(), before & settable & ~static_cast<DWORD>(FILE_ATTRIBUTE_READONLY));
     try {
         refuseHeld(name);
-        bool moved = false;
-        try {
-            NewFile fresh(target, bytes);
-            copyAccess(name.get(), fresh.name());
-            SetFileAttributesW(fresh.name(), after ? after : FILE_ATTRIBUTE_NORMAL);
-            moved = fresh.moveTo(name.get());
-        } catch (const Error& error) {
-            if (!error.is(RunTimeError::PermissionDenied))
-                throw;
-        }
-        if (!moved) {
+        if (hasSeveralNames(name) || !moveOver(name, target, bytes, after)) {
             // Hidden files can only be truncated by who names that attribute, so it goes first.
             SetFileAttributesW(name.get(), FILE_ATTRIBUTE_NORMAL);
             writeInPlace(name, bytes);
