@@ -1,6 +1,9 @@
 # torture/*.cpp: programs that are killed and stopped at work; scripts beside them set them going and judge. A short
 # share of each is a test.
 file(GLOB programs CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/torture/*.cpp)
+if(WIN32)
+  set(programs ${PROJECT_SOURCE_DIR}/torture/LockTaker.cpp ${PROJECT_SOURCE_DIR}/torture/windows/ComLoops.cpp)
+endif()
 foreach(source IN LISTS programs)
   get_filename_component(name ${source} NAME_WE)
   add_executable(${name} ${source})
@@ -13,8 +16,12 @@ foreach(source IN LISTS programs)
 endforeach()
 
 find_package(Python3 3.9 COMPONENTS Interpreter)
-if(Python3_FOUND AND NOT WIN32)
+if(WIN32)
+  target_link_libraries(ComLoops PRIVATE psapi)
+elseif(Python3_FOUND)
   add_test(NAME torture.locks COMMAND ${Python3_EXECUTABLE} ${PROJECT_SOURCE_DIR}/torture/locks.py
     --processes 4 --steps 150 --life 0.5 -- $<TARGET_FILE:LockTaker>)
-  set_tests_properties(torture.locks PROPERTIES TIMEOUT 600)
+  add_test(NAME torture.kills COMMAND ${Python3_EXECUTABLE} ${PROJECT_SOURCE_DIR}/torture/run.py
+    --build ${PROJECT_BINARY_DIR} 0.4 "kills at")
+  set_tests_properties(torture.locks torture.kills PROPERTIES TIMEOUT 600)
 endif()

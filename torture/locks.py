@@ -1,4 +1,5 @@
 #!/usr/bin/env python3
+# SPDX-License-Identifier: MIT
 """Sets processes on the locks of one project, kills them at random, and looks at what they had.
 
     torture/locks.py [--processes 8] [--steps 2000] [--seed N] [--folder F] -- build/dev/torture/LockTaker
@@ -95,7 +96,7 @@ class Run:
             return [f"the last process ended with status {status}"]
         return [f"{file.name} stays" for file in self.project.iterdir()]
 
-    def observe(self):
+    def observe(self, print_report=True):
         spans, failures, counts, longest = collections.defaultdict(list), [], collections.Counter(), 0
         for number, taker in enumerate(self.takers):
             held, asked, last = {}, None, 0
@@ -127,8 +128,9 @@ class Run:
         if not all(counts[kind + " locks"] for kind in KINDS) or not counts["conflicts told"]:
             failures.append("too little happened to tell anything")
         report = ", ".join(f"{count} {what}" for what, count in sorted(counts.items()))
-        print(f"{self.options.processes} processes, {self.options.steps} steps each, {self.kills} killed: {report}; "
-              f"longest time between two events {longest / 1e6:.0f} ms")
+        if print_report:
+            print(f"{self.options.processes} processes, {self.options.steps} steps each, {self.kills} killed: {report}; "
+                  f"longest time between two events {longest / 1e6:.0f} ms")
         return failures
 
 

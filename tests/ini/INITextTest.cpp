@@ -4,9 +4,11 @@
 #include "platform/Scratch.h"
 #include "support/Raised.h"
 
-#include <fstream>
+#include <csignal>
+#include <fcntl.h>
 #include <gtest/gtest.h>
 #include <sys/stat.h>
+#include <unistd.h>
 #include <utility>
 
 namespace vlgs {
@@ -123,10 +125,10 @@ TEST(INIText, IsReadInTheCodePageOrAsItsMarkSays) {
 TEST(INIText, OfAFileThatCannotBeReadIsTold) {
     const Scratch scratch;
     ::mkfifo(scratch.host("endless").c_str(), 0600);
+    const int pipe = ::open(scratch.host("endless").c_str(), O_RDWR); // else it has no writer for an instant
     const auto writer = test::start([&] {
-        const std::string piece(1u << 20, 'x');
-        std::ofstream pipe(scratch.host("endless"));
-        while (pipe << piece)
+        const std::string piece(1u << 16, 'x');
+        while (::write(pipe, piece.data(), piece.size()) > 0)
             ;
         return 0;
     });
@@ -139,7 +141,9 @@ TEST(INIText, OfAFileThatCannotBeReadIsTold) {
         EXPECT_EQ(error.source, "VlGeneralServices.modFiles.g_RetrieveINIFile");
         EXPECT_NE(error.description.find(cause), std::string::npos) << error.description;
     }
+    ::kill(writer, SIGKILL);
     test::finish(writer);
+    ::close(pipe);
 }
 
 TEST(INIText, LinesMayCrossEveryChunk) {

@@ -1,0 +1,26 @@
+#!/usr/bin/env bash
+# SPDX-License-Identifier: MIT
+# Kills processes that store something, lets system calls fail, fills disks, crowds the registry, the locks and the
+# classes, and prints one table of what was lost (torture/run.py). Two minutes when none are given:
+#
+#   scripts/torture.sh 30              everything
+#   scripts/torture.sh 5 kills full    what has one of these words in its name
+#
+# Ends with status 1 unless nothing was lost.
+set -euo pipefail
+cd "$(dirname "$0")/.."
+source scripts/packages.sh
+need_build
+need strace
+build dev Worker LockTaker Classes
+build threads Classes
+options=(--build build/dev --threads build/threads)
+if command -v wine >/dev/null && command -v x86_64-w64-mingw32-g++-posix >/dev/null; then
+    build windows-x64 VlGeneralServices VlComRes ComLoops
+    WINEPREFIX=$(mktemp -d)
+    export WINEPREFIX WINEDEBUG=-all WINEDLLOVERRIDES="mscoree,mshtml=;winemenubuilder.exe=d"
+    trap 'wineserver -k 2>/dev/null || true; rm -rf "$WINEPREFIX"' EXIT
+    wine wineboot -i >/dev/null 2>&1
+    options+=(--windows build/windows-x64)
+fi
+python3 torture/run.py "${options[@]}" "${@:-2}"
