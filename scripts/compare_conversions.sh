@@ -5,17 +5,17 @@
 #   scripts/compare_conversions.sh            100000 generated inputs for each locale
 #   scripts/compare_conversions.sh COUNT      so many
 #
-# The short form is one of the tests that scripts/test_windows.sh runs. Known differences and their reasons stand in
-# tests/com/windows/KnownDifferences.h.
+# A short run is one of the tests that scripts/test_windows.sh runs. Known differences and their reasons stand in
+# compare/KnownDifferences.h.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 source scripts/packages.sh
 need_build
 need g++-mingw-w64-x86-64-posix mingw-w64-tools libwine-dev wine wine64 libgtest-dev googletest
-build windows-x64 com_tests
+build windows-x64 CompareConversions
 
 WINEPREFIX=$(mktemp -d)
 export WINEPREFIX WINEDEBUG=-all WINEDLLOVERRIDES="mscoree,mshtml=;winemenubuilder.exe=d"
 trap 'wineserver -k 2>/dev/null || true; wineserver -w 2>/dev/null || true; rm -rf "$WINEPREFIX"' EXIT
 wine wineboot -i >/dev/null 2>&1
-VLGS_CONVERSIONS=${1:-100000} wine build/windows-x64/bin/com_tests.exe --gtest_brief=1 --gtest_filter='Conversions.*'
+wine build/windows-x64/bin/CompareConversions.exe "${1:-100000}"

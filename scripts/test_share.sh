@@ -1,7 +1,8 @@
 #!/usr/bin/env bash
 # SPDX-License-Identifier: MIT
-# Prints what share of the code is test code, in lines that are neither blank nor comment; generated tables are left
-# out. A third is the most there should be: `scripts/test_share.sh 33` fails above 33 %.
+# Prints how much test code there is for the code, in lines that are neither blank nor comment; generated tables are
+# left out, and so are the programs in bench/, compare/, fuzz/ and torture/, which search rather than check. A third is
+# the most there should be: `scripts/test_share.sh 33` fails above 33 %.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 

@@ -126,6 +126,7 @@ prove() {
     echo "-- $preset, manifest without registration"
     wine "$bin/VlgsManifestClient.exe" || fail "$preset: manifest"
     native_tests "$bin"
+    wine "$bin/CompareConversions.exe" >"$work/output" || { cat "$work/output" && fail "$preset: conversions"; }
     wine "$bin/ComBench.exe" || fail "$preset: speed"
     # In 32 bits no exception passes from one statically linked module to another.
     [ "$preset" != windows-x64 ] ||

@@ -39,13 +39,11 @@ Error about(const Error& error, const String& subject) {
 CallError::CallError(RunTimeError number, std::u16string_view about)
     : Error(static_cast<std::int32_t>(number), String(), describe(number, about)) {}
 
-CallError::CallError(const Error& error, const Arguments& call, std::size_t argument)
+CallError::CallError(const Error& error, const Arguments& call, std::optional<std::size_t> argument)
     : Error(error), call_(&call), argument_(argument) {}
 
-CallError& CallError::in(const Arguments& call, std::optional<std::size_t> argument) noexcept {
-    call_ = &call;
-    argument_ = argument;
-    return *this;
+CallError CallError::in(const Arguments& call, std::optional<std::size_t> argument) && {
+    return {*this, call, argument};
 }
 
 MisfitError::MisfitError(const Error& error, const ClassHeader& type, const MemberInfo& member,

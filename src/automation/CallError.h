@@ -16,10 +16,10 @@ namespace vlgs {
 class CallError final : public Error {
   public:
     CallError(RunTimeError number, std::u16string_view about);
-    CallError(const Error& error, const Arguments& call, std::size_t argument);
+    CallError(const Error& error, const Arguments& call, std::optional<std::size_t> argument);
 
-    /// Says which call it is, and which argument is at fault: positional ones first, from 0.
-    CallError& in(const Arguments& call, std::optional<std::size_t> argument = {}) noexcept;
+    /// The same verdict on this call, and which argument is at fault: positional ones first, from 0.
+    CallError in(const Arguments& call, std::optional<std::size_t> argument = {}) &&;
 
     bool isAbout(const Arguments& call) const noexcept { return call_ == &call; }
     std::optional<std::size_t> argument() const noexcept { return argument_; }

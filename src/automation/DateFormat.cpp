@@ -82,9 +82,12 @@ struct Range {
 };
 constexpr auto byFirstCharacter = [] {
     std::array<Range, 128> ranges{};
-    for (std::uint8_t i = 0; i < std::size(spellings); ++i) {
-        auto& range = ranges[spellings[i].text.front()];
-        range = {range.last == 0 ? i : range.first, static_cast<std::uint8_t>(i + 1)};
+    std::uint8_t row = 0;
+    for (const auto& spelling : spellings) {
+        auto& range = ranges[spelling.text.front()];
+        if (range.last == 0)
+            range.first = row;
+        range.last = ++row;
     }
     return ranges;
 }();

@@ -8,10 +8,8 @@
 
 #include <limits>
 
-namespace vlgs {
+namespace vlgs::test {
 namespace {
-
-using test::errorOf;
 
 String joined(const Array& array) {
     String result;
@@ -178,4 +176,4 @@ TEST(Dictionary, LateBoundPropertiesReadAndWrite) {
 }
 
 } // namespace
-} // namespace vlgs
+} // namespace vlgs::test

@@ -8,10 +8,8 @@
 
 #include <cstring>
 
-namespace vlgs {
+namespace vlgs::test {
 namespace {
-
-using test::errorOf;
 
 struct Thing : Object {};
 
@@ -91,4 +89,4 @@ TEST(Array, ConvertsWhatIsPutIntoIt) {
 }
 
 } // namespace
-} // namespace vlgs
+} // namespace vlgs::test

@@ -11,12 +11,8 @@
 #include <numeric>
 #include <set>
 
-namespace vlgs {
+namespace vlgs::test {
 namespace {
-
-using test::errorOf;
-using test::Scratch;
-using test::Setting;
 
 constexpr const char16_t* key = u"00998877665544332211";
 
@@ -162,4 +158,4 @@ TEST(CipherFiles, FailAsTheRunTimeDoes) {
 }
 
 } // namespace
-} // namespace vlgs
+} // namespace vlgs::test

@@ -11,22 +11,13 @@
 #include <map>
 #include <set>
 
-namespace vlgs {
+namespace vlgs::test {
 namespace {
-
-using test::errorOf;
-using test::messageError;
-using test::raised;
-using test::UserLocale;
 
 constexpr const char* parserSource = "VlGeneralServices.modConversion.g_CTimestamp";
 
 class ConversionTest : public testing::Test {
   protected:
-    static void needsLocale() {
-        if (!test::canChooseLocale)
-            GTEST_SKIP() << "the operating system's locale is not the test's to change";
-    }
     const UserLocale english_{"en-US"};
     const Ref<Conversion> conversion_ = make<Conversion>();
 };
@@ -39,7 +30,6 @@ TEST_F(ConversionTest, TurnsPatternsIntoTheFormattersLanguage) {
     EXPECT_EQ(conversion_->LocaleTimeFormat(), u"h:nn:ss AMPM");
     EXPECT_EQ(conversion_->GetLocaleSetting(29), u"/");
     EXPECT_EQ(conversion_->GetLocaleSetting(123456), u"");
-    needsLocale();
     const UserLocale korean("ko-KR");
     EXPECT_EQ(conversion_->LocaleTimeFormat(), u"h:nn:ss AMPM") << "the designator moves to the end";
     const UserLocale german("de-DE");
@@ -51,7 +41,6 @@ TEST_F(ConversionTest, TurnsPatternsIntoTheFormattersLanguage) {
 
 // The words of a pattern are literal text in a value, however the pattern itself is turned.
 TEST_F(ConversionTest, WritesTheWordsOfTheUsersPatterns) {
-    needsLocale();
     const Date moment = dateOf({2009, 3, 7, 14, 5, 9});
     const struct {
         const char* locale;
@@ -96,7 +85,7 @@ TEST_F(ConversionTest, CountsRevisions) {
     for (const auto& [from, to] : next)
         EXPECT_EQ(conversion_->IncrementRevisionNumber(from), to) << String(from).toUtf8();
     EXPECT_EQ(raised([&] { conversion_->IncrementRevisionNumber(u"2147483648.1"); }),
-              (test::Raised{6, "VlGeneralServices.modConversion.SplitRevNumber_", "Overflow"}));
+              (Raised{6, "VlGeneralServices.modConversion.SplitRevNumber_", "Overflow"}));
     EXPECT_EQ(raised([&] { conversion_->IncrementRevisionNumber(u"2147483647.9999"); }).source,
               "VlGeneralServices.modConversion.g_IncrementRevisionNumber");
     EXPECT_EQ(errorOf([&] { conversion_->IncrementRevisionNumber(String(40000, u'0')); }), 6);
@@ -120,7 +109,6 @@ TEST_F(ConversionTest, ComparesRevisions) {
     text = u"x1.0";
     EXPECT_FALSE(conversion_->IsValidCorvaRevisionNumber(text));
     EXPECT_EQ(text, u"x1.0");
-    needsLocale();
     const UserLocale german("de-DE");
     text = u"1,5";
     EXPECT_TRUE(conversion_->IsValidCorvaRevisionNumber(text));
@@ -160,16 +148,12 @@ TEST_F(ConversionTest, RefusesWhatIsNoMoment) {
         {u"nothing", false, false, true, 11530, "\r\nDate=nothing"},
         {Array::ofStrings({u"x"}), true, false, true, 11554, "\r\nDate="},
     };
-    for (const auto& [value, date, time, truncate, code, extra] : cases) {
-        const auto error = raised([&, &value = value, &date = date, &time = time, &truncate = truncate] {
-            conversion_->CTimestamp2(value, date, time, nullptr, truncate);
-        });
-        EXPECT_EQ(error.number, messageError(code)) << extra;
-        EXPECT_EQ(error.source, parserSource);
-        EXPECT_TRUE(error.description.ends_with(extra)) << error.description;
-    }
+    for (const auto& given : cases)
+        EXPECT_TRUE(raises(messageError(given.code), parserSource, given.extra, [&] {
+            conversion_->CTimestamp2(given.value, given.date, given.time, nullptr, given.truncate);
+        }));
     EXPECT_EQ(raised([&] { conversion_->CTimestamp(null, false, false, nullptr); }),
-              (test::Raised{94, parserSource, "Invalid use of Null"}));
+              (Raised{94, parserSource, "Invalid use of Null"}));
     EXPECT_EQ(errorOf([&] { conversion_->CTimestamp(3e6, false, false, nullptr); }), 6);
 }
 
@@ -203,7 +187,6 @@ TEST_F(ConversionTest, StaysLinearOnHostileText) {
 
 // What the formatter writes by the user's patterns is read back: in every month, and so on every weekday.
 TEST_F(ConversionTest, ReadsBackTheUsersOwnFormsInEveryLocale) {
-    needsLocale();
     std::map<std::string, std::string> failures;
     for (const Locale& locale : Locale::all()) {
         const std::string name = String(locale.name()).toUtf8();
@@ -295,15 +278,14 @@ TEST_F(ConversionTest, RefusesAttributeValues) {
     EXPECT_EQ(failure(u"abc", eAttrValDataType_Integer).number, messageError(11551));
     EXPECT_EQ(failure(u"abc", eAttrValDataType_Integer).source, integer);
     EXPECT_EQ(failure(u"42.5", eAttrValDataType_Integer).number, messageError(11553));
-    EXPECT_EQ(failure(u"3000000000", eAttrValDataType_Integer), (test::Raised{6, integer, "Overflow"}));
+    EXPECT_EQ(failure(u"3000000000", eAttrValDataType_Integer), (Raised{6, integer, "Overflow"}));
     EXPECT_EQ(failure(u"x", eAttrValDataType_Date).number, messageError(11554));
     EXPECT_EQ(failure(u"x", eAttrValDataType_Time).source, parserSource);
     EXPECT_EQ(failure(u"maybe", eAttrValDataType_Boolean),
-              (test::Raised{13, "VlGeneralServices.modConversion.g_FormatAttrValueData", "Type mismatch"}));
+              (Raised{13, "VlGeneralServices.modConversion.g_FormatAttrValueData", "Type mismatch"}));
 }
 
 TEST_F(ConversionTest, SwapsSeparatorsWithoutUndoingASwap) {
-    needsLocale();
     const UserLocale german("de-DE");
     EXPECT_EQ(conversion_->FormatAttrValueData(-1234.5, eAttrValDataType_Real, eAttrValConvType_Native),
               Variant(u"-1234.5"));
@@ -320,4 +302,4 @@ TEST_F(ConversionTest, SwapsSeparatorsWithoutUndoingASwap) {
 }
 
 } // namespace
-} // namespace vlgs
+} // namespace vlgs::test

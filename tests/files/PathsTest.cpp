@@ -5,14 +5,8 @@
 
 #include <gtest/gtest.h>
 
-namespace vlgs {
+namespace vlgs::test {
 namespace {
-
-using test::errorOf;
-using test::messageError;
-using test::raised;
-using test::Scratch;
-using test::Setting;
 
 // A drive "M:" that is mapped to a share, a share without a letter, and the usual "C:".
 class Paths : public testing::Test {
@@ -77,9 +71,9 @@ TEST_F(Paths, OnMappedDrivesHaveAUncForm) {
                                      {u"Q:\\x", 11526},
                                      {u"1", 11526}}) {
         String given = path;
-        const auto error = raised([&] { files_->TranslatePathToUNC(given); });
-        EXPECT_EQ(error.number, messageError(code)) << String(path).toUtf8();
-        EXPECT_EQ(error.source, "VlGeneralServices.modFiles.g_TranslatePathToUNC");
+        EXPECT_TRUE(raises(messageError(code), "VlGeneralServices.modFiles.g_TranslatePathToUNC", "", [&] {
+            files_->TranslatePathToUNC(given);
+        })) << String(path).toUtf8();
     }
 }
 
@@ -101,6 +95,10 @@ TEST_F(Paths, AreAbsoluteWhenTheyExist) {
 
 TEST_F(Paths, AreResolvedFromABaseThatNeedNotBeCurrent) {
     const String here = files_->CurPath();
+    const auto resolved = [&](const String& relative, const String& base, bool unc, bool checked) {
+        return checked ? files_->TranslateFromRelativePath(relative, base, unc)
+                       : files_->TranslateFromRelativePathNoFileCheck(relative, base, unc);
+    };
     struct Case {
         String relative, base;
         bool unc, checked;
@@ -115,13 +113,10 @@ TEST_F(Paths, AreResolvedFromABaseThatNeedNotBeCurrent) {
         {u"", u"M:\\Proj", false, true, u"M:\\Proj"},
     };
     for (const auto& [relative, base, unc, checked, result] : cases)
-        EXPECT_EQ(checked ? files_->TranslateFromRelativePath(relative, base, unc)
-                          : files_->TranslateFromRelativePathNoFileCheck(relative, base, unc),
-                  result);
+        EXPECT_EQ(resolved(relative, base, unc, checked), result);
     EXPECT_EQ(files_->CurPath(), here);
     EXPECT_TRUE(files_->IsValidRelativePath(u"a.doc", at("Proj/Docs")));
 
-    const std::string source = "VlGeneralServices.modFiles.g_TranslateFromRelativePath";
     for (const auto& [relative, base, code] : {
              std::tuple<String, String, int>{u"none.doc", at("Proj"), 11544},
              {u"none\\x.doc", at("Proj"), 11544},
@@ -131,12 +126,10 @@ TEST_F(Paths, AreResolvedFromABaseThatNeedNotBeCurrent) {
         for (const bool checked : {true, false}) {
             if (!checked && relative == u"none.doc")
                 continue;
-            const auto error = raised([&, &relative = relative, &base = base] {
-                checked ? files_->TranslateFromRelativePath(relative, base, false)
-                        : files_->TranslateFromRelativePathNoFileCheck(relative, base, false);
-            });
-            EXPECT_EQ(error.number, messageError(code)) << relative.toUtf8();
-            EXPECT_EQ(error.source, source);
+            EXPECT_TRUE(
+                raises(messageError(code), "VlGeneralServices.modFiles.g_TranslateFromRelativePath", "",
+                       [&, &relative = relative, &base = base] { resolved(relative, base, false, checked); }))
+                << relative.toUtf8();
         }
     }
     EXPECT_EQ(errorOf([&] { files_->IsValidRelativePath(u"x", at("none")); }), messageError(11532));
@@ -169,10 +162,9 @@ TEST_F(Paths, LeadFromABaseToAnother) {
     EXPECT_EQ(files_->TranslateFromRelativePath(u"..\\Proj", u"M:\\", false), u"M:\\Proj");
     for (const auto& [input, base, code] :
          {std::tuple<String, String, int>{u"C:\\x", u"M:\\Proj", 11550}, {u"C:\\x", u"M:\\none", 11532}}) {
-        const auto error =
-            raised([&, &input = input, &base = base] { files_->TranslateToRelativePath(input, base); });
-        EXPECT_EQ(error.number, messageError(code));
-        EXPECT_EQ(error.source, "VlGeneralServices.modFiles.g_TranslateToRelativePath");
+        EXPECT_TRUE(
+            raises(messageError(code), "VlGeneralServices.modFiles.g_TranslateToRelativePath", "",
+                   [&, &input = input, &base = base] { files_->TranslateToRelativePath(input, base); }));
     }
 }
 
@@ -223,9 +215,8 @@ TEST_F(Paths, AreBuiltFromLevels) {
          })
         EXPECT_EQ(files_->BuildPath(levels, start, stop), path);
     EXPECT_EQ(files_->BuildPath(u"no array", -1, -1), u"");
-    const auto outside = raised([&] { files_->BuildPath(texts({u"a"}), 0, 1); });
-    EXPECT_EQ(outside.number, 9);
-    EXPECT_EQ(outside.source, "VlGeneralServices.modFiles.g_BuildPath");
+    EXPECT_TRUE(raises(9, "VlGeneralServices.modFiles.g_BuildPath", "",
+                       [&] { files_->BuildPath(texts({u"a"}), 0, 1); }));
     EXPECT_EQ(errorOf([&] { files_->BuildPath(texts({u"a"}), -2, -1); }), 9);
     EXPECT_EQ(files_->BuildDirBackupPrefix(2), u"..\\..\\");
     EXPECT_EQ(files_->BuildDirBackupPrefix(0), u"");
@@ -233,4 +224,4 @@ TEST_F(Paths, AreBuiltFromLevels) {
 }
 
 } // namespace
-} // namespace vlgs
+} // namespace vlgs::test

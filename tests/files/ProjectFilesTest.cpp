@@ -8,14 +8,8 @@
 
 #include <gtest/gtest.h>
 
-namespace vlgs {
+namespace vlgs::test {
 namespace {
-
-using test::errorOf;
-using test::messageError;
-using test::raised;
-using test::Scratch;
-using test::Setting;
 
 TEST(ProjectFile, IsFoundFromWhatAUserTyped) {
     const Scratch scratch;
@@ -37,8 +31,8 @@ TEST(ProjectFile, IsFoundFromWhatAUserTyped) {
         EXPECT_EQ(files->CheckVLSFilePath(typed, false), found);
     for (const auto& missingFile : {String(u"  "), at("none"), at("none.vls"), at("none/x"), at("")}) {
         EXPECT_EQ(raised([&] { files->CheckVLSFilePath(missingFile, false); }),
-                  (test::Raised{messageError(11502), "VlGeneralServices.modFiles.g_CheckVLSFilePath",
-                                "Unable to locate file for Corva project.  Login failed."}));
+                  (Raised{messageError(11502), "VlGeneralServices.modFiles.g_CheckVLSFilePath",
+                          "Unable to locate file for Corva project.  Login failed."}));
         EXPECT_EQ(files->CheckVLSFilePath(concat(u" ", missingFile), true), String(trim(missingFile)));
     }
 }
@@ -75,10 +69,9 @@ TEST(ProjectFile, IsReadWithPathAndType) {
     EXPECT_TRUE(files->Is40VLSFile(scratch.path("bad.VLL")));
     EXPECT_FALSE(files->Is40VLSFile(scratch.path("none")));
 
-    const auto notThere = raised([&] { files->RetrieveVLSFile(scratch.path("none.txt")); });
-    EXPECT_EQ(notThere.number, messageError(11503));
-    EXPECT_EQ(notThere.source, "VlGeneralServices.modFiles.g_RetrieveINIFile");
-    EXPECT_TRUE(notThere.description.ends_with("\r\n" + scratch.path("none.txt").toUtf8()));
+    EXPECT_TRUE(raises(messageError(11503), "VlGeneralServices.modFiles.g_RetrieveINIFile",
+                       "\r\n" + scratch.path("none.txt").toUtf8(),
+                       [&] { files->RetrieveVLSFile(scratch.path("none.txt")); }));
     EXPECT_EQ(errorOf([&] { files->RetrieveVLSFile(scratch.path("none")); }), messageError(11502));
     EXPECT_EQ(errorOf([&] { files->RetrieveINIFile(scratch.path("none")); }), messageError(11513));
     EXPECT_EQ(errorOf([&] { files->RetrieveVLLFile(scratch.path("bad.VLL")); }), messageError(11513));
@@ -129,9 +122,8 @@ TEST_F(SystemDatabase, IsCopiedFromALongOrReadOnlyPlace) {
     EXPECT_EQ(readFile(second), "read-only"); // under another name: the first copy is still somebody's
     EXPECT_EQ(home_.read("sys.mdw"), "66");
 
-    const auto error = raised([&] { files_->AdjustSystemDBPath(scratch_.path("none.mdw")); });
-    EXPECT_EQ(error.number, 53);
-    EXPECT_EQ(error.source, "VlGeneralServices.modFiles.g_AdjustSystemDBPath");
+    EXPECT_TRUE(raises(53, "VlGeneralServices.modFiles.g_AdjustSystemDBPath", "",
+                       [&] { files_->AdjustSystemDBPath(scratch_.path("none.mdw")); }));
 }
 
 TEST(ReadWriteFile, IsTheFileItselfOrACopyOfItsOwn) {
@@ -231,18 +223,14 @@ TEST(ConnectionString, IsMadeOfTheFilesPairsAccountAndIdentity) {
 
 TEST(ConnectionString, WantsAProjectOrLinkDocumentWithAnOdbcSection) {
     EXPECT_EQ(g_BuildConnectionString(nullptr, {}), u"");
-    for (const auto type : {eINI_Empty, eINI_INI}) {
-        const auto error = raised([&] { connection(*projectOf(u"[ODBC]", type)); });
-        EXPECT_EQ(error.number, messageError(11504));
-        EXPECT_EQ(error.source, "g_BuildConnectionString");
-    }
+    for (const auto type : {eINI_Empty, eINI_INI})
+        EXPECT_TRUE(raises(messageError(11504), "g_BuildConnectionString", "",
+                           [&] { connection(*projectOf(u"[ODBC]", type)); }));
     const auto empty = make<INIFile>();
     empty->SetFileType(eINI_VLL);
-    for (const auto& document : {projectOf(u"[PROJECT]|GUID=1"), empty}) {
-        const auto error = raised([&] { connection(*document); });
-        EXPECT_EQ(error.number, messageError(11558));
-        EXPECT_EQ(error.source, "VlGeneralServices.modFiles.g_ValidateODBCSectionExists");
-    }
+    for (const auto& document : {projectOf(u"[PROJECT]|GUID=1"), empty})
+        EXPECT_TRUE(raises(messageError(11558), "VlGeneralServices.modFiles.g_ValidateODBCSectionExists", "",
+                           [&] { connection(*document); }));
 }
 
 TEST(ConnectionString, IsBuiltFromAFileByItsExtension) {
@@ -264,4 +252,4 @@ TEST(ConnectionString, IsBuiltFromAFileByItsExtension) {
 }
 
 } // namespace
-} // namespace vlgs
+} // namespace vlgs::test

@@ -11,7 +11,7 @@
 #include <limits>
 #include <thread>
 
-namespace vlgs {
+namespace vlgs::test {
 namespace {
 
 bool holdsCatalogue() {
@@ -47,7 +47,7 @@ TEST(InstanceCount, ObjectsThatOnlyCountOutMakeTheCatalogueGoEarly) {
 TEST(InstanceCount, OverflowsInsteadOfWrapping) {
     std::int32_t& count = SharedState::ofThread().instances;
     count = std::numeric_limits<std::int32_t>::max();
-    EXPECT_EQ(test::errorOf([] { make<Restricted>(); }), 6);
+    EXPECT_EQ(errorOf([] { make<Restricted>(); }), 6);
     EXPECT_EQ(count, std::numeric_limits<std::int32_t>::max());
     count = 0;
 }
@@ -95,4 +95,4 @@ TEST(Identity, FileNamesFromBaseNames) {
 }
 
 } // namespace
-} // namespace vlgs
+} // namespace vlgs::test

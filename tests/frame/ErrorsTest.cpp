@@ -10,16 +10,12 @@
 #include <limits>
 #include <new>
 
-namespace vlgs {
+namespace vlgs::test {
 namespace {
-
-using test::errorOf;
-using test::Raised;
-using test::raised;
 
 class ErrorsTest : public ::testing::Test {
   protected:
-    const test::Setting language_{"LANGUAGE", "en"};
+    const Setting language_{"LANGUAGE", "en"};
 };
 
 TEST_F(ErrorsTest, CarryNumberSourceAndTheCataloguesText) {
@@ -79,4 +75,4 @@ TEST_F(ErrorsTest, DescribeTextTakesNumbersFromTheCatalogue) {
 }
 
 } // namespace
-} // namespace vlgs
+} // namespace vlgs::test

@@ -10,14 +10,12 @@
 
 #include <gtest/gtest.h>
 
-namespace vlgs {
+namespace vlgs::test {
 namespace {
-
-using test::errorOf;
 
 class ResourceTest : public ::testing::Test {
   protected:
-    const test::Setting language_{"LANGUAGE", "en"};
+    const Setting language_{"LANGUAGE", "en"};
 
     String text(std::int32_t index, const char16_t* language = u"") {
         return resource_->ResourceString(index, language);
@@ -75,7 +73,7 @@ TEST_F(ResourceTest, WithoutALanguageTheOverrideAndThenTheUsersLanguageCount) {
 }
 
 TEST_F(ResourceTest, NamesTheLanguageOfTheSystem) {
-    const test::UserLocale swiss("fr-CH");
+    const UserLocale swiss("fr-CH");
     EXPECT_EQ(resource_->LanguageNative(), u"français");
     EXPECT_EQ(make<Resource>()->LanguageEnglish(), u"French");
 }
@@ -153,4 +151,4 @@ TEST_F(ResourceTest, LateBoundCalls) {
 }
 
 } // namespace
-} // namespace vlgs
+} // namespace vlgs::test

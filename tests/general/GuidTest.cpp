@@ -1,12 +1,12 @@
 #include "general/GUID.h"
 
-#include "base/Error.h"
+#include "support/Raised.h"
 
 #include <gtest/gtest.h>
 
 #include <functional>
 
-namespace vlgs {
+namespace vlgs::test {
 namespace {
 
 constexpr const char16_t* text = u"{6D0C33A1-5B0B-4B52-9E0B-2C1F0C5A7EAF}";
@@ -39,32 +39,25 @@ TEST(GuidClass, FailuresHaveTheirNumbersAndTexts) {
     struct Case {
         std::function<void()> act;
         std::int32_t number;
-        const char16_t* source;
-        const char16_t* description;
+        const char* member;
+        const char* description;
     };
     const Case cases[] = {
-        {[&] { guid->IsEqualGUID(unbraced, unbraced); }, -2147217504, u"VlGeneralServices.GUID.IsEqualGUID",
-         u"Error Converting sGUID1 from String"},
-        {[&] { guid->IsEqualGUID(text, u"VlGeneralServices.GUID"); }, -2147217504,
-         u"VlGeneralServices.GUID.IsEqualGUID", u"Error Converting sGUID2 from String"},
-        {[&] { guid->GUIDFromProgID(u"NoSuch.Class"); }, -2147217503,
-         u"VlGeneralServices.GUID.GUIDFromProgID", u"Error Converting ProgID to GUID"},
-        {[&] { guid->ProgIDFromGUID(u""); }, -2147217504, u"VlGeneralServices.GUID.ProgIDFromGUID",
-         u"Error Converting sGUID from String"},
-        {[&] { guid->ProgIDFromGUID(text); }, -2147217501, u"VlGeneralServices.GUID.ProgIDFromGUID",
-         u"Error Converting ProgID to CLSID"},
+        {[&] { guid->IsEqualGUID(unbraced, unbraced); }, -2147217504, "IsEqualGUID",
+         "Error Converting sGUID1 from String"},
+        {[&] { guid->IsEqualGUID(text, u"VlGeneralServices.GUID"); }, -2147217504, "IsEqualGUID",
+         "Error Converting sGUID2 from String"},
+        {[&] { guid->GUIDFromProgID(u"NoSuch.Class"); }, -2147217503, "GUIDFromProgID",
+         "Error Converting ProgID to GUID"},
+        {[&] { guid->ProgIDFromGUID(u""); }, -2147217504, "ProgIDFromGUID",
+         "Error Converting sGUID from String"},
+        {[&] { guid->ProgIDFromGUID(text); }, -2147217501, "ProgIDFromGUID",
+         "Error Converting ProgID to CLSID"},
     };
-    for (const auto& [act, number, source, description] : cases) {
-        try {
-            act();
-            ADD_FAILURE() << "no error " << number;
-        } catch (const Error& error) {
-            EXPECT_EQ(error.number(), number);
-            EXPECT_EQ(error.source(), source);
-            EXPECT_EQ(error.description(), description);
-        }
-    }
+    for (const auto& [act, number, member, description] : cases)
+        EXPECT_EQ(raised(act),
+                  (Raised{number, std::string("VlGeneralServices.GUID.") + member, description}));
 }
 
 } // namespace
-} // namespace vlgs
+} // namespace vlgs::test

@@ -8,10 +8,9 @@
 
 #include <optional>
 
-namespace vlgs {
+namespace vlgs::test {
 namespace {
 
-using test::errorOf;
 using Longs = std::vector<std::int32_t>;
 
 Variant longs(std::int32_t lower, const Longs& values) {
@@ -199,4 +198,4 @@ TEST(ParseDelimitedString, TrimsTheCallersText) {
 }
 
 } // namespace
-} // namespace vlgs
+} // namespace vlgs::test

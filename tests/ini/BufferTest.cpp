@@ -5,10 +5,8 @@
 
 #include <vector>
 
-namespace vlgs {
+namespace vlgs::test {
 namespace {
-
-using test::errorOf;
 
 std::vector<std::string> texts(const Variant& value) {
     std::vector<std::string> result;
@@ -137,4 +135,4 @@ TEST(Buffer, GrowsInLinearTime) {
 }
 
 } // namespace
-} // namespace vlgs
+} // namespace vlgs::test

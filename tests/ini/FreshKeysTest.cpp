@@ -10,12 +10,8 @@
 
 #include <random>
 
-namespace vlgs {
+namespace vlgs::test {
 namespace {
-
-using test::raised;
-using test::Scratch;
-using test::Setting;
 
 // Several of these are the same name; U+212A is another "k", U+017F another "s".
 constexpr std::u16string_view words[] = {u"k",      u"K",     u"\u212A",    u"s\u017F", u"SS", u"Größe",
@@ -230,4 +226,4 @@ TEST(FreshKeys, BehaveLikeAGeneralStore) {
 }
 
 } // namespace
-} // namespace vlgs
+} // namespace vlgs::test

@@ -1,4 +1,4 @@
-#include "ini/INIFile.h"
+#include "Document.h"
 #include "automation/LateBound.h"
 #include "frame/Errors.h"
 #include "platform/Files.h"
@@ -7,23 +7,8 @@
 
 #include <gtest/gtest.h>
 
-namespace vlgs {
+namespace vlgs::test {
 namespace {
-
-using test::errorOf;
-using test::messageError;
-using test::raised;
-using test::Scratch;
-
-std::string stream(const INIFile& document) {
-    return document.GetStream2(eStream_String, u"|").text().toUtf8();
-}
-
-Ref<INIFile> documentAt(const String& path) {
-    auto document = make<INIFile>();
-    document->SetFullPath(path);
-    return document;
-}
 
 TEST(INIFile, FindsWhatItCreatedInAnyCase) {
     const auto document = make<INIFile>();
@@ -69,11 +54,11 @@ TEST(INIFile, AnswersEmptyForWhatIsNotThere) {
 TEST(INIFile, RefusesBlankNamesBeforeCreatingAnything) {
     const auto document = make<INIFile>();
     EXPECT_EQ(raised([&] { document->CreateSection(u"", missing, missing); }),
-              (test::Raised{messageError(11508), "VlGeneralServices.INIFile.CreateSection",
-                            raised([] { raiseMessage(u"", 11508); }).description}));
+              (Raised{messageError(11508), "VlGeneralServices.INIFile.CreateSection",
+                      raised([] { raiseMessage(u"", 11508); }).description}));
     EXPECT_EQ(raised([&] { document->CreateKey(u"S", u"", u"v", missing, missing); }),
-              (test::Raised{messageError(11510), "VlGeneralServices.INIFile.CreateKey",
-                            raised([] { raiseMessage(u"", 11510); }).description}));
+              (Raised{messageError(11510), "VlGeneralServices.INIFile.CreateKey",
+                      raised([] { raiseMessage(u"", 11510); }).description}));
     EXPECT_EQ(document->TotalKeyCount(), 0);
     EXPECT_EQ(document->Count(), 0);
 }
@@ -90,10 +75,9 @@ TEST(INIFile, PlacesNewMembersBeforeAndAfterOthers) {
 
     for (const auto& [before, after, number] :
          {std::tuple<Variant, Variant, int>{u"none", missing, 5}, {1, 1, 5}, {9, missing, 5}}) {
-        const auto error =
-            raised([&, &before = before, &after = after] { document->CreateSection(u"D", before, after); });
-        EXPECT_EQ(error.number, number);
-        EXPECT_EQ(error.source, "");
+        EXPECT_TRUE(raises(number, "", "", [&, &before = before, &after = after] {
+            document->CreateSection(u"D", before, after);
+        }));
         const auto key = document->CreateKey(u"B", u"lost", u"v", before, after);
         EXPECT_EQ(key->Value(), Variant(u"v"));
     }
@@ -201,14 +185,13 @@ TEST(INIFile, LockKeepsWritersOfOtherDocumentsOut) {
 TEST(INIFile, ASecondLockLeavesTheFirstToTheEndOfTheProcess) {
     const Scratch scratch;
     scratch.write("a.ini", "");
-    const int status = test::finish(test::start([&] {
-        const auto document = documentAt(scratch.path("a.ini"));
-        document->SetLocked(true);
-        document->SetLocked(true);
-        document->SetLocked(false);
-        return !document->Locked() && !document->Delete() ? 0 : 1;
-    }));
-    EXPECT_EQ(status, 0);
+    EXPECT_EQ(1, elsewhere([&] {
+                  const auto document = documentAt(scratch.path("a.ini"));
+                  document->SetLocked(true);
+                  document->SetLocked(true);
+                  document->SetLocked(false);
+                  return !document->Locked() && !document->Delete();
+              }));
     EXPECT_TRUE(documentAt(scratch.path("a.ini"))->Delete());
 }
 
@@ -245,4 +228,4 @@ TEST(INIFile, WorksLateBound) {
 }
 
 } // namespace
-} // namespace vlgs
+} // namespace vlgs::test

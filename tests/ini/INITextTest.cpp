@@ -1,4 +1,4 @@
-#include "ini/INIText.h"
+#include "Document.h"
 #include "platform/CodePage.h"
 #include "platform/Files.h"
 #include "platform/Scratch.h"
@@ -11,17 +11,8 @@
 #include <unistd.h>
 #include <utility>
 
-namespace vlgs {
+namespace vlgs::test {
 namespace {
-
-using test::messageError;
-using test::raised;
-using test::Scratch;
-using test::Setting;
-
-std::string stream(const INIFile& document) {
-    return document.GetStream2(eStream_String, u"|").text().toUtf8();
-}
 
 String joined(std::initializer_list<const char16_t*> lines) {
     String text;
@@ -64,12 +55,11 @@ TEST(INIText, ReadsIntoWhatTheDocumentHolds) {
 
 TEST(INIText, StopsAtANamelessKeyOrSection) {
     for (const auto* line : {u"=x", u"  =x", u"[]", u"[ ]"}) {
-        const auto document = make<INIFile>();
-        document->SetFullPath(u"C:\\p\\a.ini");
-        const auto error = raised([&] { document->PutStream(joined({u"[A]", u"k=1", line, u"l=2"})); });
-        EXPECT_EQ(error.number, messageError(11513));
-        EXPECT_EQ(error.source, "VlGeneralServices.modFiles.g_RetrieveINIFile");
-        EXPECT_NE(error.description.find("\r\nC:\\p\\a.ini\r\n"), std::string::npos);
+        const auto document = documentAt(u"C:\\p\\a.ini");
+        const auto putStream = [&] { document->PutStream(joined({u"[A]", u"k=1", line, u"l=2"})); };
+        EXPECT_TRUE(
+            raises(messageError(11513), "VlGeneralServices.modFiles.g_RetrieveINIFile", "", putStream));
+        EXPECT_NE(raised(putStream).description.find("\r\nC:\\p\\a.ini\r\n"), std::string::npos);
         EXPECT_EQ(stream(*document), "|[A]|k=1||");
     }
 }
@@ -87,9 +77,8 @@ TEST(INIText, IsStreamedInEveryForm) {
     EXPECT_EQ(document->GetStream(false), Variant(u"[A]x=1[B]y=2"));
 
     document->Sections()->Add(u"a caller's text", u"C");
-    const auto error = raised([&] { document->GetStream(true); });
-    EXPECT_EQ(error.number, messageError(11517));
-    EXPECT_EQ(error.source, "VlGeneralServices.modFiles.g_GetStreamFromINI");
+    EXPECT_TRUE(raises(messageError(11517), "VlGeneralServices.modFiles.g_GetStreamFromINI", "",
+                       [&] { document->GetStream(true); }));
 }
 
 TEST(INIText, IsReadInTheCodePageOrAsItsMarkSays) {
@@ -116,9 +105,7 @@ TEST(INIText, IsReadInTheCodePageOrAsItsMarkSays) {
         if (std::to_string(CodePage::system().number()) != page)
             continue; // Windows keeps to its own
         scratch.write("a.ini", content);
-        const auto document = make<INIFile>();
-        readFileInto(*document, scratch.path("a.ini"));
-        EXPECT_EQ(stream(*document), expected);
+        EXPECT_EQ(stream(*documentFrom(scratch.path("a.ini"))), expected);
     }
 }
 
@@ -126,7 +113,7 @@ TEST(INIText, OfAFileThatCannotBeReadIsTold) {
     const Scratch scratch;
     ::mkfifo(scratch.host("endless").c_str(), 0600);
     const int pipe = ::open(scratch.host("endless").c_str(), O_RDWR); // else it has no writer for an instant
-    const auto writer = test::start([&] {
+    const auto writer = start([&] {
         const std::string piece(1u << 16, 'x');
         while (::write(pipe, piece.data(), piece.size()) > 0)
             ;
@@ -136,13 +123,13 @@ TEST(INIText, OfAFileThatCannotBeReadIsTold) {
                                                     {u"/dev/zero", "Permission denied"},
                                                     {scratch.path("endless"), "Out of memory"}};
     for (const auto& [path, cause] : cases) {
-        const auto error = raised([&] { readFileInto(*make<INIFile>(), path); });
+        const auto error = raised([&] { documentFrom(path); });
         EXPECT_EQ(error.number, messageError(11513));
         EXPECT_EQ(error.source, "VlGeneralServices.modFiles.g_RetrieveINIFile");
         EXPECT_NE(error.description.find(cause), std::string::npos) << error.description;
     }
     ::kill(writer, SIGKILL);
-    test::finish(writer);
+    finish(writer);
     ::close(pipe);
 }
 
@@ -153,8 +140,7 @@ TEST(INIText, LinesMayCrossEveryChunk) {
         std::string text(65530 + shift, '#');
         text.append("\r\n[A]\r\nk=").append(value).append("\r\nl=2\r\n");
         scratch.write("a.ini", text);
-        const auto document = make<INIFile>();
-        readFileInto(*document, scratch.path("a.ini"));
+        const auto document = documentFrom(scratch.path("a.ini"));
         EXPECT_EQ(document->KeyValue(u"A", u"k").toUtf8(), value);
         EXPECT_EQ(document->KeyValue(u"A", u"l"), u"2");
     }
@@ -163,8 +149,7 @@ TEST(INIText, LinesMayCrossEveryChunk) {
 TEST(INIText, SavedIsWhatIsRead) {
     const Scratch scratch;
     const Setting setting("VLGS_CODEPAGE", "1252");
-    const auto document = make<INIFile>();
-    document->SetFullPath(scratch.path("a.ini"));
+    const auto document = documentAt(scratch.path("a.ini"));
     document->PutStream(u"[Ä]\r\nx= 1 \r\ny=€\r\n[B]\r\nz=3");
     EXPECT_TRUE(document->Save(u""));
     EXPECT_EQ(scratch.read("a.ini"), "\r\n[\xC4]\r\nx= 1 \r\ny=\x80\r\n\r\n[B]\r\nz=3\r\n\r\n");
@@ -173,14 +158,11 @@ TEST(INIText, SavedIsWhatIsRead) {
     document->Clear();
     EXPECT_TRUE(document->Save(u""));
     EXPECT_EQ(scratch.read("b.ini"), "\r\n");
-    const auto again = make<INIFile>();
-    readFileInto(*again, scratch.path("a.ini"));
-    EXPECT_EQ(stream(*again), "|[Ä]|x= 1 |y=€||[B]|z=3||");
+    EXPECT_EQ(stream(*documentFrom(scratch.path("a.ini"))), "|[Ä]|x= 1 |y=€||[B]|z=3||");
 }
 
 TEST(INIText, ADocumentThatIsBoundByAHostsOwnPathHasUsefulParts) {
-    const auto document = make<INIFile>();
-    document->SetFullPath(u"/srv/projects/demo.VLS");
+    const auto document = documentAt(u"/srv/projects/demo.VLS");
     EXPECT_EQ(document->Filename(), u"demo.VLS");
     EXPECT_EQ(document->FileDirectory(), u"C:\\srv\\projects");
     EXPECT_EQ(document->FullPath(), u"C:\\srv\\projects\\demo.VLS");
@@ -192,8 +174,7 @@ TEST(INIText, AFailedSaveTouchesNothing) {
     scratch.write("a.ini", "old");
     scratch.write("readonly.ini", "old");
     setAttributes(scratch.path("readonly.ini"), FileAttributes::ReadOnly);
-    const auto document = make<INIFile>();
-    document->SetFullPath(scratch.path("a.ini"));
+    const auto document = documentAt(scratch.path("a.ini"));
     const auto refused = [&](const String& path) {
         document->SetLocked(true);
         const auto error = raised([&] { document->Save(path); });
@@ -249,9 +230,7 @@ TEST(INIText, BytesThatAreNoTextAreNeverSavedOver) {
         if (std::to_string(CodePage::system().number()) != page)
             continue; // Windows keeps to its own
         scratch.write("a.ini", content);
-        const auto document = make<INIFile>();
-        document->SetFullPath(scratch.path("a.ini"));
-        readFileInto(*document, scratch.path("a.ini"));
+        const auto document = documentFrom(scratch.path("a.ini"));
         const auto clone = document->Clone(scratch.path("./A.INI"));
         for (const auto& each : {document, clone}) {
             const auto error = raised([&] { each->Save(u""); });
@@ -276,9 +255,7 @@ TEST(INIText, AHiddenFileStaysHiddenAndNothingElse) {
         setAttributes(path, FileAttributes::Hidden | others);
         if (!has(attributes(path), FileAttributes::Hidden))
             GTEST_SKIP() << "the file system keeps no such attributes";
-        const auto document = make<INIFile>();
-        document->SetFullPath(path);
-        EXPECT_TRUE(document->Save(u""));
+        EXPECT_TRUE(documentAt(path)->Save(u""));
         EXPECT_EQ(attributes(path), FileAttributes::Hidden);
         EXPECT_EQ(scratch.read("a.ini"), "\r\n");
         deleteFile(path);
@@ -298,9 +275,9 @@ TEST(INIText, HostileInputIsReadInLinearTime) {
          {manySections, sameName, brackets, std::string(8'000'000, '\n'), std::string(4'000'000, '\0'),
           "[A]\n" + std::string(4'000'000, ' ') + "k=1"}) {
         scratch.write("a.ini", content);
-        readFileInto(*make<INIFile>(), scratch.path("a.ini"));
+        documentFrom(scratch.path("a.ini"));
     }
 }
 
 } // namespace
-} // namespace vlgs
+} // namespace vlgs::test

@@ -10,10 +10,8 @@
 #include <algorithm>
 #include <map>
 
-namespace vlgs {
+namespace vlgs::test {
 namespace {
-
-using test::errorOf;
 
 TEST(Classes, UnknownNamesCannotBeCreated) {
     for (const char16_t* name : {u"", u"VlGeneralServices", u"VlGeneralServices.",
@@ -111,4 +109,4 @@ TEST(Classes, RowsTellWhatTheirMembersAndParametersMean) {
 }
 
 } // namespace
-} // namespace vlgs
+} // namespace vlgs::test

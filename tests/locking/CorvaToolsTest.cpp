@@ -10,13 +10,8 @@
 #include <spawn.h>
 #include <sys/stat.h>
 
-namespace vlgs {
+namespace vlgs::test {
 namespace {
-
-using test::errorOf;
-using test::messageError;
-using test::raised;
-using test::Scratch;
 
 constexpr const char* guidText = "{6D0C33A1-5B0B-4B52-9E0B-2C1F0C5A7EAF}";
 const std::string lockName = std::string("rw") + guidText + ".~sd";
@@ -73,7 +68,7 @@ TEST_F(DocumentLocks, AreHeldByProgramsThatKnowNothingOfThisLibrary) {
     const bool seen = locked();
     const bool kept = exists(lockName);
     ::kill(program, SIGKILL);
-    test::finish(program);
+    finish(program);
     EXPECT_TRUE(seen);
     EXPECT_TRUE(kept);
     EXPECT_FALSE(locked());
@@ -142,7 +137,7 @@ TEST(CorvaToolsHash, IsTheOneThatCallersStored) {
     };
     const auto tools = make<CorvaTools>();
     for (const auto& [page, text, hash] : cases) {
-        const test::Setting setting("VLGS_CODEPAGE", page);
+        const Setting setting("VLGS_CODEPAGE", page);
         String value = text;
         EXPECT_EQ(tools->Hash(value), hash) << value.toUtf8();
         EXPECT_EQ(value, text);
@@ -153,11 +148,10 @@ TEST(CorvaToolsViewProperties, RaiseWhatTheReaderRaises) {
     const auto tools = make<CorvaTools>();
     EXPECT_EQ(tools->RetrieveViewProperties(u"A=/i1")->PropertyString(), u"A=/i1;");
     EXPECT_EQ(tools->RetrieveViewProperties(Variant())->Dictionary()->Count(), 0);
-    const auto failure = raised([&] { tools->RetrieveViewProperties(u"A"); });
-    EXPECT_EQ(failure.number, messageError(11519));
-    EXPECT_EQ(failure.source, "VlGeneralServices.modViewProperties.g_BuildPropertyObject");
+    EXPECT_TRUE(raises(messageError(11519), "VlGeneralServices.modViewProperties.g_BuildPropertyObject", "",
+                       [&] { tools->RetrieveViewProperties(u"A"); }));
     EXPECT_EQ(errorOf([&] { tools->RetrieveViewProperties(null); }), 94);
 }
 
 } // namespace
-} // namespace vlgs
+} // namespace vlgs::test

@@ -12,11 +12,8 @@
 #include <thread>
 #include <vector>
 
-namespace vlgs {
+namespace vlgs::test {
 namespace {
-
-using test::raised;
-using test::Scratch;
 
 constexpr const char16_t* documentId = u"{6d0c33a1-5b0b-4b52-9e0b-2c1f0c5a7eaf}";
 constexpr const char16_t* otherId = u"{00000000-5b0b-4b52-9e0b-2c1f0c5a7eaf}";
@@ -238,4 +235,4 @@ TEST_F(TakingLocks, OfManyAtOnceOneWins) {
 }
 
 } // namespace
-} // namespace vlgs
+} // namespace vlgs::test

@@ -12,14 +12,8 @@
 #include <thread>
 #include <utility>
 
-namespace vlgs {
-
+namespace vlgs::test {
 namespace {
-
-using test::errorOf;
-using test::finish;
-using test::Scratch;
-using test::start;
 
 class Holding : public ::testing::Test {
   protected:
@@ -27,7 +21,7 @@ class Holding : public ::testing::Test {
 
     /// Whether another process of this library can write, and delete, the file.
     bool isFree() const {
-        return finish(start([&] { return errorOf([&] { replaceFile(path, "new"); }); })) == 0;
+        return elsewhere([&] { return errorOf([&] { replaceFile(path, "new"); }); }) == 0;
     }
     int errorOfHold() const {
         return errorOf([&] { FileHold::denyingWriters(path); });
@@ -138,12 +132,11 @@ TEST_F(Holding, EndsWithItsProcessHoweverThatEnds) {
 
 TEST_F(Holding, PassesToNoChild) {
     auto hold = FileHold::denyingWriters(path);
-    EXPECT_EQ(finish(start([&] {
-                  const bool held = hold.held();
-                  hold.release();
-                  return held ? 1 : 0;
-              })),
-              0);
+    EXPECT_FALSE(elsewhere([&] {
+        const bool held = hold.held();
+        hold.release();
+        return held;
+    }));
     EXPECT_FALSE(isFree()) << "a child's copy of the object is not the hold";
     hold.release();
 
@@ -251,5 +244,4 @@ TEST_F(Holding, LetsNoSignalReachTheProgram) {
 }
 
 } // namespace
-
-} // namespace vlgs
+} // namespace vlgs::test

@@ -10,12 +10,9 @@
 #include <sys/statvfs.h>
 #include <sys/xattr.h>
 
-namespace vlgs {
-
+namespace vlgs::test {
 namespace {
 
-using test::errorOf;
-using test::Scratch;
 using enum FileAttributes;
 
 mode_t modeOf(const std::string& path) {
@@ -211,7 +208,7 @@ TEST(Module, LiesWhereTheLibraryWasLoadedFrom) {
 
 TEST(Environment, IsReadAtTheMoment) {
     EXPECT_FALSE(environmentVariable(u"VLGS_TEST_VARIABLE"));
-    const test::Setting setting("VLGS_TEST_VARIABLE", "größer");
+    const Setting setting("VLGS_TEST_VARIABLE", "größer");
     EXPECT_EQ(environmentVariable(u"VLGS_TEST_VARIABLE"), u"größer");
 }
 
@@ -235,5 +232,4 @@ TEST(Environment, IsNotReadByAProgramWithMoreRightsThanItsUser) {
 }
 
 } // namespace
-
-} // namespace vlgs
+} // namespace vlgs::test

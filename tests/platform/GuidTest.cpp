@@ -4,8 +4,7 @@
 
 #include <set>
 
-namespace vlgs {
-
+namespace vlgs::test {
 namespace {
 
 TEST(Guid, TextIsReadStrictly) {
@@ -25,11 +24,11 @@ TEST(Guid, IsNewInEveryProcess) {
     int ends[2];
     ASSERT_EQ(::pipe(ends), 0);
     for (int child = 0; child < 4; ++child)
-        test::finish(test::start([&] {
+        elsewhere([&] {
             for (int i = 0; i < 20; ++i)
                 (void)!::write(ends[1], createGuid().bytes.data(), 16);
             return 0;
-        }));
+        });
     ::close(ends[1]);
     for (char bytes[16]; ::read(ends[0], bytes, 16) == 16;) {
         EXPECT_EQ(bytes[6] & 0xF0, 0x40);
@@ -41,5 +40,4 @@ TEST(Guid, IsNewInEveryProcess) {
 }
 
 } // namespace
-
-} // namespace vlgs
+} // namespace vlgs::test

@@ -1,10 +1,9 @@
 // Keys and values, their text form, and what holds when several processes change a hive or are killed.
 #include "platform/Registry.h"
 
-#include "Scratch.h"
+#include "OtherProcess.h"
 #include "platform/ComponentRegistration.h"
 
-#include <csignal>
 #include <fcntl.h>
 #include <gtest/gtest.h>
 #include <random>
@@ -13,12 +12,9 @@
 #include <sys/stat.h>
 #include <vector>
 
-namespace vlgs {
+namespace vlgs::test {
 namespace {
 
-using test::finish;
-using test::Scratch;
-using test::start;
 using enum RegistryStatus;
 
 constexpr std::uint32_t fullAccess = 0x2003F;
@@ -92,7 +88,6 @@ class Registry : public testing::Test {
 
 // Another user's folder takes no new file, so a form without additions is once written over.
 TEST_F(Registry, AHiveOfAnyFormIsChangedInPlaceWhereTheFolderIsClosed) {
-    constexpr uid_t nobody = 65534;
     if (::geteuid() != 0)
         GTEST_SKIP() << "needs to act as another user";
     ::chmod(scratch_.folder().c_str(), 0755);
@@ -102,16 +97,11 @@ TEST_F(Registry, AHiveOfAnyFormIsChangedInPlaceWhereTheFolderIsClosed) {
         setContent(text);
         ::chmod(scratch_.host("r").c_str(), 0755);
         ::chmod(scratch_.host("r/" + hiveFile).c_str(), 0666);
-        EXPECT_EQ(finish(start([&] {
-                      if (::setgid(nobody) != 0 || ::setuid(nobody) != 0)
-                          return 1;
-                      const auto key = open(u"A");
+        EXPECT_EQ(1, elsewhere([&] {
+                      const auto key = becomeNobody() ? open(u"A") : RegistryKey();
                       return key.set(u"v", textData(u"w")) == Success &&
-                                     key.set(u"x", textData(u"y")) == Success
-                                 ? 0
-                                 : 2;
-                  })),
-                  0);
+                             key.set(u"x", textData(u"y")) == Success;
+                  }));
         EXPECT_EQ(query(open(u"A"), u"o"), textData(u"1"));
         EXPECT_EQ(query(open(u"A"), u"v"), textData(u"w"));
         EXPECT_EQ(valueNames(open(u"A")).size(), 3u);
@@ -305,7 +295,7 @@ TEST_F(Registry, NamesAreFoundInAnyCaseAndKeptAsWritten) {
 TEST_F(Registry, SeesWhatOtherProgramsDoToTheFile) {
     create(u"A");
     const auto before = content();
-    EXPECT_EQ(finish(start([] { return create(u"B").set(u"v", textData(u"w")) == Success ? 0 : 1; })), 0);
+    EXPECT_EQ(1, elsewhere([] { return create(u"B").set(u"v", textData(u"w")) == Success; }));
     EXPECT_EQ(query(open(u"B"), u"v"), textData(u"w"));
     auto edited = content();
     edited.replace(edited.rfind('w'), 1, "x");
@@ -409,10 +399,7 @@ TEST_F(Registry, AKilledWriterTearsAndLosesNothing) {
     create(u"K").set(u"even", textData(u"kept"));
     std::mt19937 random(1);
     for (int round = 0; round < 300; ++round) {
-        const auto child = start([&] { return writeUntilKilled(progress); });
-        ::usleep(static_cast<useconds_t>(random() % 4000));
-        ::kill(child, SIGKILL);
-        ASSERT_EQ(finish(child), -1);
+        killAtWork(std::chrono::microseconds(random() % 4000), [&] { return writeUntilKilled(progress); });
         const auto key = open(u"K");
         RegistryData number;
         RegistryData blob;
@@ -481,4 +468,4 @@ TEST_F(Registry, ComponentsAreRegisteredUnderTheClassesRoot) {
 }
 
 } // namespace
-} // namespace vlgs
+} // namespace vlgs::test

@@ -1,9 +1,8 @@
-#include "Scratch.h"
+#include "OtherProcess.h"
 #include "platform/FileHold.h"
 #include "platform/Files.h"
 
 #include <cerrno>
-#include <csignal>
 #include <fcntl.h>
 #include <sched.h>
 #include <sys/mount.h>
@@ -12,18 +11,10 @@
 #include <sys/xattr.h>
 #include <thread>
 
-namespace vlgs {
-
+namespace vlgs::test {
 namespace {
 
-using test::errorOf;
-using test::finish;
-using test::Scratch;
-using test::Setting;
-using test::start;
-
 constexpr int skipped = 77;
-constexpr uid_t nobody = 65534;
 
 struct stat statusOf(const std::string& path) {
     struct stat status {};
@@ -162,17 +153,16 @@ int failsWholly(const Scratch& scratch, std::size_t size) {
 TEST(Replacing, LeavesTheOldFileWholeWhenASizeLimitIsMet) {
     const Scratch scratch;
     scratch.write("f", "old");
-    EXPECT_EQ(finish(start([&] {
+    EXPECT_EQ(0, elsewhere([&] {
                   const rlimit limit{65536, 65536};
                   ::setrlimit(RLIMIT_FSIZE, &limit);
                   return failsWholly(scratch, 100000);
-              })),
-              0);
+              }));
 }
 
 TEST(Replacing, LeavesTheOldFileWholeWhenTheDiskIsFull) {
     const Scratch scratch;
-    const int result = finish(start([&] {
+    const int result = elsewhere([&] {
         if (::unshare(CLONE_NEWNS) != 0 || ::mount("none", "/", nullptr, MS_REC | MS_PRIVATE, nullptr) != 0 ||
             ::mount("tmpfs", scratch.folder().c_str(), "tmpfs", 0, "size=128k") != 0)
             return skipped;
@@ -181,13 +171,13 @@ TEST(Replacing, LeavesTheOldFileWholeWhenTheDiskIsFull) {
         // In place as well: the folder takes no new file, and the old one finds no room to grow.
         ::chmod(scratch.folder().c_str(), 0555);
         ::chmod(scratch.host("f").c_str(), 0666);
-        if (status == 0 &&
-            (::setgid(nobody) != 0 || ::setuid(nobody) != 0 ||
-             errorOf([&] { replaceFile(scratch.path("f"), std::string(200000, 'n')); }) != 61 ||
-             scratch.read("f") != "old"))
+        if (status == 0 && (!becomeNobody() || errorOf([&] {
+                                                   replaceFile(scratch.path("f"), std::string(200000, 'n'));
+                                               }) != 61 ||
+                            scratch.read("f") != "old"))
             status = 3;
         return status;
-    }));
+    });
     if (result == skipped)
         GTEST_SKIP() << "no small file system may be mounted here";
     EXPECT_EQ(result, 0);
@@ -208,15 +198,14 @@ TEST(Replacing, WritesInPlaceWhereTheFolderTakesNoNewFile) {
     ::chmod(scratch.host("mine").c_str(), 0444);
     ASSERT_EQ(::chown(scratch.host("mine").c_str(), nobody, nobody), 0);
     const auto inode = statusOf(scratch.host("f")).st_ino;
-    EXPECT_EQ(finish(start([&] {
-                  if (::setgid(nobody) != 0 || ::setuid(nobody) != 0)
+    EXPECT_EQ(70, elsewhere([&] {
+                  if (!becomeNobody())
                       return 1;
                   replaceFile(scratch.path("f"), "new");
                   replaceFile(open.path("theirs"), "new");
                   replaceFile(scratch.path("mine"), "new", {{}, true});
-                  return errorOf([&] { replaceFile(scratch.path("g"), "x"); }) == 70 ? 0 : 2;
-              })),
-              0);
+                  return errorOf([&] { replaceFile(scratch.path("g"), "x"); });
+              }));
     EXPECT_EQ(scratch.read("f"), "new");
     EXPECT_EQ(statusOf(scratch.host("f")).st_ino, inode);
     EXPECT_EQ(open.read("theirs"), "new");
@@ -230,14 +219,11 @@ void killSavers(const Scratch& scratch) {
     const std::string contents[] = {std::string(70000, 'a'), std::string(200000, 'b')};
     replaceFile(scratch.path("f"), contents[0]);
     for (int i = 0; i < 300; ++i) {
-        const auto child = start([&] {
+        killAtWork(std::chrono::microseconds(300 + i * 37 % 2000), [&] {
             for (int n = 0;; ++n)
                 replaceFile(scratch.path("f"), contents[n % 2]);
             return 0;
         });
-        std::this_thread::sleep_for(std::chrono::microseconds(300 + i * 37 % 2000));
-        ::kill(child, SIGKILL);
-        EXPECT_EQ(finish(child), -1);
         const auto content = readFile(scratch.path("f"));
         ASSERT_TRUE(content == contents[0] || content == contents[1]) << content.size();
     }
@@ -249,11 +235,10 @@ TEST(Replacing, SurvivesBeingKilledAtAnyMoment) {
     for (const auto& entry : std::filesystem::directory_iterator(scratch.folder()))
         std::filesystem::last_write_time(entry, std::filesystem::file_time_type::clock::now() -
                                                     std::chrono::hours(1));
-    EXPECT_EQ(finish(start([&] {
+    EXPECT_EQ(0, elsewhere([&] {
                   std::thread([&] { replaceFile(scratch.path("f"), "last"); }).join();
                   return 0;
-              })),
-              0);
+              }));
     EXPECT_EQ(scratch.entries(), 1u) << "what the killed ones have left is cleared away";
 }
 
@@ -281,16 +266,12 @@ TEST(Replacing, WhatOthersWroteAfterAKillStays) {
     };
     replaceFile(scratch.path("f"), "x");
     EXPECT_EQ(copies(), 0);
-    for (int i = 0; i < 2000 && copies() == 0; ++i) {
-        const auto child = start([&] {
+    for (int i = 0; i < 2000 && copies() == 0; ++i)
+        killAtWork(std::chrono::milliseconds(2), [&] {
             for (int n = 0;; ++n)
                 replaceFile(scratch.path("f"), std::string(200000, static_cast<char>('a' + n % 26)));
             return 0;
         });
-        std::this_thread::sleep_for(std::chrono::milliseconds(2));
-        ::kill(child, SIGKILL);
-        finish(child);
-    }
     ASSERT_GT(copies(), 0);
     scratch.write("f", "another program's");
     EXPECT_EQ(readFile(scratch.path("g")), "another program's");
@@ -316,5 +297,4 @@ TEST(Replacing, ByManyAtOnceGivesTheContentOfOne) {
 }
 
 } // namespace
-
-} // namespace vlgs
+} // namespace vlgs::test

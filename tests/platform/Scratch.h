@@ -71,4 +71,10 @@ inline int finish(pid_t child) {
     return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
 }
 
+/// What some work answers in a process of its own.
+template <class Work>
+int elsewhere(const Work& work) {
+    return finish(start(work));
+}
+
 } // namespace vlgs::test

@@ -6,13 +6,8 @@
 #include <optional>
 #include <random>
 
-namespace vlgs {
-
+namespace vlgs::test {
 namespace {
-
-using test::errorOf;
-using test::Scratch;
-using test::Setting;
 
 struct Case {
     const char16_t* path;
@@ -206,5 +201,4 @@ TEST(Volumes, TheHostsOwnPathsGetTheirLibraryForm) {
 }
 
 } // namespace
-
-} // namespace vlgs
+} // namespace vlgs::test

@@ -9,10 +9,8 @@
 #include <gtest/gtest.h>
 #include <vector>
 
-namespace vlgs {
+namespace vlgs::test {
 namespace {
-
-using test::Scratch;
 
 /// A caller's collection that raises its failures, as the run time's own does.
 class Raising final : public Object {
@@ -278,4 +276,4 @@ TEST_F(RegUtilTest, TheDefaultValueIsListedOnly) {
 }
 
 } // namespace
-} // namespace vlgs
+} // namespace vlgs::test

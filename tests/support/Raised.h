@@ -3,6 +3,8 @@
 
 #include "base/Error.h"
 
+#include <gtest/gtest.h>
+
 #include <cstdint>
 #include <ostream>
 #include <string>
@@ -34,6 +36,17 @@ Raised raised(Action&& action) {
 template <class Action>
 std::int32_t errorOf(Action&& action) {
     return raised(action).number;
+}
+
+/// Whether an action raises this number under this source, with a description that ends so:
+/// `EXPECT_TRUE(raises(9, "A.B", "", [&] { files->BuildPath(…); }))`.
+template <class Action>
+testing::AssertionResult raises(std::int32_t number, std::string_view source, std::string_view ending,
+                                Action&& action) {
+    const Raised found = raised(action);
+    if (found.number == number && found.source == source && found.description.ends_with(ending))
+        return testing::AssertionSuccess();
+    return testing::AssertionFailure() << "raised " << found;
 }
 
 /// The number of the error that tells a message.

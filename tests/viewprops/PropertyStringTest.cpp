@@ -8,14 +8,12 @@
 
 #include <gtest/gtest.h>
 
-namespace vlgs {
+namespace vlgs::test {
 namespace {
 
-using test::Raised;
-using test::raised;
-
-constexpr std::int32_t errorReading = objectErrorBase + 11519;
-constexpr std::int32_t quotesNotEven = objectErrorBase + 11520;
+std::string endingOf(RunTimeError cause) {
+    return "\r\n" + Error(cause).description().toUtf8();
+}
 
 std::string shown(const Variant& value);
 
@@ -117,19 +115,17 @@ TEST(PropertyString, FailuresNameTheReaderAndTheirCause) {
         {"M=/d(/i1-/i2,/i1-/i3)", RunTimeError::KeyAlreadyPresent},
     };
     for (const auto& [text, cause] : cases) {
-        const auto failure = raised([&, given = text] { read(given); });
-        EXPECT_EQ(failure.number, errorReading) << text;
-        EXPECT_EQ(failure.source, "VlGeneralServices.modViewProperties.g_BuildPropertyObject");
-        EXPECT_TRUE(failure.description.ends_with("\r\n" + Error(cause).description().toUtf8())) << failure;
+        EXPECT_TRUE(raises(messageError(11519), "VlGeneralServices.modViewProperties.g_BuildPropertyObject",
+                           endingOf(cause), [given = text] { read(given); }))
+            << text;
     }
 }
 
 TEST(PropertyString, QuotesThatAreNotEvenFailWithTheWholeInput) {
     for (const std::string text : {"\"", "A=/s\"a\"\"", "A=/sx;\"", "A;\"\"\""}) {
-        const auto failure = raised([&] { read(text.c_str()); });
-        EXPECT_EQ(failure.number, quotesNotEven) << text;
-        EXPECT_EQ(failure.source, "VlGeneralServices.modViewProperties.TokenizeQuotedSubStrings_");
-        EXPECT_TRUE(failure.description.ends_with("\r\nData= [" + text + "]")) << failure;
+        EXPECT_TRUE(raises(messageError(11520),
+                           "VlGeneralServices.modViewProperties.TokenizeQuotedSubStrings_",
+                           "\r\nData= [" + text + "]", [&] { read(text.c_str()); }));
     }
 }
 
@@ -216,10 +212,8 @@ TEST(PropertyString, WhatCannotBeWrittenNamesTheWriter) {
         {u"d", foreignPairs, RunTimeError::NoSuchMember},
     };
     for (const auto& [type, value, cause] : cases) {
-        const auto failure = raised([&, t = type, v = value] { written(t, v); });
-        EXPECT_EQ(failure.number, errorReading);
-        EXPECT_EQ(failure.source, "VlGeneralServices.modViewProperties.g_BuildPropertyString");
-        EXPECT_TRUE(failure.description.ends_with("\r\n" + Error(cause).description().toUtf8())) << failure;
+        EXPECT_TRUE(raises(messageError(11519), "VlGeneralServices.modViewProperties.g_BuildPropertyString",
+                           endingOf(cause), [t = type, v = value] { written(t, v); }));
     }
 }
 
@@ -241,4 +235,4 @@ TEST(PropertyString, TakesTimeInProportionToTheText) {
 }
 
 } // namespace
-} // namespace vlgs
+} // namespace vlgs::test

@@ -9,11 +9,8 @@
 
 #include <gtest/gtest.h>
 
-namespace vlgs {
+namespace vlgs::test {
 namespace {
-
-using test::errorOf;
-using test::raised;
 
 Variant assign(const Ref<Object>& object, std::u16string_view member, InvokeKind kind, Variant value) {
     return callMember(object, member, kind, {&value, 1});
@@ -56,10 +53,8 @@ TEST(ViewProperties, AFailedSettingChangesNothing) {
     } cases[] = {{u"B=/s\"", "\r\nData= [B=/s\"]"},
                  {u"B=/i1;B=/i2", "\r\nThis key is already associated with an element of this collection"}};
     for (const auto& [text, ending] : cases) {
-        const auto failure = raised([&, given = text] { properties->SetPropertyString(given); });
-        EXPECT_EQ(failure.number, objectErrorBase + 11522);
-        EXPECT_EQ(failure.source, "VlGeneralServices.ViewProperties.PropertyString (Let)");
-        EXPECT_TRUE(failure.description.ends_with(ending)) << failure;
+        EXPECT_TRUE(raises(messageError(11522), "VlGeneralServices.ViewProperties.PropertyString (Let)",
+                           ending, [&, given = text] { properties->SetPropertyString(given); }));
         EXPECT_EQ(properties->Dictionary(), before);
         EXPECT_EQ(properties->PropertyString(), u"A=/i1;");
     }
@@ -111,4 +106,4 @@ TEST(ViewProperty, ThatHoldsItselfHasNoText) {
 }
 
 } // namespace
-} // namespace vlgs
+} // namespace vlgs::test

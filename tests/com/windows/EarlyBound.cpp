@@ -1,28 +1,14 @@
 // A compiled client: every interface through its vtable, from the header that the interface definition gives.
 // The server is found by registration or, in the other build of this program, by a manifest.
+#include "Client.h"
+
 #include <VlGeneralServices/Interfaces.h>
 
-#include <comdef.h>
-
 #include <climits>
-#include <cstdio>
 #include <cstring>
-#include <string>
 #include <thread>
 
 namespace {
-
-int failures = 0;
-
-void check(bool holds, const char* what) {
-    if (holds)
-        return;
-    ++failures;
-    std::printf("FAILED %s\n", what);
-}
-
-template <class T>
-using Pointer = _com_ptr_t<_com_IIID<T, &__uuidof(T)>>;
 
 template <class T>
 Pointer<T> create(const wchar_t* name) {
@@ -35,25 +21,25 @@ Pointer<T> create(const wchar_t* name) {
 template <class T>
 void checkClass(const wchar_t* name, long number) {
     const auto object = create<T>(name);
-    check(object, "create");
+    check(object, L"create");
     if (!object)
         return;
     _bstr_t text;
     long found = 0;
     check(object->get_ClassName(text.GetAddress()) == S_OK && text == L"VlGeneralServices." + _bstr_t(name),
-          "ClassName");
+          L"ClassName");
     check(object->get_ClassVersion(text.GetAddress()) == S_OK && text == _bstr_t(L"9.1002.23"),
-          "ClassVersion");
-    check(object->get_ClassID(&found) == S_OK && found == number, "ClassID");
-    check(object->get_ClassID(nullptr) == E_POINTER, "null pointer for a result");
+          L"ClassVersion");
+    check(object->get_ClassID(&found) == S_OK && found == number, L"ClassID");
+    check(object->get_ClassID(nullptr) == E_POINTER, L"null pointer for a result");
     const Pointer<ISupportErrorInfo> support(object);
-    check(support && support->InterfaceSupportsErrorInfo(__uuidof(T)) == S_OK, "ISupportErrorInfo");
+    check(support && support->InterfaceSupportsErrorInfo(__uuidof(T)) == S_OK, L"ISupportErrorInfo");
     check(Pointer<IUnknown>(support).GetInterfacePtr() == Pointer<IUnknown>(object).GetInterfacePtr(),
-          "one identity");
+          L"one identity");
     Pointer<ITypeInfo> info;
-    check(object->GetTypeInfo(0, 0, &info) == S_OK, "GetTypeInfo");
+    check(object->GetTypeInfo(0, 0, &info) == S_OK, L"GetTypeInfo");
     const Pointer<IProvideClassInfo> provider(object);
-    check(provider && provider->GetClassInfo(&info) == S_OK, "IProvideClassInfo");
+    check(provider && provider->GetClassInfo(&info) == S_OK, L"IProvideClassInfo");
 }
 
 void checkClasses() {
@@ -70,9 +56,9 @@ void checkClasses() {
     checkClass<_ObjectPackager>(L"ObjectPackager", 165);
     checkClass<_Conversion>(L"Conversion", 166);
     checkClass<_Cipher>(L"Cipher", 161);
-    check(create<_Resource>(L"Resource"), "create Resource");
+    check(create<_Resource>(L"Resource"), L"create Resource");
     for (const auto* name : {L"INIFile", L"Property", L"ViewProperties", L"DDE"})
-        check(!create<IUnknown>(name), "not creatable");
+        check(!create<IUnknown>(name), L"not creatable");
 }
 
 _variant_t none() {
@@ -85,24 +71,24 @@ void checkCollection() {
     const auto list = create<_Collection>(L"Collection");
     long status = -1;
     const _variant_t item(7L);
-    check(list->Add(item, _bstr_t(L"key"), none(), none(), &status) == S_OK && status == 0, "Add");
-    check(list->Add(item, _bstr_t(L"KEY"), none(), none(), &status) == S_OK && status == 457, "same key");
+    check(list->Add(item, _bstr_t(L"key"), none(), none(), &status) == S_OK && status == 0, L"Add");
+    check(list->Add(item, _bstr_t(L"KEY"), none(), none(), &status) == S_OK && status == 457, L"same key");
     _variant_t found;
-    check(list->get_Item(_variant_t(L"Key"), &found) == S_OK && found == item, "Item");
+    check(list->get_Item(_variant_t(L"Key"), &found) == S_OK && found == item, L"Item");
     Pointer<IUnknown> unknown;
-    check(list->NewEnum(&unknown) == S_OK && unknown, "NewEnum");
+    check(list->NewEnum(&unknown) == S_OK && unknown, L"NewEnum");
     const Pointer<IEnumVARIANT> items(unknown);
     ULONG count = 0;
-    check(items && items->Next(1, &found, &count) == S_OK && count == 1 && found == item, "Next");
-    check(items->Next(1, &found, &count) == S_FALSE && count == 0, "behind the last");
+    check(items && items->Next(1, &found, &count) == S_OK && count == 1 && found == item, L"Next");
+    check(items->Next(1, &found, &count) == S_FALSE && count == 0, L"behind the last");
     // A stream has no dispatch interface, and no array of callable objects can hold it.
     _variant_t streams;
     streams.vt = VT_ARRAY | VT_UNKNOWN;
     streams.parray = SafeArrayCreateVector(VT_UNKNOWN, 0, 1);
     CreateStreamOnHGlobal(nullptr, TRUE, static_cast<IStream**>(streams.parray->pvData));
     check(list->Add(streams, _bstr_t(L"streams"), none(), none(), &status) == S_OK && status == 0,
-          "Add streams");
-    check(list->get_Item(_variant_t(L"streams"), &found) == S_OK && found.vt == VT_EMPTY, "Item of streams");
+          L"Add streams");
+    check(list->get_Item(_variant_t(L"streams"), &found) == S_OK && found.vt == VT_EMPTY, L"Item of streams");
 }
 
 void checkLocks() {
@@ -113,34 +99,34 @@ void checkLocks() {
     Pointer<_INIFile> lock, again;
     check(tools->InitiateLock2(path, eUserLock_Exclusive, name.GetAddress(), &granted, &lock) == S_OK &&
               lock && name == _bstr_t(L"exclusive.~sr") && granted == eUserLock_Exclusive,
-          "an exclusive lock");
+          L"an exclusive lock");
     check(static_cast<long>(tools->InitiateLock(path, eUserLock_ReadWrite, nullptr, &again)) == -2147209988L,
-          "which excludes others");
-    check(tools->FindExclusiveLock(path, nullptr, &again) == S_OK && again, "and is found");
+          L"which excludes others");
+    check(tools->FindExclusiveLock(path, nullptr, &again) == S_OK && again, L"and is found");
     lock = nullptr;
     Pointer<_INIFile> second;
-    check(tools->FindExclusiveLock(path, nullptr, &second) == S_OK && !second, "until it is released");
+    check(tools->FindExclusiveLock(path, nullptr, &second) == S_OK && !second, L"until it is released");
 }
 
 void checkErrors() {
     VARIANT_BOOL equal = 0;
     const HRESULT status =
         create<_GUIDServices>(L"GUID")->get_IsEqualGUID(_bstr_t(L"a"), _bstr_t(L"b"), &equal);
-    check(static_cast<long>(status) == -2147217504L, "the number is the status");
+    check(static_cast<long>(status) == -2147217504L, L"the number is the status");
     Pointer<IErrorInfo> info;
     _bstr_t source, description;
-    check(GetErrorInfo(0, &info) == S_OK, "error information");
+    check(GetErrorInfo(0, &info) == S_OK, L"error information");
     info->GetSource(source.GetAddress());
     info->GetDescription(description.GetAddress());
-    check(source == _bstr_t(L"VlGeneralServices.GUID.IsEqualGUID"), "source");
-    check(description == _bstr_t(L"Error Converting sGUID1 from String"), "description");
+    check(source == _bstr_t(L"VlGeneralServices.GUID.IsEqualGUID"), L"source");
+    check(description == _bstr_t(L"Error Converting sGUID1 from String"), L"description");
 }
 
 void checkRecord() {
     const auto conversion = create<_Conversion>(L"Conversion");
     udtLocaleSettings settings{};
     check(conversion->GetLocaleSettings(&settings) == S_OK && SysStringLen(settings.sDecimal) == 1,
-          "record by the vtable");
+          L"record by the vtable");
     for (BSTR text :
          {settings.sDecimal, settings.sThousands, settings.sNegative, settings.sPositive, settings.sListSep,
           settings.sLongDate, settings.sTime, settings.sDate, settings.sShortDate})
@@ -152,7 +138,7 @@ void checkRecord() {
     DISPPARAMS nothing{};
     check(conversion->Invoke(id, IID_NULL, 0, DISPATCH_METHOD, &nothing, &result, nullptr, nullptr) == S_OK &&
               result.vt == VT_RECORD && result.pRecInfo,
-          "record late bound");
+          L"record late bound");
 }
 
 /// A packed object is known by the pointer that its caller has, and counts what callers hold.
@@ -161,14 +147,14 @@ void checkPackager() {
     const auto object = create<_Buffer>(L"Buffer");
     _variant_t packed;
     long number = 0;
-    check(packager->PackObject(object, &number, &packed) == S_OK && packed.vt == VT_DECIMAL, "PackObject");
+    check(packager->PackObject(object, &number, &packed) == S_OK && packed.vt == VT_DECIMAL, L"PackObject");
     const auto address = reinterpret_cast<INT_PTR>(object.GetInterfacePtr());
-    check(address > LONG_MAX || number == address, "lObjPtr is the pointer");
+    check(address > LONG_MAX || number == address, L"lObjPtr is the pointer");
     long inside = 0;
     std::memcpy(&inside, reinterpret_cast<const char*>(&packed) + 8, sizeof inside);
-    check(inside == number, "and stands in the descriptor");
+    check(inside == number, L"and stands in the descriptor");
     check(std::memcmp(reinterpret_cast<const char*>(&packed) + 12, object.GetInterfacePtr(), 4) == 0,
-          "the signature");
+          L"the signature");
     long counts[3] = {};
     packager->get_RefCount(packed, &counts[0]);
     object->AddRef();
@@ -176,7 +162,7 @@ void checkPackager() {
     Pointer<IDispatch> unpacked;
     packager->UnpackObject(packed, &unpacked);
     packager->get_RefCount(packed, &counts[2]);
-    check(counts[0] == 1 && counts[1] == 2 && counts[2] == 3, "references are counted");
+    check(counts[0] == 1 && counts[1] == 2 && counts[2] == 3, L"references are counted");
     object->Release();
 }
 
@@ -186,7 +172,7 @@ void checkResults() {
     VARTYPE type = VT_EMPTY;
     check(create<_Files>(L"Files")->ExtractPathAllLevels(_bstr_t(L"C:\\a\\b"), &levels) == S_OK &&
               SafeArrayGetVartype(levels, &type) == S_OK && type == VT_BSTR,
-          "an array of texts");
+          L"an array of texts");
     SafeArrayDestroy(levels);
     _variant_t list;
     list.vt = VT_ARRAY | VT_BSTR;
@@ -194,11 +180,11 @@ void checkResults() {
     Pointer<IDispatch> made, result;
     check(create<_General>(L"General")->CopyVariantArrayToDictionary(list, &made, &result) == S_OK && made &&
               made.GetInterfacePtr() == result.GetInterfacePtr(),
-          "a new dictionary");
+          L"a new dictionary");
     constexpr IID dictionaryId{0x42C642C1, 0x97E1, 0x11CF, {0x97, 0x8F, 0x00, 0xA0, 0x24, 0x63, 0xE0, 0x6F}};
     Pointer<IUnknown> dictionary;
     check(result && result->QueryInterface(dictionaryId, reinterpret_cast<void**>(&dictionary)) == S_OK,
-          "it is the platform's");
+          L"it is the platform's");
 }
 
 /// Another apartment has objects of its own.
@@ -225,14 +211,13 @@ void checkLifetimes() {
 
 void checkUnload() {
     const HMODULE server = GetModuleHandleW(L"VlGeneralServices.dll");
-    check(server != nullptr, "the server is loaded");
+    check(server != nullptr, L"the server is loaded");
     if (!server)
         return;
-    const auto canUnload = reinterpret_cast<HRESULT(STDMETHODCALLTYPE*)()>(
-        reinterpret_cast<void*>(GetProcAddress(server, "DllCanUnloadNow")));
-    check(canUnload && canUnload() == S_OK, "nothing lives at the end");
+    const auto canUnload = serversFunction<CanUnload>(server, "DllCanUnloadNow");
+    check(canUnload && canUnload() == S_OK, L"nothing lives at the end");
     const auto living = create<_Buffer>(L"Buffer");
-    check(canUnload() == S_FALSE, "an object keeps the server");
+    check(canUnload() == S_FALSE, L"an object keeps the server");
 }
 
 } // namespace
@@ -250,7 +235,5 @@ int main() {
     checkLifetimes();
     checkUnload();
     create<_Buffer>(L"Buffer").Detach(); // lives when the process ends
-    std::printf("%s: %d failed\n", failures ? "early bound" : "early bound, all right", failures);
-    std::fflush(stdout);
-    return failures ? 1 : 0;
+    return report("early bound");
 }

@@ -1,45 +1,28 @@
 // Threads that use the server and end while nothing else keeps it: it may not hang them, and it must unload
 // and load again any number of times. The main thread never holds the server's file.
-#include <windows.h>
+#include "Client.h"
 
-#include <objbase.h>
-#include <oleauto.h>
-
-#include <cstdio>
-#include <string>
 #include <thread>
 
 namespace {
 
-int failures = 0;
-
-void check(bool holds, const char* mode, const char* what) {
-    if (holds)
-        return;
-    ++failures;
-    std::printf("FAILED %s: %s\n", mode, what);
-}
-
-std::wstring serverPath() {
-    wchar_t path[MAX_PATH];
-    GetModuleFileNameW(nullptr, path, MAX_PATH);
-    std::wstring result(path);
-    return result.substr(0, result.find_last_of(L'\\') + 1) + L"VlGeneralServices.dll";
+void check(bool holds, const wchar_t* mode, const wchar_t* what) {
+    ::check(holds, std::wstring(mode) + L": " + what);
 }
 
 bool isLoaded() {
     return GetModuleHandleW(L"VlGeneralServices.dll") != nullptr;
 }
 
-/// Calls a member by its name with what an argument list holds; the status of the call.
-HRESULT call(IDispatch* object, const wchar_t* name, VARIANT* arguments, UINT count, VARIANT* result) {
+/// Calls a method by its name with an argument, or none; the status of the call.
+HRESULT call(IDispatch* object, const wchar_t* name, _variant_t* argument, _variant_t& result) {
     auto* text = const_cast<wchar_t*>(name);
     DISPID id = DISPID_UNKNOWN;
     object->GetIDsOfNames(IID_NULL, &text, 1, LOCALE_USER_DEFAULT, &id);
-    DISPPARAMS parameters{arguments, nullptr, count, 0};
+    DISPPARAMS parameters{argument, nullptr, argument ? 1u : 0u, 0};
     EXCEPINFO failure{};
     const HRESULT status = object->Invoke(id, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_METHOD, &parameters,
-                                          result, &failure, nullptr);
+                                          &result, &failure, nullptr);
     SysFreeString(failure.bstrSource);
     SysFreeString(failure.bstrDescription);
     return status;
@@ -47,84 +30,65 @@ HRESULT call(IDispatch* object, const wchar_t* name, VARIANT* arguments, UINT co
 
 /// Everything that leaves something on a thread: a counted object, a packed one (a foreign one too, which
 /// never leaves the table), a caught exception and a message text.
-void use(IClassFactory* packagers, IClassFactory* resources, const char* mode) {
-    IDispatch* packager = nullptr;
-    IDispatch* resource = nullptr;
+void use(IClassFactory* packagers, IClassFactory* resources, const wchar_t* mode) {
+    Pointer<IDispatch> packager, resource;
     packagers->CreateInstance(nullptr, IID_IDispatch, reinterpret_cast<void**>(&packager));
     resources->CreateInstance(nullptr, IID_IDispatch, reinterpret_cast<void**>(&resource));
-    check(packager && resource, mode, "objects");
+    check(packager && resource, mode, L"objects");
     if (!packager || !resource)
         return;
     for (IUnknown* object : {static_cast<IUnknown*>(packager), static_cast<IUnknown*>(packagers)}) {
-        VARIANT argument;
-        argument.vt = VT_UNKNOWN;
-        argument.punkVal = object;
-        VARIANT descriptor;
-        VariantInit(&descriptor);
-        check(call(packager, L"PackObject", &argument, 1, &descriptor) == S_OK && descriptor.vt == VT_DECIMAL,
-              mode, "PackObject");
+        _variant_t argument(object), descriptor;
+        check(call(packager, L"PackObject", &argument, descriptor) == S_OK && descriptor.vt == VT_DECIMAL,
+              mode, L"PackObject");
     }
-    VARIANT number;
-    number.vt = VT_I4;
-    number.lVal = 123456;
-    VARIANT text;
-    VariantInit(&text);
-    call(resource, L"ResourceString", &number, 1, &text);
-    check(call(resource, L"ResourceString", nullptr, 0, &text) != S_OK, mode, "a failure");
-    VariantClear(&text);
-    resource->Release();
-    packager->Release();
+    _variant_t number(123456L), text;
+    call(resource, L"ResourceString", &number, text);
+    check(call(resource, L"ResourceString", nullptr, text) != S_OK, mode, L"a failure");
 }
 
 using GetClassObject = HRESULT(STDMETHODCALLTYPE*)(REFCLSID, REFIID, void**);
 
-IClassFactory* factory(GetClassObject get, const wchar_t* name) {
+Pointer<IClassFactory> factory(GetClassObject get, const wchar_t* name) {
     CLSID id{};
     CLSIDFromProgID((std::wstring(L"VlGeneralServices.") + name).c_str(), &id);
-    void* result = nullptr;
+    Pointer<IClassFactory> result;
     if (get)
-        get(id, IID_IClassFactory, &result);
+        get(id, IID_IClassFactory, reinterpret_cast<void**>(&result));
     else
-        CoGetClassObject(id, CLSCTX_INPROC_SERVER, nullptr, IID_IClassFactory, &result);
-    return static_cast<IClassFactory*>(result);
+        CoGetClassObject(id, CLSCTX_INPROC_SERVER, nullptr, IID_IClassFactory,
+                         reinterpret_cast<void**>(&result));
+    return result;
 }
 
-void useBoth(GetClassObject get, const char* mode) {
-    IClassFactory* packagers = factory(get, L"ObjectPackager");
-    IClassFactory* resources = factory(get, L"Resource");
-    check(packagers && resources, mode, "factories");
-    if (!packagers || !resources)
-        return;
-    use(packagers, resources, mode);
-    resources->Release();
-    packagers->Release();
+void useBoth(GetClassObject get, const wchar_t* mode) {
+    const auto packagers = factory(get, L"ObjectPackager"), resources = factory(get, L"Resource");
+    check(packagers && resources, mode, L"factories");
+    if (packagers && resources)
+        use(packagers, resources, mode);
 }
 
 void inApartment() {
     CoInitialize(nullptr);
-    useBoth(nullptr, "apartment");
+    useBoth(nullptr, L"apartment");
     CoUninitialize();
 }
 
 /// COM lets go of the file while the thread lives, which then goes on and ends.
 void unloadedBeforeTheEnd() {
     CoInitialize(nullptr);
-    useBoth(nullptr, "unloaded");
+    useBoth(nullptr, L"unloaded");
     CoFreeUnusedLibrariesEx(0, 0);
     CoFreeUnusedLibrariesEx(0, 0);
-    check(!isLoaded(), "unloaded", "the file is still there");
-    useBoth(nullptr, "loaded again");
+    check(!isLoaded(), L"unloaded", L"the file is still there");
+    useBoth(nullptr, L"loaded again");
     CoUninitialize();
 }
 
 void raw() {
     const HMODULE server = LoadLibraryW(serverPath().c_str());
-    useBoth(reinterpret_cast<GetClassObject>(
-                reinterpret_cast<void*>(GetProcAddress(server, "DllGetClassObject"))),
-            "raw");
-    const auto canUnload = reinterpret_cast<HRESULT(STDMETHODCALLTYPE*)()>(
-        reinterpret_cast<void*>(GetProcAddress(server, "DllCanUnloadNow")));
-    check(canUnload() == S_OK, "raw", "something is left");
+    useBoth(serversFunction<GetClassObject>(server, "DllGetClassObject"), L"raw");
+    check(serversFunction<CanUnload>(server, "DllCanUnloadNow")() == S_OK, L"raw", L"something is left");
     FreeLibrary(server);
 }
 
@@ -133,11 +97,9 @@ void rawInTurns() {
     const HMODULE server = LoadLibraryW(serverPath().c_str());
     const HANDLE unloaded = CreateEventW(nullptr, TRUE, FALSE, nullptr);
     std::thread other([&] {
-        useBoth(reinterpret_cast<GetClassObject>(
-                    reinterpret_cast<void*>(GetProcAddress(server, "DllGetClassObject"))),
-                "in turns");
+        useBoth(serversFunction<GetClassObject>(server, "DllGetClassObject"), L"in turns");
         FreeLibrary(server);
-        check(!isLoaded(), "in turns", "the file is still there");
+        check(!isLoaded(), L"in turns", L"the file is still there");
         SetEvent(unloaded);
     });
     WaitForSingleObject(unloaded, INFINITE);
@@ -145,30 +107,29 @@ void rawInTurns() {
     CloseHandle(unloaded);
 }
 
-void rounds(const char* mode, int count, void (*run)()) {
+void rounds(const wchar_t* mode, int count, void (*run)()) {
     for (int i = 0; i < count; ++i) {
         std::thread(run).join();
-        check(!isLoaded(), mode, "the file stays loaded");
+        check(!isLoaded(), mode, L"the file stays loaded");
     }
-    std::printf("%s: done\n", mode);
+    std::printf("%ls: done\n", mode);
     std::fflush(stdout);
 }
 
 void allModes() {
-    rounds("apartment", 20, &inApartment);
-    rounds("unloaded before the end", 20, &unloadedBeforeTheEnd);
-    rounds("in turns", 20, &rawInTurns);
+    rounds(L"apartment", 20, &inApartment);
+    rounds(L"unloaded before the end", 20, &unloadedBeforeTheEnd);
+    rounds(L"in turns", 20, &rawInTurns);
 }
 
 } // namespace
 
 int main() {
     // More rounds than a process has places for threads' data.
-    rounds("raw", 1500, &raw);
+    rounds(L"raw", 1500, &raw);
     allModes();
     CoInitialize(nullptr); // an apartment that never uses the server
     allModes();
     CoUninitialize();
-    std::printf("threads: %d failed\n", failures);
-    return failures ? 1 : 0;
+    return report("threads");
 }

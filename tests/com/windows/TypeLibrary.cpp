@@ -1,48 +1,11 @@
 // The type library read from end to end, and every class used from another apartment, which goes through it.
-#include <windows.h>
+#include "Client.h"
 
-#include <oleauto.h>
-
-#include <cstdio>
 #include <functional>
-#include <string>
 #include <thread>
-#include <utility>
 #include <vector>
 
 namespace {
-
-int failures = 0;
-
-void check(bool holds, const std::wstring& what) {
-    if (holds)
-        return;
-    ++failures;
-    std::printf("FAILED %ls\n", what.c_str());
-}
-
-template <class T>
-class Pointer {
-  public:
-    Pointer() = default;
-    Pointer(Pointer&& other) noexcept : pointer_(std::exchange(other.pointer_, nullptr)) {}
-    Pointer& operator=(Pointer&& other) noexcept {
-        std::swap(pointer_, other.pointer_);
-        return *this;
-    }
-    ~Pointer() {
-        if (pointer_)
-            pointer_->Release();
-    }
-    T* operator->() const { return pointer_; }
-    T* get() const { return pointer_; }
-    T** put() { return &pointer_; }
-    void** any() { return reinterpret_cast<void**>(&pointer_); }
-    explicit operator bool() const { return pointer_ != nullptr; }
-
-  private:
-    T* pointer_ = nullptr;
-};
 
 std::wstring taken(BSTR text) {
     std::wstring result(text ? text : L"");
@@ -64,7 +27,7 @@ TYPEKIND checkType(ITypeInfo* info, const TYPEDESC& type, const std::wstring& wh
         return type.vt == VT_DISPATCH || type.vt == VT_UNKNOWN ? TKIND_DISPATCH : TKIND_MAX;
     Pointer<ITypeInfo> referred;
     TYPEATTR* attributes = nullptr;
-    check(SUCCEEDED(info->GetRefTypeInfo(type.hreftype, referred.put())), where + L": its type");
+    check(SUCCEEDED(info->GetRefTypeInfo(type.hreftype, &referred)), where + L": its type");
     if (!referred || FAILED(referred->GetTypeAttr(&attributes)))
         return TKIND_MAX;
     const TYPEKIND kind = attributes->typekind;
@@ -115,7 +78,7 @@ void checkVariables(ITypeInfo* info, const TYPEATTR& attributes) {
     }
     Pointer<IRecordInfo> record;
     if (attributes.typekind == TKIND_RECORD)
-        check(SUCCEEDED(GetRecordInfoFromTypeInfo(info, record.put())), nameOf(info) + L": a record");
+        check(SUCCEEDED(GetRecordInfoFromTypeInfo(info, &record)), nameOf(info) + L": a record");
 }
 
 /// A class that callers may create, and the typed interface that it has.
@@ -131,12 +94,12 @@ Creatable creatable(ITypeInfo* info, const TYPEATTR& attributes) {
     HREFTYPE reference = 0;
     Pointer<ITypeInfo> dispatch;
     info->GetRefTypeOfImplType(0, &reference);
-    check(SUCCEEDED(info->GetRefTypeInfo(reference, dispatch.put())), result.name + L": its interface");
+    check(SUCCEEDED(info->GetRefTypeInfo(reference, &dispatch)), result.name + L": its interface");
     // The typed half of a dual interface.
     if (SUCCEEDED(dispatch->GetRefTypeOfImplType(static_cast<UINT>(-1), &reference)))
-        dispatch->GetRefTypeInfo(reference, result.typed.put());
+        dispatch->GetRefTypeInfo(reference, &result.typed);
     else
-        result.typed = std::move(dispatch);
+        result.typed = dispatch;
     TYPEATTR* own = nullptr;
     if (SUCCEEDED(result.typed->GetTypeAttr(&own))) {
         result.iid = own->guid;
@@ -151,14 +114,14 @@ std::vector<Creatable> readAll(ITypeLib* library) {
     for (UINT i = 0; i < library->GetTypeInfoCount(); ++i) {
         Pointer<ITypeInfo> info;
         TYPEATTR* attributes = nullptr;
-        check(SUCCEEDED(library->GetTypeInfo(i, info.put())) && SUCCEEDED(info->GetTypeAttr(&attributes)),
+        check(SUCCEEDED(library->GetTypeInfo(i, &info)) && SUCCEEDED(info->GetTypeAttr(&attributes)),
               L"type " + std::to_wstring(i));
         if (!attributes)
             continue;
-        checkFunctions(info.get(), *attributes, parameters);
-        checkVariables(info.get(), *attributes);
+        checkFunctions(info, *attributes, parameters);
+        checkVariables(info, *attributes);
         if (attributes->typekind == TKIND_COCLASS && (attributes->wTypeFlags & TYPEFLAG_FCANCREATE))
-            result.push_back(creatable(info.get(), *attributes));
+            result.push_back(creatable(info, *attributes));
         info->ReleaseTypeAttr(attributes);
     }
     check(parameters > 300 && result.size() > 10, L"all of the library");
@@ -215,86 +178,73 @@ Pointer<T> made(Apartment& apartment, REFCLSID id, REFIID iid, const std::wstrin
     Pointer<IStream> stream;
     apartment.does([&] {
         Pointer<IUnknown> object;
-        check(SUCCEEDED(CoCreateInstance(id, nullptr, CLSCTX_INPROC_SERVER, iid, object.any())),
+        check(SUCCEEDED(CoCreateInstance(id, nullptr, CLSCTX_INPROC_SERVER, iid,
+                                         reinterpret_cast<void**>(&object))),
               name + L": create");
-        check(object && SUCCEEDED(CoMarshalInterThreadInterfaceInStream(iid, object.get(), stream.put())),
+        check(object && SUCCEEDED(CoMarshalInterThreadInterfaceInStream(iid, object, &stream)),
               name + L": marshal");
     });
     Pointer<T> result;
     if (stream) {
-        check(SUCCEEDED(CoGetInterfaceAndReleaseStream(stream.get(), iid, result.any())),
+        check(SUCCEEDED(CoGetInterfaceAndReleaseStream(stream, iid, reinterpret_cast<void**>(&result))),
               name + L": unmarshal");
-        *stream.put() = nullptr;
+        stream.Detach();
     }
     return result;
 }
 
-/// `ClassName` by the typed interface and late bound, through the proxies.
-void checkProxy(Apartment& apartment, const Creatable& one) {
-    const auto typed = made<IDispatch>(apartment, one.id, one.iid, one.name);
-    const auto late = made<IDispatch>(apartment, one.id, IID_IDispatch, one.name);
-    if (!typed || !late)
-        return;
-    auto* text = const_cast<wchar_t*>(L"ClassName");
-    MEMBERID member = 0;
+struct Outcome {
+    HRESULT status = S_OK;
+    _variant_t value;
+    EXCEPINFO failure{};
+};
+
+/// Reads a property through a proxy of the object, by the typed interface or late bound.
+Outcome get(const Creatable& one, IDispatch* proxy, const wchar_t* name, bool early,
+            DISPPARAMS arguments = {}) {
+    auto* text = const_cast<wchar_t*>(name);
     DISPID id = 0;
-    one.typed->GetIDsOfNames(&text, 1, &member);
-    check(SUCCEEDED(late->GetIDsOfNames(IID_NULL, &text, 1, LOCALE_USER_DEFAULT, &id)), one.name + L": name");
-    DISPPARAMS none{};
+    check(SUCCEEDED(early ? one.typed->GetIDsOfNames(&text, 1, &id)
+                          : proxy->GetIDsOfNames(IID_NULL, &text, 1, LOCALE_USER_DEFAULT, &id)),
+          one.name + L": its member's number");
+    Outcome outcome;
+    outcome.status = early ? one.typed->Invoke(proxy, id, DISPATCH_PROPERTYGET, &arguments, &outcome.value,
+                                               &outcome.failure, nullptr)
+                           : proxy->Invoke(id, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_PROPERTYGET,
+                                           &arguments, &outcome.value, &outcome.failure, nullptr);
+    return outcome;
+}
+
+void checkProxy(Apartment& apartment, const Creatable& one) {
     for (const bool early : {true, false}) {
-        VARIANT result;
-        VariantInit(&result);
-        const HRESULT status = early ? one.typed->Invoke(typed.get(), member, DISPATCH_PROPERTYGET, &none,
-                                                         &result, nullptr, nullptr)
-                                     : late->Invoke(id, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_PROPERTYGET,
-                                                    &none, &result, nullptr, nullptr);
-        check(SUCCEEDED(status) && result.vt == VT_BSTR &&
-                  std::wstring(result.bstrVal) == L"VlGeneralServices." + one.name,
+        const auto proxy = made<IDispatch>(apartment, one.id, early ? one.iid : IID_IDispatch, one.name);
+        if (!proxy)
+            return;
+        const auto outcome = get(one, proxy, L"ClassName", early);
+        check(SUCCEEDED(outcome.status) &&
+                  outcome.value == _variant_t((L"VlGeneralServices." + one.name).c_str()),
               one.name + (early ? L": early bound" : L": late bound"));
-        VariantClear(&result);
     }
 }
 
 /// A failure on the other side arrives with what it told.
 void checkFailure(Apartment& apartment, const Creatable& guids) {
-    const auto typed = made<IDispatch>(apartment, guids.id, guids.iid, guids.name);
-    if (!typed)
+    const auto proxy = made<IDispatch>(apartment, guids.id, guids.iid, guids.name);
+    if (!proxy)
         return;
-    VARIANT arguments[2];
-    for (auto& argument : arguments) {
-        argument.vt = VT_BSTR;
-        argument.bstrVal = SysAllocString(L"a");
-    }
-    DISPPARAMS both{arguments, nullptr, 2, 0};
-    auto* text = const_cast<wchar_t*>(L"IsEqualGUID");
-    DISPID id = 0;
-    check(SUCCEEDED(typed->GetIDsOfNames(IID_NULL, &text, 1, LOCALE_USER_DEFAULT, &id)), L"IsEqualGUID");
+    _variant_t arguments[] = {L"a", L"a"};
     for (const bool early : {true, false}) {
-        EXCEPINFO failure{};
-        VARIANT result;
-        VariantInit(&result);
-        const HRESULT status = early ? guids.typed->Invoke(typed.get(), id, DISPATCH_PROPERTYGET, &both,
-                                                           &result, &failure, nullptr)
-                                     : typed->Invoke(id, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_PROPERTYGET,
-                                                     &both, &result, &failure, nullptr);
-        check(status == DISP_E_EXCEPTION && failure.scode == -2147217504, L"the failure's number");
-        const std::wstring source = taken(failure.bstrSource);
-        const std::wstring description = taken(failure.bstrDescription);
+        const auto outcome = get(guids, proxy, L"IsEqualGUID", early, {arguments, nullptr, 2, 0});
+        check(outcome.status == DISP_E_EXCEPTION && outcome.failure.scode == -2147217504,
+              L"the failure's number");
+        const std::wstring source = taken(outcome.failure.bstrSource);
+        const std::wstring description = taken(outcome.failure.bstrDescription);
         if (early && source.empty()) // Wine leaves what typed calls tell besides on the other side
             continue;
         check(source == L"VlGeneralServices.GUID.IsEqualGUID", L"the failure's source: " + source);
         check(description == L"Error Converting sGUID1 from String",
               L"the failure's description: " + description);
     }
-    for (auto& argument : arguments)
-        VariantClear(&argument);
-}
-
-std::wstring serverPath() {
-    wchar_t path[MAX_PATH];
-    GetModuleFileNameW(nullptr, path, MAX_PATH);
-    std::wstring result(path);
-    return result.substr(0, result.find_last_of(L'\\') + 1) + L"VlGeneralServices.dll";
 }
 
 } // namespace
@@ -302,9 +252,9 @@ std::wstring serverPath() {
 int main() {
     CoInitialize(nullptr);
     Pointer<ITypeLib> library;
-    check(SUCCEEDED(LoadTypeLibEx(serverPath().c_str(), REGKIND_NONE, library.put())), L"the type library");
+    check(SUCCEEDED(LoadTypeLibEx(serverPath().c_str(), REGKIND_NONE, &library)), L"the type library");
     if (library) {
-        const auto classes = readAll(library.get());
+        const auto classes = readAll(library);
         Apartment other;
         for (const auto& one : classes) {
             if (one.name == L"DDE") // its creation fails by design
@@ -314,6 +264,5 @@ int main() {
                 checkFailure(other, one);
         }
     }
-    std::printf("type library: %d failed\n", failures);
-    return failures ? 1 : 0;
+    return report("type library");
 }

@@ -10,7 +10,7 @@
 
 #include <string>
 
-namespace vlgs {
+namespace vlgs::test {
 namespace {
 
 // A handle of the driver manager. `type` tells which kind and `parent` what it hangs on.
@@ -50,7 +50,7 @@ SQLCHAR* characters(std::string& text) {
 }
 
 TEST(Odbc, TheDriverManagerOpensTheDatabaseOfAProjectFile) {
-    const test::Scratch scratch;
+    const Scratch scratch;
     const auto files = make<Files>();
     const auto project = files->CreateINIFile(scratch.path("demo"), eINI_VLS);
     project->CreateKey(u"PROJECT", u"GUID", u"{3F0E6A52-8C1D-4B7E-9A35-6D2F41C0B8E7}", missing, missing);
@@ -88,4 +88,4 @@ TEST(Odbc, TheDriverManagerOpensTheDatabaseOfAProjectFile) {
 }
 
 } // namespace
-} // namespace vlgs
+} // namespace vlgs::test

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Texts that may be dates or numbers, made by a grammar from a locale's own words and signs.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Where the library's conversions and those of the platform under the tests are known to differ, and why.
 #pragma once
 

@@ -1,12 +1,12 @@
+// SPDX-License-Identifier: MIT
 // The order of steps in which locks are taken, as a model of which every state that can be reached is looked
 // at: takers do one step at a time in every order in which their steps can mix, any of them may die between
 // two steps, and a file that nobody holds may be swept away at any moment. A look at one file and the making
 // of one file are single steps; going through a folder is not.
-#include <gtest/gtest.h>
-
 #include <array>
 #include <bit>
 #include <cstdint>
+#include <cstdio>
 #include <type_traits>
 #include <unordered_set>
 #include <vector>
@@ -282,29 +282,50 @@ std::vector<std::vector<Script>> groupsOf(std::size_t size) {
     return groups;
 }
 
-TEST(LockProtocol, GrantsNoTwoThatExcludeEachOtherInWhateverOrderTheirStepsMix) {
-    std::size_t states = 0;
-    for (const auto what : {Lockable::Project, Lockable::Document}) {
-        for (const std::size_t size : {2, 3}) {
-            for (const auto& group : groupsOf(size)) {
-                const Search search(what, Order::MakeThenScan, group);
-                states += search.states();
-                EXPECT_FALSE(search.conflict) << testing::PrintToString(group);
-                EXPECT_TRUE(search.eachCanWin()) << testing::PrintToString(group);
-            }
-        }
-        EXPECT_FALSE(Search(what, Order::MakeThenScan, {{Exclusive}, {Exclusive}}, false).nobodyWon);
-    }
-    RecordProperty("states", static_cast<int>(states));
+bool check(bool holds, const char* what) {
+    if (!holds)
+        std::printf("FAILED: %s\n", what);
+    return holds;
 }
 
-TEST(LockProtocol, NeedsItsOrder) {
+/// No two that exclude each other are granted in whatever order their steps mix, and each can be.
+bool holdsFor(Lockable what) {
+    bool good = true;
+    std::size_t states = 0;
+    for (const std::size_t size : {2, 3})
+        for (const auto& group : groupsOf(size)) {
+            const Search search(what, Order::MakeThenScan, group);
+            states += search.states();
+            good &= check(!search.conflict, "two locks that exclude each other were granted");
+            good &= check(search.eachCanWin(), "one that can never be granted a lock");
+        }
+    good &= check(!Search(what, Order::MakeThenScan, {{Exclusive}, {Exclusive}}, false).nobodyWon,
+                  "of two that live on neither was granted a lock");
+    std::printf("%s: %zu states\n", what == Lockable::Project ? "projects" : "documents", states);
+    return good;
+}
+
+/// Other orders fail, as the search must find.
+bool needsItsOrder() {
+    const std::vector<Script> mixed = {{ReadWrite}, {Exclusive}}, exclusive = {{Exclusive}, {Exclusive}};
+    const auto fails = [](Lockable what, Order order, const std::vector<Script>& group) {
+        return Search(what, order, group).conflict;
+    };
     // Both look before either has a file.
-    EXPECT_TRUE(Search(Lockable::Project, Order::ScanThenMake, {{ReadWrite}, {Exclusive}}).conflict);
-    EXPECT_TRUE(Search(Lockable::Document, Order::ScanThenMake, {{ReadWrite}, {Exclusive}}).conflict);
+    bool good = check(fails(Lockable::Project, Order::ScanThenMake, mixed), "projects, looked at first");
+    good &= check(fails(Lockable::Document, Order::ScanThenMake, mixed), "documents, looked at first");
     // A file that is made before it is held can be swept, and the next one's be held in its place.
-    EXPECT_TRUE(Search(Lockable::Project, Order::MakeThenHoldThenScan, {{Exclusive}, {Exclusive}}).conflict);
+    good &= check(fails(Lockable::Project, Order::MakeThenHoldThenScan, exclusive), "made, then held");
+    return good;
 }
 
 } // namespace
 } // namespace vlgs
+
+int main() {
+    using namespace vlgs;
+    bool good = holdsFor(Lockable::Project);
+    good &= holdsFor(Lockable::Document);
+    good &= needsItsOrder();
+    return good ? 0 : 1;
+}
