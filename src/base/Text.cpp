@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "base/Text.h"
 
+#include "base/Ascii.h"
 #include "base/CaseFold.h"
 #include "base/LinearSearch.h"
 
@@ -84,9 +85,8 @@ std::vector<std::u16string_view> split(std::u16string_view text, std::u16string_
 
 std::vector<std::u16string_view> splitIgnoringCase(std::u16string_view text, std::u16string_view delimiter) {
     // Below 128 nothing but a letter equals another character.
-    const bool isCaseless = std::ranges::all_of(delimiter, [](char16_t c) {
-        return c < 0x80 && !(c >= u'A' && c <= u'Z') && !(c >= u'a' && c <= u'z');
-    });
+    const bool isCaseless =
+        std::ranges::all_of(delimiter, [](char16_t c) { return c < 0x80 && !ascii::isLetter(c); });
     if (isCaseless)
         return split(text, delimiter);
     std::vector<std::u16string_view> pieces;

@@ -3,6 +3,7 @@
 
 #include "automation/ClassInfo.h"
 #include "base/CaseFold.h"
+#include "base/Owned.h"
 #include "base/Text.h"
 #include "com/Failure.h"
 #include "com/TypeLibrary.h"
@@ -40,67 +41,72 @@ String longForm(const String& path) {
                                               : path;
 }
 
+void closeKey(HKEY key) noexcept {
+    RegCloseKey(key);
+}
+using Key = Owned<HKEY, &closeKey>;
+
 /// The part of the registry that holds the classes.
 class ClassesKey {
   public:
     explicit ClassesKey(Scope scope)
         : root_(scope == Scope::Machine ? HKEY_LOCAL_MACHINE : HKEY_CURRENT_USER) {
+        HKEY key = nullptr;
         check(HRESULT_FROM_WIN32(static_cast<DWORD>(
-            RegCreateKeyExW(root_, classesPath, 0, nullptr, 0, KEY_ALL_ACCESS, nullptr, &key_, nullptr))));
+            RegCreateKeyExW(root_, classesPath, 0, nullptr, 0, KEY_ALL_ACCESS, nullptr, &key, nullptr))));
+        key_ = Key(key);
     }
-    ClassesKey(const ClassesKey&) = delete;
-    ClassesKey& operator=(const ClassesKey&) = delete;
-    ~ClassesKey() { RegCloseKey(key_); }
 
     void set(const String& path, const wchar_t* name, const String& value) const {
         check(HRESULT_FROM_WIN32(static_cast<DWORD>(
-            RegSetKeyValueW(key_, wide(path.data()), name, REG_SZ, value.data(),
+            RegSetKeyValueW(key_.get(), wide(path.data()), name, REG_SZ, value.data(),
                             static_cast<DWORD>((value.length() + 1) * sizeof(char16_t))))));
     }
     /// The unnamed value of a key as a path in its long form; "" when there is none.
     String file(const String& path) const {
         std::vector<wchar_t> text(32768); // what a path may have
         auto size = static_cast<DWORD>(text.size() * sizeof(wchar_t));
-        if (RegGetValueW(key_, wide(path.data()), nullptr, RRF_RT_REG_SZ, nullptr, text.data(), &size) !=
-            ERROR_SUCCESS)
+        if (RegGetValueW(key_.get(), wide(path.data()), nullptr, RRF_RT_REG_SZ, nullptr, text.data(),
+                         &size) != ERROR_SUCCESS)
             return {};
         return longForm(std::u16string_view(narrow(text.data())));
     }
     void remove(const String& path) const {
-        const auto status = static_cast<DWORD>(RegDeleteTreeW(key_, wide(path.data())));
+        const auto status = static_cast<DWORD>(RegDeleteTreeW(key_.get(), wide(path.data())));
         if (status != ERROR_FILE_NOT_FOUND)
             check(HRESULT_FROM_WIN32(status));
-        RegDeleteKeyW(key_, wide(path.data()));
+        RegDeleteKeyW(key_.get(), wide(path.data()));
     }
 
     /// Whether programs of the other word size have the key. Where there is one view, they see the same keys.
     bool hasOtherView(const String& path) const {
         constexpr REGSAM other = sizeof(void*) == 8 ? KEY_WOW64_32KEY : KEY_WOW64_64KEY;
         const String whole = concat(narrow(classesPath), u"\\", path);
-        HKEY opened = nullptr;
-        if (RegOpenKeyExW(root_, wide(whole.data()), 0, KEY_READ | other, &opened) != ERROR_SUCCESS)
-            return false;
-        RegCloseKey(opened);
-        return true;
+        return static_cast<bool>(opened(root_, wide(whole.data()), KEY_READ | other));
     }
 
     /// Removes a key unless something else stands in it.
     void removeEmpty(const wchar_t* path) const {
         DWORD keys = 0;
         DWORD values = 0;
-        HKEY opened = nullptr;
-        if (RegOpenKeyExW(key_, path, 0, KEY_READ, &opened) != ERROR_SUCCESS)
+        Key key = opened(key_.get(), path, KEY_READ);
+        if (!key)
             return;
-        RegQueryInfoKeyW(opened, nullptr, nullptr, nullptr, &keys, nullptr, nullptr, &values, nullptr,
+        RegQueryInfoKeyW(key.get(), nullptr, nullptr, nullptr, &keys, nullptr, nullptr, &values, nullptr,
                          nullptr, nullptr, nullptr);
-        RegCloseKey(opened);
+        key.reset();
         if (keys == 0 && values == 0)
-            RegDeleteKeyW(key_, path);
+            RegDeleteKeyW(key_.get(), path);
     }
 
   private:
+    static Key opened(HKEY below, const wchar_t* path, REGSAM access) {
+        HKEY key = nullptr;
+        return RegOpenKeyExW(below, path, 0, access, &key) == ERROR_SUCCESS ? Key(key) : Key();
+    }
+
     HKEY root_;
-    HKEY key_ = nullptr;
+    Key key_;
 };
 
 String versioned(const ClassInfo& info) {

@@ -3,12 +3,12 @@
 
 #include "automation/Convert.h"
 #include "base/Error.h"
+#include "base/Owned.h"
 #include "com/Failure.h"
 #include "com/References.h"
 #include "com/TypeLibrary.h"
 
 #include <algorithm>
-#include <memory>
 
 namespace vlgs::com {
 
@@ -224,9 +224,10 @@ class ArrayAccess {
     void* data_ = nullptr;
 };
 
-struct DestroyArray {
-    void operator()(SAFEARRAY* array) const noexcept { SafeArrayDestroy(array); }
-};
+void destroyArray(SAFEARRAY* array) noexcept {
+    SafeArrayDestroy(array);
+}
+using OwnedArray = Owned<SAFEARRAY*, &destroyArray>;
 
 VARTYPE elementTypeOf(SAFEARRAY* array) {
     VARTYPE type = VT_EMPTY;
@@ -391,12 +392,12 @@ SAFEARRAY* toSafeArray(const Array& array) {
     std::vector<SAFEARRAYBOUND> bounds;
     for (const auto& dimension : array.dimensions())
         bounds.push_back({static_cast<ULONG>(dimension.count), dimension.lower});
-    std::unique_ptr<SAFEARRAY, DestroyArray> result(SafeArrayCreate(
-        static_cast<VARTYPE>(array.element()), static_cast<UINT>(bounds.size()), bounds.data()));
+    OwnedArray result(SafeArrayCreate(static_cast<VARTYPE>(array.element()), static_cast<UINT>(bounds.size()),
+                                      bounds.data()));
     if (!result)
         throw std::bad_alloc();
     if (array.size() == 0)
-        return result.release();
+        return result.detach();
     {
         const ArrayAccess data(result.get());
         if (copyAnyPlain(array, data)) {
@@ -414,11 +415,11 @@ SAFEARRAY* toSafeArray(const Array& array) {
                 toVariant(values[i], data.as<VARIANT>()[i]);
         }
     }
-    return result.release();
+    return result.detach();
 }
 
 void assign(SAFEARRAY*& to, const Array& value) {
-    std::unique_ptr<SAFEARRAY, DestroyArray> fresh(toSafeArray(value));
+    OwnedArray fresh(toSafeArray(value));
     // An array of fixed size stays where it is. It takes over what has its shape, and nothing else.
     if (isFixed(to)) {
         if (!fresh || elementTypeOf(to) != elementTypeOf(fresh.get()) ||
@@ -431,7 +432,7 @@ void assign(SAFEARRAY*& to, const Array& value) {
     }
     if (to)
         check(SafeArrayDestroy(to));
-    to = fresh.release();
+    to = fresh.detach();
 }
 
 } // namespace vlgs::com

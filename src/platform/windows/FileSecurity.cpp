@@ -5,6 +5,15 @@
 
 namespace vlgs::windows {
 
+namespace {
+
+void freeLocal(void* memory) noexcept {
+    LocalFree(memory);
+}
+using LocalMemory = Owned<void*, &freeLocal>;
+
+} // namespace
+
 struct UserOnly::Parts {
     std::vector<std::byte> user;
     std::vector<std::byte> rules;
@@ -45,6 +54,7 @@ void copyAccess(const wchar_t* from, const wchar_t* to) noexcept {
     if (GetNamedSecurityInfoW(const_cast<wchar_t*>(from), SE_FILE_OBJECT, DACL_SECURITY_INFORMATION, nullptr,
                               nullptr, &rules, nullptr, &descriptor) != ERROR_SUCCESS)
         return;
+    const LocalMemory owner(descriptor);
     SECURITY_DESCRIPTOR_CONTROL control = 0;
     DWORD revision = 0;
     GetSecurityDescriptorControl(descriptor, &control, &revision);
@@ -54,7 +64,6 @@ void copyAccess(const wchar_t* from, const wchar_t* to) noexcept {
     if (rules)
         SetNamedSecurityInfoW(const_cast<wchar_t*>(to), SE_FILE_OBJECT,
                               DACL_SECURITY_INFORMATION | inheritance, nullptr, nullptr, rules, nullptr);
-    LocalFree(descriptor);
 }
 
 } // namespace vlgs::windows
