@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "platform/LargePages.h"
 
-#include <cstdint>
+#include <memory>
 
 #include <sys/mman.h>
 #include <unistd.h>
@@ -11,11 +11,9 @@ namespace vlgs {
 void preferLargePages([[maybe_unused]] void* block, [[maybe_unused]] std::size_t size) noexcept {
 #ifdef MADV_HUGEPAGE
     // The advice is taken for whole pages only.
-    const auto page = static_cast<std::uintptr_t>(::sysconf(_SC_PAGESIZE));
-    const auto from = (reinterpret_cast<std::uintptr_t>(block) + page - 1) / page * page;
-    const auto to = (reinterpret_cast<std::uintptr_t>(block) + size) / page * page;
-    if (from < to)
-        ::madvise(reinterpret_cast<void*>(from), to - from, MADV_HUGEPAGE);
+    const auto page = static_cast<std::size_t>(::sysconf(_SC_PAGESIZE));
+    if (std::align(page, page, block, size))
+        ::madvise(block, size / page * page, MADV_HUGEPAGE);
 #endif
 }
 
