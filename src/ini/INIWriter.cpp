@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "automation/Convert.h"
+#include "base/Ascii.h"
 #include "base/Text.h"
 #include "ini/Buffer.h"
 #include "ini/FailureMessage.h"
@@ -9,7 +10,6 @@
 #include "platform/Files.h"
 #include "platform/LargePages.h"
 
-#include <cstdio>
 #include <limits>
 #include <optional>
 #include <string>
@@ -142,11 +142,13 @@ std::u16string_view firstLacking(const CodePage& page, std::u16string_view text)
     std::uint32_t number = character[0];
     if (character.size() == 2)
         number = 0x10000 + ((number & 0x3FF) << 10 | (character[1] & 0x3FFu));
-    char digits[16];
-    std::snprintf(digits, sizeof digits, "%04X", static_cast<unsigned>(number));
+    String digits;
+    for (int shift = 20; shift >= 0; shift -= 4)
+        if (shift < 16 || number >> shift)
+            digits += ascii::hexDigits.substr(number >> shift & 15, 1);
     throw Error(static_cast<std::int32_t>(RunTimeError::InvalidProcedureCall), String(),
-                concat(place, u" has the character \"", character, u"\" (U+", String::fromUtf8(digits),
-                       u"), which code page ", decimal(page.number()), u" does not hold"));
+                concat(place, u" has the character \"", character, u"\" (U+", digits, u"), which code page ",
+                       decimal(page.number()), u" does not hold"));
 }
 
 // Names the first character of a document that the code page does not hold, with its place.
