@@ -123,7 +123,7 @@ TEST(INIText, OfAFileThatCannotBeReadIsTold) {
                                                     {u"/dev/zero", "Permission denied"},
                                                     {scratch.path("endless"), "Out of memory"}};
     for (const auto& [path, cause] : cases) {
-        const auto error = raised([&] { documentFrom(path); });
+        const auto error = raised([&path = path] { documentFrom(path); });
         EXPECT_EQ(error.number, messageError(11513));
         EXPECT_EQ(error.source, "VlGeneralServices.modFiles.g_RetrieveINIFile");
         EXPECT_NE(error.description.find(cause), std::string::npos) << error.description;

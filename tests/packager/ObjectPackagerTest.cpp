@@ -7,6 +7,7 @@
 #include <gtest/gtest.h>
 
 #include <array>
+#include <bit>
 #include <cstring>
 #include <random>
 #include <thread>
@@ -18,7 +19,7 @@ using Bytes = std::array<std::uint8_t, 16>;
 
 Bytes bytesOf(const Variant& value) {
     Bytes bytes;
-    std::memcpy(bytes.data(), &value, bytes.size());
+    std::memcpy(bytes.data(), static_cast<const void*>(&value), bytes.size());
     return bytes;
 }
 
@@ -230,7 +231,7 @@ TEST(Memory, OnlyReadableBytesAreCopied) {
     EXPECT_EQ(from, to);
     EXPECT_FALSE(readMemory(nullptr, std::span(to).first(4)));
     EXPECT_FALSE(readMemory(reinterpret_cast<const void*>(0x10), std::span(to).first(4)));
-    EXPECT_FALSE(readMemory(reinterpret_cast<const void*>(~std::uintptr_t{0} - 8), std::span(to).first(4)));
+    EXPECT_FALSE(readMemory(std::bit_cast<const void*>(~std::uintptr_t{8}), std::span(to).first(4)));
 }
 
 } // namespace

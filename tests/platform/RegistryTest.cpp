@@ -51,6 +51,7 @@ std::vector<String> valueNames(const RegistryKey& key) {
     std::vector<String> names;
     std::vector<RegistryValue> values;
     EXPECT_EQ(key.values(values), Success);
+    names.reserve(values.size());
     for (const auto& value : values)
         names.push_back(value.name);
     return names;

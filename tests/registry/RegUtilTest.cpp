@@ -131,7 +131,9 @@ TEST_F(RegUtilTest, ChecksArgumentsBeforeItOpensAnything) {
 }
 
 TEST_F(RegUtilTest, StoresAndReadsTheTypes) {
-    const auto bytes = [](std::vector<std::uint8_t> values) { return Variant(Array::ofBytes(values)); };
+    const auto bytes = [](std::vector<std::uint8_t> values) {
+        return Variant(Array::ofBytes(std::move(values)));
+    };
     const std::u16string_view parts(u"a\0b", 3);
     struct Case {
         std::int32_t type;
