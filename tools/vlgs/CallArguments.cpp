@@ -6,7 +6,6 @@
 #include "Misuse.h"
 #include "Words.h"
 #include "automation/Convert.h"
-#include "base/Ascii.h"
 #include "base/CaseFold.h"
 #include "base/NearestName.h"
 #include "library/Classes.h"
@@ -25,7 +24,7 @@ std::string_view nearestParameter(const MemberRows& rows, std::string_view name)
     NearestName near(text);
     for (const auto* row : rows)
         for (const auto& parameter : row->parameters)
-            if (ascii::toLower(parameter.name.front()) == ascii::toLower(name.front()))
+            if (equalIgnoringCase(parameter.name.substr(0, 1), name.substr(0, 1)))
                 near.offer(parameter.name);
     return near.found();
 }

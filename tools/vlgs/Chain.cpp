@@ -338,8 +338,11 @@ class Chain {
 } // namespace
 
 bool isIdentifier(std::string_view text) {
-    const auto isWordPart = [](char c) { return ascii::isLetter(c) || ascii::isDigit(c) || c == '_'; };
-    return !text.empty() && !ascii::isDigit(text.front()) && std::ranges::all_of(text, isWordPart);
+    const auto isWordPart = [](unsigned char c) {
+        return ascii::isLetter(c) || ascii::isDigit(c) || c == '_';
+    };
+    return !text.empty() && !ascii::isDigit(static_cast<unsigned char>(text.front())) &&
+           std::ranges::all_of(text, isWordPart);
 }
 
 std::vector<ChainWord> chainWords(std::span<const std::string_view> given) {

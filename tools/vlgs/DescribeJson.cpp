@@ -30,12 +30,12 @@ void writeParameter(Json& json, const ParameterInfo& parameter) {
 void writeErrors(Json& json, std::span<const ErrorCondition> errors) {
     json.name("errors");
     json.array([&] {
-        for (const auto& [code, when] : errors)
+        for (const auto& error : errors)
             json.object([&] {
                 json.name("code");
-                json.raw(std::to_string(code));
-                json.field("name", messageName(code));
-                json.field("when", when);
+                json.raw(std::to_string(error.code));
+                json.field("name", messageName(error.code));
+                json.field("when", error.when);
             });
     });
 }

@@ -73,11 +73,11 @@ std::vector<Pair> pairsOf(std::u16string_view text) {
 void printJson(const std::vector<Pair>& pairs) {
     Json json(std::cout, Json::Layout::Entries);
     json.array([&] {
-        for (const auto& [name, value] : pairs)
+        for (const auto& pair : pairs)
             json.object([&] {
-                json.field("name", name);
-                json.field("value", value);
-                json.field("meaning", meaningOf(name).meaning);
+                json.field("name", pair.name);
+                json.field("value", pair.value);
+                json.field("meaning", meaningOf(pair.name).meaning);
             });
     });
     json.end();

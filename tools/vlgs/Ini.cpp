@@ -260,12 +260,12 @@ int diff(std::span<const std::string_view> given) {
 void printJson(const std::vector<Finding>& findings) {
     printJson(Json::Layout::Entries, [&](Json& json) {
         json.array([&] {
-            for (const auto& [line, what, isLost] : findings)
+            for (const auto& finding : findings)
                 json.object([&] {
                     json.name("line");
-                    json.raw(std::to_string(line));
-                    json.field("problem", what);
-                    json.field("lost", isLost);
+                    json.raw(std::to_string(finding.line));
+                    json.field("problem", finding.what);
+                    json.field("lost", finding.isLost);
                 });
         });
     });

@@ -151,9 +151,9 @@ void printJson(std::ostream& out, const Variant& value, const std::vector<Writte
             return;
         json.name("arguments");
         json.object([&] {
-            for (const auto& [name, argument] : arguments) {
-                json.name(name);
-                json.object([&] { writeTyped(json, *argument); });
+            for (const auto& argument : arguments) {
+                json.name(argument.name);
+                json.object([&] { writeTyped(json, *argument.value); });
             }
         });
     });

@@ -68,11 +68,11 @@ void printValue(const RegistryValue& value) {
 
 void writeValues(Json& json, const std::vector<RegistryValue>& values) {
     json.object([&] {
-        for (const auto& [name, data] : values) {
-            json.name(name);
+        for (const auto& value : values) {
+            json.name(value.name);
             json.object([&] {
-                json.field("type", typeName(data.type));
-                json.field("value", dataText(data));
+                json.field("type", typeName(value.data.type));
+                json.field("value", dataText(value.data));
             });
         }
     });

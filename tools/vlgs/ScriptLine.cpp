@@ -3,6 +3,8 @@
 
 #include "Misuse.h"
 
+#include <algorithm>
+
 namespace vlgs::cli {
 
 namespace {

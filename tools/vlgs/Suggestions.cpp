@@ -3,10 +3,9 @@
 
 #include "CallArguments.h"
 #include "HostText.h"
-#include "base/Ascii.h"
+#include "base/CaseFold.h"
 #include "library/Classes.h"
 
-#include <algorithm>
 #include <set>
 
 namespace vlgs::cli {
@@ -75,9 +74,7 @@ class Candidates {
     explicit Candidates(std::string_view word) : word_(word) {}
 
     void offer(const std::string& name) {
-        const auto same = [](char a, char b) { return ascii::toLower(a) == ascii::toLower(b); };
-        if (name.size() >= word_.size() &&
-            std::equal(word_.begin(), word_.end(), name.begin(), name.begin() + std::ssize(word_), same))
+        if (equalIgnoringCase(std::string_view(name).substr(0, word_.size()), word_))
             found_.insert(name);
     }
     /// The members of a class, or of all where it is not known.
