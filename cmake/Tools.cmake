@@ -2,6 +2,10 @@ file(GLOB VLGS_TOOL_SOURCES CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/tools/vlgs/*
 if(VLGS_TOOL_SOURCES)
   add_executable(vlgs ${VLGS_TOOL_SOURCES})
   target_link_libraries(vlgs PRIVATE vlgs_inside ${CMAKE_DL_LIBS})
+  if(WIN32)
+    vlgs_version_resource(vlgs.exe 1 "Command line of the general services" "" "")
+    target_sources(vlgs PRIVATE ${PROJECT_BINARY_DIR}/typelib/vlgs.rc)
+  endif()
   set_target_properties(vlgs PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR}/bin)
 
   # The manual page and what completes names in shells are the program's own output, where it can run.

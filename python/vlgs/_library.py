@@ -24,10 +24,12 @@ def candidates():
     chosen = os.environ.get("VLGS_LIBRARY")
     if chosen:
         return [chosen]
+    # A wheel has it in the module's own folder.
+    module = os.path.dirname(os.path.abspath(__file__))
+    found = [path for path in [os.path.join(module, FILE_NAME)] if os.path.exists(path)]
     # The build tree and the installed tree both hold "python" beside (or some levels below the parent of)
     # "lib".
-    found = []
-    folder = os.path.dirname(os.path.dirname(os.path.abspath(__file__)))
+    folder = os.path.dirname(module)
     for _ in range(4):
         folder = os.path.dirname(folder)
         for place in _library_folders(folder):

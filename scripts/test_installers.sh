@@ -1,0 +1,111 @@
+#!/usr/bin/env bash
+# SPDX-License-Identifier: MIT
+# Uses what scripts/package.sh has made for 64-bit Windows under Wine: the archive, unpacked in a folder with blanks in its
+# name, registered and by manifest; the installer package, installed, upgraded and removed. Afterwards the registry must
+# be as before.
+set -euo pipefail
+cd "$(dirname "$0")/.."
+source scripts/packages.sh
+need wine wine64 unzip wixl msitools g++-mingw-w64-x86-64-posix
+version=$(sed -nE 's/^project\(.* VERSION ([0-9.]+) .*/\1/p' CMakeLists.txt)
+name=VlGeneralServices-$version
+dist=$PWD/dist
+work=$(mktemp -d)
+trap 'wineserver -k 2>/dev/null || true; wineserver -w 2>/dev/null || true; rm -rf "$work"' EXIT
+export WINEPREFIX=$work/prefix
+export WINEDEBUG=-all WINEDLLOVERRIDES="mscoree,mshtml=;winemenubuilder.exe=d"
+failed=0
+
+fail() {
+    echo "FAILED: $*"
+    failed=1
+}
+
+# Both hives without the times of their keys; what Wine's own services write as they please is left out.
+registry() {
+    wineserver -w
+    sed -E 's/^(\[.*\]) [0-9]+$/\1/; /^#time=/d' "$WINEPREFIX/system.reg" "$WINEPREFIX/user.reg"
+}
+
+# The registry's classes that have our name, our identifiers or our file's name, without the file's folder.
+ours() {
+    registry | awk '/^\[/ { key = $0; next } /^[@"]/ { print key " " $0 }' | grep -i '^\[Software\\\\Classes' |
+        grep -iE 'VlGeneralServices|5E0A8C52-3F1D' | grep -vi 'HELPDIR\|\\\\Installer\\\\' | sed 's/"[^"]*\\\\\(VlGeneralServices.dll\)/"\1/i' | sort
+}
+
+same_as_before() {
+    registry | diff "$work/before" - >"$work/difference" || {
+        head -n 20 "$work/difference"
+        fail "$1: the registry is not as before"
+    }
+}
+
+use() {
+    wine cscript //nologo "$(winepath -w "$folder/samples/connection.vbs")" \
+        "$(winepath -w "$folder/samples/demo/demo.VLS")" 12/31/2009 | tr -d '\r' >"$work/output" || true
+    grep -q '^DRIVER=' "$work/output" && grep -qx 2009-12-31 "$work/output" || { cat "$work/output" && fail "$1: use"; }
+}
+
+installed_products() { registry | grep -ci '"DisplayName"="VlGeneralServices' || true; }
+
+archive() {
+    unzip -q "$dist/$name-win.zip" -d "$work/a folder with blanks"
+    folder="$work/a folder with blanks/$name"
+    local dll=$folder/x64/VlGeneralServices.dll
+    wine regsvr32 /s "$(winepath -w "$dll")" || fail "archive: register"
+    ours >"$work/registered"
+    use archive
+    wine regsvr32 /s /u "$(winepath -w "$dll")" || fail "archive: unregister"
+    same_as_before archive
+
+    local client="$work/a client"
+    mkdir "$client"
+    echo '1 24 "tests/com/windows/Client.manifest"' | x86_64-w64-mingw32-windres -O coff -o "$client/manifest.o"
+    x86_64-w64-mingw32-g++-posix -std=c++17 -municode -static -isystem "$folder/include" samples/early_bound.cpp \
+        "$client/manifest.o" -o "$client/early_bound.exe" -loleaut32 -lole32 -luuid
+    cp "$folder"/x64/VlGeneralServices.{dll,manifest} "$folder/x64/VlComRes.dll" "$client"
+    wine "$client/early_bound.exe" "$(winepath -w "$folder/samples/demo/demo.VLS")" | grep -q '^DRIVER=' ||
+        fail "archive: by manifest"
+    wine "$folder/x64/vlgs.exe" classes | grep -q Files || fail "archive: command"
+    echo "-- archive: registered, by manifest, command"
+}
+
+# A package of an older version with other bytes in its files' place.
+older_package() {
+    local to=$work/older
+    mkdir "$to"
+    cp "$folder"/x64/* "$folder"/*.txt "$to"
+    echo older >"$to/README.txt"
+    packaging/windows/installer.py x64 "${version%.*.*}.0.1" >"$to/installer.wxs"
+    (cd "$to" && wixl --arch x64 -o "$work/older.msi" installer.wxs)
+}
+
+installer() {
+    local package=$dist/$name-x64.msi home="$WINEPREFIX/drive_c/Program Files/VlGeneralServices"
+    install() { wine msiexec /i "$(winepath -w "$1")" /qn "${@:2}"; }
+    older_package
+    install "$work/older.msi" || fail "installer: the older version"
+    grep -q older "$home/README.txt" || fail "installer: no files of the older version"
+    install "$package" || fail "installer: upgrade"
+    [ "$(installed_products)" -gt 0 ] || fail "installer: the product is not listed"
+    cmp -s "$folder/README.txt" "$home/README.txt" || fail "installer: the files are not the newer ones"
+    wine msiexec /i "$(winepath -w "$work/older.msi")" /qn && fail "installer: an older version goes over a newer one"
+    ours | diff "$work/registered" - || fail "installer: registered are other things than by the server itself"
+    use installer
+    wine msiexec /x "$(winepath -w "$package")" /qn || fail "installer: remove"
+    [ ! -e "$home" ] || { ls -R "$home" && fail "installer: files stay behind"; }
+    same_as_before installer
+    install "$package" ALLUSERS=2 MSIINSTALLPERUSER=1 || fail "installer: for one user"
+    wine msiexec /x "$(winepath -w "$package")" /qn || fail "installer: remove for one user"
+    same_as_before "installer, for one user"
+    echo "-- installer: installed, upgraded, used, removed"
+}
+
+wine wineboot -i >/dev/null 2>&1
+wine cscript //nologo "$(winepath -w samples/connection.vbs)" >/dev/null || true # the script host registers itself
+# Folders that every installation of anything makes.
+wine reg add 'HKCU\Software\Classes' /f >/dev/null 2>&1
+registry >"$work/before"
+archive
+installer
+exit $failed

@@ -1,0 +1,55 @@
+#!/usr/bin/env bash
+# SPDX-License-Identifier: MIT
+# Installs, uses and removes what scripts/package.sh has made in dist/.
+#
+#   scripts/test_packages.sh              everything
+#   scripts/test_packages.sh wheel        the wheel, in a fresh virtual environment without network
+#   scripts/test_packages.sh windows      the archive and the installer package for Windows, under Wine
+#   scripts/test_packages.sh debian       Debian's packages, in a bare system (as root)
+#   scripts/test_packages.sh source       the archive of the sources: builds it and runs the native tests
+set -euo pipefail
+cd "$(dirname "$0")/.."
+source scripts/packages.sh
+source scripts/bare_root.sh
+source tests/consumer/expect.sh
+version=$(sed -nE 's/^project\(.* VERSION ([0-9.]+) .*/\1/p' CMakeLists.txt)
+name=VlGeneralServices-$version
+dist=$PWD/dist
+work=$(mktemp -d)
+trap 'rm -rf "$work"' EXIT
+connection='import sys, vlgs; print(vlgs.Dispatch("VlGeneralServices.Files").BuildConnectionStringFromPath(sys.argv[1]))'
+
+wheel() {
+    need python3-venv
+    python3 -m venv "$work/venv"
+    "$work/venv/bin/pip" install -q --no-index --disable-pip-version-check "$dist"/vlgs-*.whl
+    cp -r samples "$work"
+    (cd "$work" && expect wheel env -u VLGS_LIBRARY venv/bin/python -c "$connection" samples/demo/demo.VLS)
+    "$work/venv/bin/pip" uninstall -q -y vlgs
+    [ -z "$(find "$work/venv" -ipath '*vlg*')" ] || { find "$work/venv" -ipath '*vlg*' && return 1; }
+}
+
+debian() {
+    need lintian
+    lintian --fail-on error,warning "$dist"/*.deb
+    bare_root bookworm packages
+    mkdir "$root/root/packages"
+    cp "$dist"/*.deb "$root/root/packages"
+    cp -r tests/consumer samples "$root/root"
+    inside "$root" root consumer/debian.sh packages samples
+}
+
+from_sources() {
+    tar -C "$work" -xf "$dist/$name.tar.gz"
+    "$work/$name/scripts/test.sh" native
+}
+
+for kind in ${1:-wheel windows debian source}; do
+    echo "== $kind"
+    case $kind in
+    wheel | debian) $kind ;;
+    windows) scripts/test_installers.sh ;;
+    source) from_sources ;;
+    *) echo "usage: scripts/test_packages.sh [wheel|windows|debian|source]" >&2 && exit 2 ;;
+    esac
+done
