@@ -11,7 +11,7 @@ if(CMAKE_SIZEOF_VOID_P EQUAL 8)
   list(APPEND VLGS_WINDOWS_LINK_OPTIONS -Wl,--high-entropy-va)
 endif()
 add_link_options(${VLGS_WINDOWS_LINK_OPTIONS} $<$<CONFIG:Release>:-s>)
-target_link_options(VlGeneralServices PRIVATE -static)
+target_link_options(VlGeneralServices PRIVATE -static ${VLGS_WINDOWS_LINK_OPTIONS} $<$<CONFIG:Release>:-s>)
 target_link_libraries(vlgs_static PUBLIC oleaut32 ole32 uuid advapi32 mpr bcrypt)
 
 # The type library. The definitions that it imports come with Wine's development files.

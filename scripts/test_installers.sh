@@ -55,6 +55,14 @@ archive() {
     wine regsvr32 /s "$(winepath -w "$dll")" || fail "archive: register"
     ours >"$work/registered"
     use archive
+    # The script that the page on Windows shows.
+    sed -n '/^```vbs$/,/^```$/{//!p}' docs/windows.md >"$work/page.vbs"
+    wine cscript //nologo "$(winepath -w "$work/page.vbs")" "$(winepath -w "$folder/samples/demo/demo.VLS")" |
+        tr -d '\r' >"$work/output" || true
+    grep -q '^DRIVER=' "$work/output" && grep -q '^VlGeneralServices.INIFile.*:' "$work/output" || {
+        cat "$work/output"
+        fail "archive: the page's script"
+    }
     wine regsvr32 /s /u "$(winepath -w "$dll")" || fail "archive: unregister"
     same_as_before archive
 

@@ -123,6 +123,9 @@ prove() {
     round_trip "$preset, machine"
     round_trip "$preset, user" /n /i:user
     two_copies "$preset, two copies"
+    cp "$bin/vlgs.exe" "$work"
+    wine "$work/vlgs.exe" call Files.RetrieveINIFile 'C:\no\such.ini' 2>&1 | grep '^error 53 .*VlComRes.dll' ||
+        fail "$preset: the missing file of the texts is not named"
     echo "-- $preset, manifest without registration"
     wine "$bin/VlgsManifestClient.exe" || fail "$preset: manifest"
     native_tests "$bin"
@@ -142,6 +145,26 @@ check_imports() {
     [ -z "$extra" ] || fail "$1 needs $extra"
 }
 
+# What Windows and its users see of the files: fit for addresses that cannot be foretold, no code in data, whose they are,
+# no time and no names of functions.
+check_files() {
+    local file wanted characteristics name
+    wanted="DYNAMIC_BASE NX_COMPAT"
+    [ "$2" = i686 ] || wanted+=" HIGH_ENTROPY_VA"
+    for file in VlGeneralServices.dll VlComRes.dll vlgs.exe; do
+        file=build/$1/bin/$file
+        characteristics=$("$2-w64-mingw32-objdump" -p "$file")
+        for name in $wanted; do
+            [[ $characteristics == *"$name"* ]] || fail "$file: not $name"
+        done
+        grep -qE '^Time/Date\s+(Thu Jan 01 0[01]:00:00 1970|00000000)' <<<"$characteristics" || fail "$file: has a time"
+        "$2-w64-mingw32-objdump" -t "$file" | grep -q 'no symbols' || fail "$file: not stripped"
+        for name in CompanyName ProductName LegalCopyright FileVersion; do
+            strings -el "$file" | grep -qx "$name" || fail "$file: no $name"
+        done
+    done
+}
+
 need_build
 need g++-mingw-w64-x86-64-posix g++-mingw-w64-i686-posix mingw-w64-tools libwine-dev wine wine64 libgtest-dev googletest
 if [ "${1:-}" = prove ]; then # from below, inside the namespace of the 32-bit Wine
@@ -153,7 +176,10 @@ for kind in ${1:-x64 x86}; do
     build "windows-$kind"
 done
 for kind in ${1:-x64 x86}; do
-    [ "$kind" = x64 ] && check_imports windows-x64 x86_64 || check_imports windows-x86 i686
+    processor=x86_64
+    [ "$kind" = x64 ] || processor=i686
+    check_imports "windows-$kind" $processor
+    check_files "windows-$kind" $processor
     echo "== windows-$kind: Wine"
     if [ "$kind" = x64 ] || has_wine32; then
         prove "windows-$kind"

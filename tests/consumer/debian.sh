@@ -1,4 +1,5 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: MIT
 # Installs, uses and removes Debian's packages in a bare system, where the folder of the packages stands beside that of
 # this script. `debian.sh PACKAGES SAMPLES`
 set -euo pipefail

@@ -2,10 +2,12 @@
 
 import os
 import pathlib
+import re
 import runpy
 import shutil
 import subprocess
 import sys
+import tempfile
 import unittest
 
 ROOT = pathlib.Path(__file__).resolve().parents[2]
@@ -28,6 +30,24 @@ class SamplesTest(unittest.TestCase):
                 done = run(sys.executable, "samples/" + words[0], *words[1:])
                 self.assertEqual((done.returncode, done.stderr), (0, ""))
                 self.assertIn(output, done.stdout)
+
+    @unittest.skipUnless(os.environ.get("VLGS_TOOL"), "no command line")
+    def test_the_way_from_windows_to_linux_can_be_gone_as_told(self):
+        page = (ROOT / "docs/moving.md").read_text()
+        commands = "\n".join(re.findall(r"^```sh\n(.*?)^```$", page, re.DOTALL | re.MULTILINE))
+        with tempfile.TemporaryDirectory() as folder:
+            for name, hive in ("user", "HKEY_CURRENT_USER"), ("machine", "HKEY_LOCAL_MACHINE"):
+                text = f'Windows Registry Editor Version 5.00\r\n\r\n[{hive}\\Software\\Demo]\r\n"Path"="P:\\\\demo"\r\n'
+                pathlib.Path(folder, name + ".reg").write_bytes(text.encode("utf-16"))
+            shutil.copytree(ROOT / "samples/demo", folder + "/projects/demo")
+            tools = os.path.dirname(os.environ["VLGS_TOOL"]) + os.pathsep + os.environ["PATH"]
+            done = subprocess.run(["bash", "-euc", commands.replace("/mnt/projects", folder + "/projects")], cwd=folder,
+                                  capture_output=True, text=True, timeout=60,
+                                  env={"PATH": tools, "HOME": folder, "LANG": "C.UTF-8"})
+            self.assertEqual((done.returncode, done.stderr), (0, ""))
+            self.assertIn(r"DBQ=P:\demo\demo", done.stdout)
+            back = pathlib.Path(folder, "back.reg").read_bytes().decode("utf-16")
+            self.assertIn('[HKEY_CURRENT_USER\\Software\\Demo]\r\n"Path"="P:\\\\demo"', back)
 
     def test_the_stub_is_the_committed_one(self):
         stubs = runpy.run_path(str(ROOT / "scripts/python_stubs.py"))
