@@ -1,7 +1,8 @@
 #!/usr/bin/env bash
 # SPDX-License-Identifier: MIT
 # Proves that a newcomer can build here: makes a bare Debian below build/fresh, clones what is committed into it and
-# runs the demo and all tests, first as root, who installs what the scripts ask for, then, native, as an ordinary user.
+# runs the demo and all tests, first as root, who installs what the scripts ask for, then, native, as an ordinary user;
+# on bookworm, where releases are made, it makes the packages too, uses them, and makes them again.
 # Needs root and an hour or two; a step's output stands in build/fresh/SUITE.log.
 #
 #   scripts/fresh.sh [bookworm|trixie]              everything
@@ -46,3 +47,7 @@ clone /home/user
 chroot "$root" chown -R user: /home/user
 step user ./scripts/demo.sh
 step user ./scripts/test.sh native
+if [ "$suite" = bookworm ]; then
+    step root ./scripts/package.sh
+    step root ./scripts/test_packages.sh
+fi

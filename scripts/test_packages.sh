@@ -2,11 +2,12 @@
 # SPDX-License-Identifier: MIT
 # Installs, uses and removes what scripts/package.sh has made in dist/.
 #
-#   scripts/test_packages.sh              everything
-#   scripts/test_packages.sh wheel        the wheel, in a fresh virtual environment without network
-#   scripts/test_packages.sh windows      the archive and the installer package for Windows, under Wine
-#   scripts/test_packages.sh debian       Debian's packages, in a bare system (as root)
-#   scripts/test_packages.sh source       the archive of the sources: builds it and runs the native tests
+#   scripts/test_packages.sh [KIND…]      everything, or these:
+#   wheel    the wheel, in a fresh virtual environment without network
+#   windows  the archive and the installer package for Windows, under Wine
+#   debian   Debian's packages, in a bare system (as root)
+#   source   the archive of the sources: builds it and runs the native tests
+#   again    makes everything once more and compares the bytes
 set -euo pipefail
 cd "$(dirname "$0")/.."
 source scripts/packages.sh
@@ -44,12 +45,19 @@ from_sources() {
     "$work/$name/scripts/test.sh" native
 }
 
-for kind in ${1:-wheel windows debian source}; do
+again() {
+    cp "$dist/SHA256SUMS" "$work"
+    scripts/package.sh >/dev/null
+    diff "$work/SHA256SUMS" "$dist/SHA256SUMS"
+}
+
+[ $# -gt 0 ] || set -- wheel windows debian source again
+for kind in "$@"; do
     echo "== $kind"
     case $kind in
-    wheel | debian) $kind ;;
+    wheel | debian | again) $kind ;;
     windows) scripts/test_installers.sh ;;
     source) from_sources ;;
-    *) echo "usage: scripts/test_packages.sh [wheel|windows|debian|source]" >&2 && exit 2 ;;
+    *) echo "usage: scripts/test_packages.sh [wheel|windows|debian|source|again]…" >&2 && exit 2 ;;
     esac
 done
