@@ -41,6 +41,9 @@ documents() {
     gzip -9n <"$source/CHANGELOG.md" >"$to/changelog.gz"
     printf 'vlgeneralservices (%s) unstable; urgency=medium\n\n  * See changelog.gz.\n\n -- %s  %s\n' "$version" \
         "$(sed -n 's/^Maintainer: //p' "$here/debian/$2.control")" "$date" | gzip -9n >"$to/changelog.Debian.gz"
+    mkdir -p "$1/usr/share/lintian/overrides"
+    printf '# Nobody asked Debian for it: it is not uploaded there.\n%s: initial-upload-closes-no-bugs\n' "$2" \
+        >"$1/usr/share/lintian/overrides/$2"
 }
 
 # What the command's package has besides the program.
@@ -71,9 +74,6 @@ package() {
     if [ "$2" = Library ]; then
         echo "libVlGeneralServices ${version%%.*} $name (>= ${version%.*.*})" >"$root/DEBIAN/shlibs"
         echo "activate-noawait ldconfig" >"$root/DEBIAN/triggers"
-    fi
-    if [ -e "$here/debian/$name.lintian-overrides" ]; then
-        install -D -m 644 "$here/debian/$name.lintian-overrides" "$root/usr/share/lintian/overrides/$name"
     fi
     (cd "$root" && find . -path ./DEBIAN -prune -o -type f -printf '%P\0' | sort -z | xargs -0 md5sum) >"$work/md5sums"
     mv "$work/md5sums" "$root/DEBIAN"

@@ -21,16 +21,19 @@ fail() {
     failed=1
 }
 
-# Both hives without the times of their keys; what Wine's own services write as they please is left out.
+# What the hives hold of classes and installed products, and whatever has our name, without the times of keys.
 registry() {
     wineserver -w
-    sed -E 's/^(\[.*\]) [0-9]+$/\1/; /^#time=/d' "$WINEPREFIX/system.reg" "$WINEPREFIX/user.reg"
+    sed -E 's/^(\[.*\]) [0-9]+$/\1/; /^#time=/d' "$WINEPREFIX/system.reg" "$WINEPREFIX/user.reg" |
+        awk '/^\[/ { kept = /^\[Software\\\\Classes|CurrentVersion\\\\(Installer|Uninstall)/ } kept || /VlGeneralServices/'
 }
 
-# The registry's classes that have our name, our identifiers or our file's name, without the file's folder.
+# Our values among the classes, without the folder of the server and without what differs between systems: the flags and
+# the help folder of a type library.
 ours() {
     registry | awk '/^\[/ { key = $0; next } /^[@"]/ { print key " " $0 }' | grep -i '^\[Software\\\\Classes' |
-        grep -iE 'VlGeneralServices|5E0A8C52-3F1D' | grep -vi 'HELPDIR\|\\\\Installer\\\\' | sed 's/"[^"]*\\\\\(VlGeneralServices.dll\)/"\1/i' | sort
+        grep -iE 'VlGeneralServices|5E0A8C52-3F1D' | grep -viE 'HELPDIR|FLAGS|\\\\Installer\\\\' |
+        sed 's/"[^"]*\\\(VlGeneralServices.dll\)/"\1/i' | sort
 }
 
 same_as_before() {
@@ -59,7 +62,7 @@ archive() {
     sed -n '/^```vbs$/,/^```$/{//!p}' docs/windows.md >"$work/page.vbs"
     wine cscript //nologo "$(winepath -w "$work/page.vbs")" "$(winepath -w "$folder/samples/demo/demo.VLS")" |
         tr -d '\r' >"$work/output" || true
-    grep -q '^DRIVER=' "$work/output" && grep -q '^VlGeneralServices.INIFile.*:' "$work/output" || {
+    grep -q '^DRIVER=' "$work/output" && grep -q '^VlGeneralServices\..*: ' "$work/output" || {
         cat "$work/output"
         fail "archive: the page's script"
     }
@@ -111,8 +114,11 @@ installer() {
 
 wine wineboot -i >/dev/null 2>&1
 wine cscript //nologo "$(winepath -w samples/connection.vbs)" >/dev/null || true # the script host registers itself
-# Folders that every installation of anything makes.
-wine reg add 'HKCU\Software\Classes' /f >/dev/null 2>&1
+# Keys that the first registration, or installation, of anything makes.
+for key in 'HKCU\Software\Classes' HKLM\\Software\\Classes\\Installer\\{Features,Products,UpgradeCodes} \
+    'HKLM\Software\Microsoft\Windows\CurrentVersion\Installer\'{UpgradeCodes,UserData\\S-1-5-18\\{Components,Products}}; do
+    wine reg add "$key" /f >/dev/null 2>&1
+done
 registry >"$work/before"
 archive
 installer

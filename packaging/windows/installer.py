@@ -75,27 +75,36 @@ def registry(arch):
     yield path + (r"\0\win64" if arch == "x64" else r"\0\win32"), None, "[#Server]"
 
 
-def rows(arch, shared):
-    """The values that programs of both word sizes see, or the others."""
-    key_path = ' KeyPath="yes"' if shared else ""
+def rows(arch, kind):
+    """The values that programs of both word sizes see ("names"), those of the interfaces, or the others ("classes")."""
     for key, name, value in registry(arch):
-        if (key.startswith("VlGeneralServices.") or key.endswith("FLAGS")) == shared:
+        own = "interfaces" if key.startswith("Interface") else "names" if key.startswith("VlGeneral") else "classes"
+        if own == kind:
             named = f" Name={quoteattr(name)}" if name else ""
-            yield (f'<RegistryValue Root="HKCR" Key={quoteattr(key)}{named} '
-                   f'Type="string" Value={quoteattr(value)}{key_path}/>')
-            key_path = ""
+            yield f'<RegistryValue Root="HKCR" Key={quoteattr(key)}{named} Type="string" Value={quoteattr(value)}/>'
+
+
+def keyed(values):
+    """With the mark of the one value by which the installer knows that they are there."""
+    first, *others = values
+    return NEWLINE.join([first.replace("/>", ' KeyPath="yes"/>'), *others])
 
 
 def components(arch):
     win64 = ' Win64="yes"' if arch == "x64" else ""
     for name, file_id in FILES.items():
+        # Interfaces are called from programs of the other word size, too.
+        own = [*rows(arch, "classes"), *(rows(arch, "interfaces") if win64 else [])] if file_id == "Server" else []
         yield f"""<Component Id="C{file_id}" Guid="{identifier(arch, name)}"{win64}>
           <File Id="{file_id}" Name="{name}" Source="{name}" KeyPath="yes"/>
-          {NEWLINE.join(rows(arch, False)) if file_id == "Server" else ""}
+          {NEWLINE.join(own)}
         </Component>"""
-    # The same component in both packages: it stays until the second of them goes.
-    yield f"""<Component Id="CNames" Guid="{identifier("names of classes")}">
-          {NEWLINE.join(rows(arch, True))}
+    # The same components in both packages: they stay until the second of these goes.
+    yield f"""<Component Id="CNames" Guid="{identifier("names of classes")}"{win64}>
+          {keyed(rows(arch, "names"))}
+        </Component>"""
+    yield f"""<Component Id="CInterfaces" Guid="{identifier("interfaces for 32 bit")}">
+          {keyed(rows(arch, "interfaces"))}
         </Component>"""
 
 
@@ -103,7 +112,7 @@ def main(arch, version=None):
     version = version or re.search(r"^project\(.* VERSION ([0-9.]+) ", (SOURCE / "CMakeLists.txt").read_text(), re.MULTILINE)[1]
     bits = {"x64": "64", "x86": "32"}[arch]
     root = {"x64": "ProgramFiles64Folder", "x86": "ProgramFilesFolder"}[arch]
-    references = NEWLINE.join(f'<ComponentRef Id="C{name}"/>' for name in [*FILES.values(), "Names"])
+    references = NEWLINE.join(f'<ComponentRef Id="C{name}"/>' for name in [*FILES.values(), "Names", "Interfaces"])
     print(f"""<?xml version="1.0" encoding="utf-8"?>
 <Wix xmlns="http://schemas.microsoft.com/wix/2006/wi">
   <Product Id="{identifier(arch, version)}" Name="VlGeneralServices ({bits} bit)" Language="1033" Codepage="1252"
