@@ -46,16 +46,6 @@ documents() {
         >"$1/usr/share/lintian/overrides/$2"
 }
 
-# What the command's package has besides the program.
-completions() {
-    local share=$1/usr/share program=$1/usr/bin/vlgs shell
-    mkdir -p "$share"/{bash-completion/completions,zsh/vendor-completions,fish/vendor_completions.d,man/man1}
-    "$program" completion bash >"$share/bash-completion/completions/vlgs"
-    "$program" completion zsh >"$share/zsh/vendor-completions/_vlgs"
-    "$program" completion fish >"$share/fish/vendor_completions.d/vlgs.fish"
-    gzip -9n <"$here/debian/vlgs.1" >"$share/man/man1/vlgs.1.gz"
-}
-
 # package NAME COMPONENT
 package() {
     local name=$1 root=$work/$1 file files libraries=
@@ -65,7 +55,10 @@ package() {
         strip --strip-unneeded --remove-section=.comment --remove-section=.note "${files[@]}"
         libraries=$(shared_libraries "${files[@]}")
     fi
-    [ "$2" != Command ] || completions "$root"
+    if [ "$2" = Command ]; then
+        gzip -9n "$root"/usr/share/man/man1/*
+        mv "$root"/usr/share/zsh/{site-functions,vendor-completions}
+    fi
     documents "$root" "$name"
     mkdir "$root/DEBIAN"
     for file in postinst prerm; do

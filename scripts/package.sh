@@ -6,7 +6,7 @@ set -euo pipefail
 cd "$(dirname "$0")/.."
 source scripts/packages.sh
 need_compiler
-need git dpkg-dev python3 python3-pip mingw-w64-tools g++-mingw-w64-x86-64-posix g++-mingw-w64-i686-posix libwine-dev \
+need git dpkg-dev python3-dev mingw-w64-tools g++-mingw-w64-x86-64-posix g++-mingw-w64-i686-posix libwine-dev \
     wixl msitools faketime zip
 version=$(sed -nE 's/^project\(.* VERSION ([0-9.]+) .*/\1/p' CMakeLists.txt)
 name=VlGeneralServices-$version
@@ -42,7 +42,7 @@ echo "== Linux"
 flags() { DEB_BUILD_MAINT_OPTIONS=hardening=+all dpkg-buildflags --get "$1" | sed -E 's/(^| )-(g|ffile-prefix-map=[^ ]*)( |$)/ /g'; }
 linux_flags="$(flags CXXFLAGS) $(flags CPPFLAGS) $map"
 configured linux -DCMAKE_INSTALL_PREFIX=/usr -DCMAKE_INSTALL_LIBDIR="lib/$(dpkg-architecture -qDEB_HOST_MULTIARCH)" \
-    -DVLGS_PYTHON_DIR=lib/python3/dist-packages -DCMAKE_CXX_FLAGS="$linux_flags" \
+    -DVLGS_PYTHON_DIR=lib/python3/dist-packages -DPython3_EXECUTABLE=/usr/bin/python3 -DCMAKE_CXX_FLAGS="$linux_flags" \
     -DCMAKE_SHARED_LINKER_FLAGS="$(flags LDFLAGS)" -DCMAKE_MODULE_LINKER_FLAGS="$(flags LDFLAGS)" \
     -DCMAKE_EXE_LINKER_FLAGS="$(flags LDFLAGS) -pie"
 "$source/packaging/debian.sh" "$build/linux" "$dist"
