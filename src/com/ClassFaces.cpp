@@ -2,7 +2,6 @@
 // The tables of all classes of the component and of the run time's classes that it hands out.
 #include "library/ClassList.h"
 
-#include "com/DictionaryTable.h"
 #include "com/Face.h"
 #include "com/Thunks.h"
 
@@ -13,18 +12,9 @@ namespace vlgs::com {
 
 namespace {
 
-template <class T>
-ClassFace faceFor() {
-    return {&T::description(), interfaceOf<T>, VtableOf<T>::entries.data()};
-}
-template <>
-ClassFace faceFor<Dictionary>() {
-    return {&Dictionary::description(), dictionaryInterface, dictionaryTable};
-}
-
 template <class... T>
 void append(std::vector<ClassFace>& faces, TypeList<T...>) {
-    (faces.push_back(faceFor<T>()), ...);
+    (faces.push_back({&T::description(), interfaceOf<T>, VtableOf<T>::entries.data()}), ...);
 }
 
 /// All faces, ordered by description.

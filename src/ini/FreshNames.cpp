@@ -53,11 +53,9 @@ void FreshNames::grow() {
         throw std::bad_alloc();
     const std::uint32_t capacity = std::max(smallest, capacity_ * 2);
     const std::size_t size = (std::size_t{capacity} + roomOf(capacity)) * sizeof(Slot);
-    std::unique_ptr<Slot, Free> table(static_cast<Slot*>(std::malloc(size)));
+    std::unique_ptr<Slot, Free> table(static_cast<Slot*>(allocateInLargePages(size)));
     if (!table)
         throw std::bad_alloc();
-    if (size >= largeBlock)
-        preferLargePages(table.get(), size);
     std::fill_n(table.get(), capacity, free);
     std::copy_n(places(), count_, table.get() + capacity);
     table_ = std::move(table);

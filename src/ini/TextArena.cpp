@@ -108,12 +108,10 @@ void TextArena::addBlock(std::size_t capacity) {
     if (end * unitsOfBlock > std::numeric_limits<Place>::max())
         throw std::bad_alloc();
     blocks_.reserve(std::max(end, first * 2));
-    std::unique_ptr<char, Free> memory(static_cast<char*>(std::malloc(capacity)));
+    std::unique_ptr<char, Free> memory(static_cast<char*>(allocateInLargePages(capacity)));
     if (!memory)
         throw std::bad_alloc();
     char* start = memory.get();
-    if (capacity >= largeBlock)
-        preferLargePages(start, capacity);
     for (std::size_t block = first; block < end; ++block)
         blocks_.push_back(
             {block == first ? std::move(memory) : nullptr, start + (block - first) * blockSize});

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "platform/LargePages.h"
 
+#include <cstdlib>
 #include <memory>
 
 #include <sys/mman.h>
@@ -15,6 +16,18 @@ void preferLargePages([[maybe_unused]] void* block, [[maybe_unused]] std::size_t
     if (std::align(page, page, block, size))
         ::madvise(block, size / page * page, MADV_HUGEPAGE);
 #endif
+}
+
+// A block that begins between two large pages would lose the rest of the first one.
+void* allocateInLargePages(std::size_t size) noexcept {
+    constexpr std::size_t largePage = std::size_t{2} << 20;
+    if (size < largeBlock)
+        return std::malloc(size);
+    void* block = nullptr;
+    if (::posix_memalign(&block, largePage, size) != 0)
+        return nullptr;
+    preferLargePages(block, size);
+    return block;
 }
 
 } // namespace vlgs
