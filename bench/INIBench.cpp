@@ -300,6 +300,8 @@ BENCHMARK(Life<Vlgs, Step::Free, GLib>)->Name("Free<Vlgs>/beside")->Apply(standa
 BENCHMARK(Life<GLib, Step::Free, Vlgs>)->Name("Free<GLib>/beside")->Apply(standard);
 BENCHMARK(Life<Vlgs, Step::Write>)->Name("Write<Vlgs>")->Apply(standard);
 BENCHMARK(Life<GLib, Step::Write>)->Name("Write<GLib>")->Apply(standard);
+BENCHMARK(Life<Vlgs, Step::Write, GLib>)->Name("Write<Vlgs>/beside")->Apply(standard);
+BENCHMARK(Life<GLib, Step::Write, Vlgs>)->Name("Write<GLib>/beside")->Apply(standard);
 BENCHMARK(Life<Vlgs, Step::Save>)->Name("Save<Vlgs>")->Apply(standard);
 BENCHMARK(Life<GLib, Step::Save>)->Name("Save<GLib>")->Apply(standard);
 BENCHMARK(LookUp<Vlgs>)->Apply(growing)->Args({1'000'000, inOneSection});

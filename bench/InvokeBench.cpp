@@ -1,11 +1,15 @@
 // SPDX-License-Identifier: MIT
 // A late-bound property read, by name and by number, against a typed call through a function that the
-// compiler does not inline; and the heap allocations of each (column "allocations", per call).
+// compiler does not inline, and against a property of a GObject read by name; and the heap allocations of
+// each by operator new (column "allocations", per call).
 #include "automation/LateBound.h"
 #include "support/TestBed.h"
 
 #include <benchmark/benchmark.h>
 
+#include <glib-object.h>
+
+#include <climits>
 #include <cstdlib>
 #include <new>
 
@@ -64,6 +68,38 @@ void readByName(State& state) {
             [&] { benchmark::DoNotOptimize(callMember(bed, u"Number", InvokeKind::PropertyGet, {})); });
 }
 BENCHMARK(readByName);
+
+struct NumberObject {
+    GObject object;
+    int number;
+};
+
+GType numberType() {
+    const auto prepare = [](gpointer type, gpointer) {
+        auto* objectClass = static_cast<GObjectClass*>(type);
+        objectClass->get_property = [](GObject* object, guint, GValue* value, GParamSpec*) {
+            g_value_set_int(value, reinterpret_cast<NumberObject*>(object)->number);
+        };
+        const auto flags = static_cast<GParamFlags>(G_PARAM_READABLE | G_PARAM_STATIC_STRINGS);
+        auto* number = g_param_spec_int("number", nullptr, nullptr, INT_MIN, INT_MAX, 0, flags);
+        g_object_class_install_property(objectClass, 1, number);
+    };
+    static const GType type =
+        g_type_register_static_simple(G_TYPE_OBJECT, "NumberObject", sizeof(GObjectClass), prepare,
+                                      sizeof(NumberObject), nullptr, GTypeFlags{});
+    return type;
+}
+
+void readGObjectByName(State& state) {
+    auto* object = static_cast<GObject*>(g_object_new(numberType(), nullptr));
+    measure(state, [&] {
+        int number = 0;
+        g_object_get(object, "number", &number, nullptr);
+        benchmark::DoNotOptimize(number);
+    });
+    g_object_unref(object);
+}
+BENCHMARK(readGObjectByName);
 
 void readByNumber(State& state) {
     const Ref<Object> bed = make<TestBed>();

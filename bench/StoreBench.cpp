@@ -1,14 +1,19 @@
 // SPDX-License-Identifier: MIT
 // The ordered keyed store from 10^3 to 10^6 members: time per operation in random places. An operation that
-// is logarithmic or better stays within a small multiple from the smallest to the largest store.
+// is logarithmic or better stays within a small multiple from the smallest to the largest store. Beside it
+// what keeps an order and finds keys without positions and without folding case: a list and an unordered map.
 #include "automation/OrderedStore.h"
 #include "base/Text.h"
 
 #include <benchmark/benchmark.h>
 
 #include <algorithm>
+#include <list>
 #include <numeric>
 #include <random>
+#include <string>
+#include <string_view>
+#include <unordered_map>
 #include <vector>
 
 namespace vlgs {
@@ -133,6 +138,64 @@ void removeEach(benchmark::State& state, Remove remove) {
     state.SetItemsProcessed(state.iterations() * state.range(0));
 }
 
+class ListAndMap {
+  public:
+    void add(Variant item, std::u16string_view key) {
+        members_.push_back({std::move(item), std::u16string(key)});
+        places_.emplace(members_.back().key, std::prev(members_.end()));
+    }
+    const Variant& read(std::u16string_view key) const { return places_.find(key)->second->item; }
+    void remove(std::u16string_view key) {
+        const auto place = places_.find(key);
+        const auto member = place->second;
+        places_.erase(place);
+        members_.erase(member);
+    }
+
+  private:
+    struct Member {
+        Variant item;
+        std::u16string key;
+    };
+    std::list<Member> members_;
+    std::unordered_map<std::u16string_view, std::list<Member>::iterator> places_;
+};
+
+ListAndMap listAndMapOf(const Subject& subject) {
+    ListAndMap members;
+    for (std::size_t i = 0; i < subject.keys.size(); ++i)
+        members.add(static_cast<std::int32_t>(i), subject.keys[i]);
+    return members;
+}
+
+void AppendToListAndMap(benchmark::State& state) {
+    const Subject subject(state.range(0));
+    for (auto _ : state) {
+        auto members = listAndMapOf(subject);
+        benchmark::DoNotOptimize(members);
+    }
+    state.SetItemsProcessed(state.iterations() * state.range(0));
+}
+
+void ReadKeyOfListAndMap(benchmark::State& state) {
+    Subject subject(state.range(0));
+    const auto members = listAndMapOf(subject);
+    for (auto _ : state)
+        benchmark::DoNotOptimize(members.read(subject.nextKey().text()).number());
+}
+
+void RemoveKeyOfListAndMap(benchmark::State& state) {
+    const Subject subject(state.range(0));
+    for (auto _ : state) {
+        state.PauseTiming();
+        auto members = listAndMapOf(subject);
+        state.ResumeTiming();
+        for (const Variant& key : subject.drawn)
+            members.remove(key.text());
+    }
+    state.SetItemsProcessed(state.iterations() * state.range(0));
+}
+
 void RemovePosition(benchmark::State& state) {
     removeEach(state, [](Subject& subject, const Variant&) { subject.store->remove(subject.position()); });
 }
@@ -149,13 +212,16 @@ void sizesAndOrders(benchmark::internal::Benchmark* run) {
 }
 
 BENCHMARK(Append)->Apply(sizes);
+BENCHMARK(AppendToListAndMap)->Apply(sizes);
 BENCHMARK(InsertBeforePosition)->Apply(sizes);
 BENCHMARK(InsertBeforeKey)->Apply(sizes);
 BENCHMARK(ReadPosition)->Apply(sizesAndOrders);
 BENCHMARK(ReadKey)->Apply(sizes);
+BENCHMARK(ReadKeyOfListAndMap)->Apply(sizes);
 BENCHMARK(Enumerate)->Apply(sizes);
 BENCHMARK(RemovePosition)->Apply(sizes);
 BENCHMARK(RemoveKey)->Apply(sizes);
+BENCHMARK(RemoveKeyOfListAndMap)->Apply(sizes);
 
 } // namespace
 } // namespace vlgs

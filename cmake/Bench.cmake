@@ -1,7 +1,7 @@
 # bench/*Bench.cpp: one program each, with the peers it measures against.
 find_package(benchmark REQUIRED)
 find_package(PkgConfig REQUIRED)
-pkg_check_modules(GLIB IMPORTED_TARGET glib-2.0)
+pkg_check_modules(GLIB IMPORTED_TARGET gobject-2.0)
 file(GLOB benches CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/bench/*Bench.cpp)
 foreach(source IN LISTS benches)
   get_filename_component(name ${source} NAME_WE)
@@ -15,3 +15,4 @@ endforeach()
 pkg_check_modules(CRYPTOPP REQUIRED IMPORTED_TARGET libcrypto++)
 target_link_libraries(CipherBench PRIVATE PkgConfig::CRYPTOPP)
 target_link_libraries(INIBench PRIVATE PkgConfig::GLIB INIReader)
+target_link_libraries(InvokeBench PRIVATE PkgConfig::GLIB)

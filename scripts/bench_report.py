@@ -4,8 +4,8 @@
 
     scripts/bench_report.py build/release/bench/INIBench [--rounds 5] [--filter REGEX] [--plot FOLDER]
 
-Rows that differ only in <Vlgs> and another name in its place are peers. With --plot, look-ups and loads that were
-measured at several sizes become SVG plots (gnuplot).
+A row's time is that of one key or one item where the row counts them. Rows that differ only in <Vlgs> and another
+name in its place are peers. With --plot, what was measured at three sizes or more becomes an SVG plot (gnuplot).
 """
 import argparse
 import collections
@@ -15,17 +15,30 @@ import re
 import subprocess
 
 
+def time_of(row):
+    """Of one key, one item or one iteration, in nanoseconds."""
+    if "per_key" in row:
+        return row["per_key"] * 1e9
+    if "items_per_second" in row:
+        return 1e9 / row["items_per_second"]
+    return row["cpu_time"] * {"ns": 1, "us": 1e3, "ms": 1e6, "s": 1e9}[row["time_unit"]]
+
+
+def run(program, *options):
+    return subprocess.run([program, *options], check=True, capture_output=True, text=True).stdout
+
+
 def shortest(program, rounds, selected):
-    """The shortest time of one key in nanoseconds, and the bytes of one key, by row."""
-    output = subprocess.run(
-        [program, f"--benchmark_repetitions={rounds}", "--benchmark_enable_random_interleaving=true",
-         "--benchmark_min_time=0.05", f"--benchmark_filter={selected}", "--benchmark_format=json"], check=True, capture_output=True, text=True).stdout
+    """The shortest time in nanoseconds, and the bytes of one key, by row. Each measure has a process of its own."""
+    names = run(program, "--benchmark_list_tests", f"--benchmark_filter={selected}").split()
     rows = {}
-    for row in json.loads(output)["benchmarks"]:
-        if row["run_type"] == "iteration":
-            name = re.sub(r"/(iterations|repeats):\d+", "", row["name"])
-            key = (row["per_key"] * 1e9, row["bytes_per_key"])
-            rows[name] = min(rows.get(name, key), key)
+    for name in names * rounds:
+        output = run(program, f"--benchmark_filter=^{re.escape(name)}$", "--benchmark_min_time=0.05",
+                     "--benchmark_format=json")
+        row = json.loads(output)["benchmarks"][0]
+        name = re.sub(r"/(iterations|repeats|real_time)(:\d+)?", "", name)
+        figures = (time_of(row), row.get("bytes_per_key", 0))
+        rows[name] = min(rows.get(name, figures), figures)
     return rows
 
 
@@ -38,18 +51,31 @@ def print_table(rows):
         print(f"{figure}  {name}{ratio}")
 
 
-def plot(rows, folder):
-    lines = collections.defaultdict(lambda: collections.defaultdict(list))
+def point_of(name, program):
+    """In which plot a row stands, on which line, and at which size."""
+    if match := re.fullmatch(r"(?:Growth/)?(LookUp|Load)<(\w+)>/keys:(\d+)/of_a_section:200", name):
+        return match[1].lower(), match[2], int(match[3])
+    if match := re.fullmatch(r"([\w<>]+)/(?:members:)?(\d+)(/scattered:1)?", name):
+        line = match[1] + (", scattered" if match[3] else "")
+        return program.name.removesuffix("Bench").lower(), line, int(match[2])
+    return None
+
+
+def plot(rows, program, folder):
+    plots = collections.defaultdict(lambda: collections.defaultdict(list))
     for name, (time, size) in rows.items():
-        match = re.fullmatch(r"(?:Growth/)?(LookUp|Load)<(\w+)>/keys:(\d+)/of_a_section:200", name)
-        if match and not size:
-            lines[match[1]][match[2]].append((int(match[3]), time))
-    for work, libraries in lines.items():
-        script = [f'set terminal svg size 640,400; set output "{folder / f"{work.lower()}.svg"}"',
-                  'set logscale x; set xlabel "keys"; set ylabel "ns for a key"; set yrange [0:*]; set key left top']
-        script.append("plot " + ", ".join(f"'-' title '{library}' with linespoints" for library in libraries))
-        for points in libraries.values():
-            script += [f"{keys} {time}" for keys, time in sorted(points)] + ["e"]
+        if not size and (point := point_of(name, program)):
+            plots[point[0]][point[1]].append((point[2], time))
+    for work, lines in plots.items():
+        lines = {line: sorted(points) for line, points in lines.items() if len(points) >= 3}
+        if not lines:
+            continue
+        script = [f'set terminal svg size 640,400; set output "{folder / f"{work}.svg"}"',
+                  'set logscale x; set yrange [0:*]; set key outside bottom',
+                  'set xlabel "keys or members"; set ylabel "ns for each"',
+                  "plot " + ", ".join(f"'-' title '{line}' noenhanced with linespoints" for line in lines)]
+        for points in lines.values():
+            script += [f"{size} {time}" for size, time in points] + ["e"]
         subprocess.run(["gnuplot"], input="\n".join(script) + "\n", check=True, text=True)
 
 
@@ -64,4 +90,4 @@ if __name__ == "__main__":
     print_table(measured)
     if arguments.plot:
         arguments.plot.mkdir(parents=True, exist_ok=True)
-        plot(measured, arguments.plot)
+        plot(measured, pathlib.Path(arguments.program), arguments.plot)
