@@ -971,6 +971,9 @@ class CorvaTools(_Component):
         sGUID: the document's identifier, in any case
 
         Raises 70 when the folder cannot be read.
+
+        $ vlgs call CorvaTools.IsDocLocked /tmp/project.VLS '{11111111-5B0B-4B52-9E0B-2C1F0C5A7EAF}'
+        False
         """
         ...
     def Hash(self, sValue: _Text) -> int:
@@ -1002,6 +1005,9 @@ class CorvaTools(_Component):
         Raises 11516 when a read-write lock is wanted and somebody has an exclusive one.
         Raises 11523 when there is no such folder, or the lock file cannot be written or held.
         Raises 11524 when the kind is none of the three.
+
+        $ vlgs call CorvaTools.InitiateLock /tmp/project.VLS .KeyValue User Access
+        ReadWrite
         """
         ...
     def InitiateLock2(self, sPath: _Text, eLockType: Union[int, ByRef] = ..., sMyLockFilename: _Text = ..., eGranted: Union[int, ByRef] = ...) -> INIFile:
@@ -1031,6 +1037,9 @@ class CorvaTools(_Component):
         Raises 11516 when a read-write lock is wanted and somebody has an exclusive one.
         Raises 11523 when there is no such folder, or the lock file cannot be written or held.
         Raises 11524 when the kind is none of the three.
+
+        $ vlgs call CorvaTools.InitiateLock3 /tmp/project.VLS eUserLock_ReadOnly sSessionID=night .KeyValue User SessionID
+        night
         """
         ...
     def InitiateDocLock(self, sPath: _Text, sGUID: _Text, eLockType: Union[int, ByRef] = ..., sMyLockFilename: _Text = ..., eGranted: Union[int, ByRef] = ..., sSessionID: _Text = ...) -> INIFile:

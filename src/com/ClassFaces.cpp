@@ -2,6 +2,7 @@
 // The tables of all classes of the component and of the run time's classes that it hands out.
 #include "library/ClassList.h"
 
+#include "com/DictionaryTable.h"
 #include "com/Face.h"
 #include "com/Thunks.h"
 
@@ -12,9 +13,18 @@ namespace vlgs::com {
 
 namespace {
 
+template <class T>
+ClassFace faceFor() {
+    return {&T::description(), interfaceOf<T>, VtableOf<T>::entries.data()};
+}
+template <>
+ClassFace faceFor<Dictionary>() {
+    return {&Dictionary::description(), dictionaryInterface, dictionaryTable};
+}
+
 template <class... T>
 void append(std::vector<ClassFace>& faces, TypeList<T...>) {
-    (faces.push_back({&T::description(), interfaceOf<T>, VtableOf<T>::entries.data()}), ...);
+    (faces.push_back(faceFor<T>()), ...);
 }
 
 /// All faces, ordered by description.

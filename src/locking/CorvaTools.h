@@ -110,7 +110,9 @@ constexpr auto CorvaTools::describe() {
         identity(),
         method<&CorvaTools::IsDocLocked>(1, "IsDocLocked", "Whether a document of a project is locked", path,
                                          parameter("sGUID", "the document's identifier, in any case"))
-            .raises(RunTimeError::PermissionDenied, "the folder cannot be read"),
+            .raises(RunTimeError::PermissionDenied, "the folder cannot be read")
+            .example("CorvaTools.IsDocLocked /tmp/project.VLS '{11111111-5B0B-4B52-9E0B-2C1F0C5A7EAF}'",
+                     "False"),
         method<&CorvaTools::Hash>(2, "Hash", "A hash of a text, 0 to 16383",
                                   parameter("sValue", "the text, which stays as it is"))
             .example("CorvaTools.Hash AB", "4091")
@@ -123,7 +125,8 @@ constexpr auto CorvaTools::describe() {
         method<&CorvaTools::InitiateLock>(
             4, "InitiateLock", "Takes a lock of a project, which lasts until the result is released", path,
             type, own)
-            .raises(projectLockErrors),
+            .raises(projectLockErrors)
+            .example("CorvaTools.InitiateLock /tmp/project.VLS .KeyValue User Access", "ReadWrite"),
         method<&CorvaTools::InitiateLock2>(5, "InitiateLock2",
                                            "Takes a lock of a project and tells which kind was granted", path,
                                            type, own, granted)
@@ -131,7 +134,10 @@ constexpr auto CorvaTools::describe() {
         method<&CorvaTools::InitiateLock3>(6, "InitiateLock3",
                                            "Takes a lock of a project for a session of the caller's", path,
                                            type, own, granted, session)
-            .raises(projectLockErrors),
+            .raises(projectLockErrors)
+            .example("CorvaTools.InitiateLock3 /tmp/project.VLS eUserLock_ReadOnly sSessionID=night "
+                     ".KeyValue User SessionID",
+                     "night"),
         method<&CorvaTools::InitiateDocLock>(7, "InitiateDocLock", "Takes a lock of a document of a project",
                                              path, parameter("sGUID", "the document's identifier"), type, own,
                                              granted, session)

@@ -1,6 +1,7 @@
 #!/usr/bin/env bash
 # Installs the build tree BINARY into a fresh folder and uses what stands there: a C++ program by find_package and
-# by pkg-config, the Python module, the command line; and looks at what the library exports. `check.sh SOURCE BINARY`
+# by pkg-config, the Python module, the command line; and looks at what the library exports. Then pip installs the module
+# from the build tree, without network. `check.sh SOURCE BINARY`
 set -euo pipefail
 source=$1
 binary=$2
@@ -32,10 +33,11 @@ older=$(c++ -std=c++17 -fsyntax-only "$here/program/main.cpp" "${flags[@]}" 2>&1
 # Only the development files have the library's name without a version.
 rm "$library"
 module=$(find "$prefix" -path '*-packages/vlgs' -type d)
-expect python env PYTHONPATH="$(dirname "$module")" python3 -c \
-    'import sys, vlgs; print(vlgs.Dispatch("VlGeneralServices.Files").BuildConnectionStringFromPath(sys.argv[1]))' \
-    "$project"
+connection='import sys, vlgs; print(vlgs.Dispatch("VlGeneralServices.Files").BuildConnectionStringFromPath(sys.argv[1]))'
+expect python env PYTHONPATH="$(dirname "$module")" python3 -c "$connection" "$project"
 expect "command line" "$prefix/bin/vlgs" call Files.BuildConnectionStringFromPath "$project"
-for file in man/man1/vlgs.1 bash-completion/completions/vlgs zsh/site-functions/_vlgs fish/vendor_completions.d/vlgs.fish; do
-    grep -q secrets "$prefix/share/$file" || { echo "$file does not tell the commands" >&2; exit 1; }
-done
+
+python3 -m venv "$work/venv"
+"$work/venv/bin/pip" install -q --no-index --no-deps --disable-pip-version-check --config-settings tree="$binary" "$source"
+rm -rf "$prefix"
+expect pip env -u PYTHONPATH -u VLGS_LIBRARY -C "$work" "$work/venv/bin/python" -c "$connection" "$project"

@@ -3,6 +3,7 @@
 
 #include "OtherProcess.h"
 #include "platform/ComponentRegistration.h"
+#include "platform/Files.h"
 
 #include <fcntl.h>
 #include <gtest/gtest.h>
@@ -10,6 +11,7 @@
 #include <sys/file.h>
 #include <sys/mman.h>
 #include <sys/stat.h>
+#include <thread>
 #include <vector>
 
 namespace vlgs::test {
@@ -306,6 +308,14 @@ TEST_F(Registry, SeesWhatOtherProgramsDoToTheFile) {
     EXPECT_EQ(keyNames(root()), std::vector<String>{u"A"});
     std::filesystem::remove(scratch_.host("r/" + hiveFile));
     EXPECT_TRUE(keyNames(root()).empty());
+}
+
+TEST_F(Registry, IsTidiedAtTheEndOfAThreadThatWroteElsewhereToo) {
+    std::thread([&] {
+        EXPECT_EQ(create(u"A").set(u"v", textData(u"w")), Success);
+        replaceFile(scratch_.path("other"), "text");
+    }).join();
+    EXPECT_EQ(query(open(u"A"), u"v"), textData(u"w"));
 }
 
 TEST_F(Registry, AnAdditionCountsOnceItIsWhole) {

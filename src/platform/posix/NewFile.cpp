@@ -56,15 +56,16 @@ void sweepFile(const std::string& path) {
 /// Removes what killed processes have left in a folder. A thread that writes there again and again looks once
 /// in the time that a file takes to be old.
 void sweep(const std::string& folder) {
+    // Nothing that ends with the thread: other objects that do write files as they end.
     struct Swept {
-        std::string folder;
+        std::size_t folder; // its hash: folders that share one wait for one another
         std::chrono::steady_clock::time_point when;
     };
-    thread_local Swept last;
-    const auto now = std::chrono::steady_clock::now();
-    if (last.folder == folder && now - last.when < sweepable)
+    constinit thread_local Swept last{};
+    const Swept now{std::hash<std::string>()(folder), std::chrono::steady_clock::now()};
+    if (last.folder == now.folder && now.when - last.when < sweepable)
         return;
-    last = {folder, now};
+    last = now;
     FolderStream entries(folder);
     while (const auto* entry = entries.next())
         if (isTemporaryName(entry->d_name))

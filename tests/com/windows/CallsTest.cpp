@@ -2,6 +2,8 @@
 #include "support/LateBoundCases.h"
 #include "support/Raised.h"
 
+#include "automation/Dictionary.h"
+#include "com/DictionaryTable.h"
 #include "com/Face.h"
 #include "com/Failure.h"
 #include "com/Foreign.h"
@@ -315,6 +317,36 @@ TEST_F(Calls, TablesTakeWireTypes) {
     EXPECT_EQ(fail(&face, -2147209996, nullptr, nullptr), -2147209996);
     const auto exhaust = entry<HRESULT(STDMETHODCALLTYPE*)(Face*)>(5);
     EXPECT_EQ(exhaust(&face), static_cast<HRESULT>(0x800A0007));
+}
+
+TEST_F(Calls, ADictionaryHasThePlatformsTable) {
+    const auto wrapped = ComPtr<IDispatch>::attach(DualObject::wrap(make<Dictionary>().get()));
+    ComPtr<IDispatch> typed;
+    ASSERT_EQ(wrapped->QueryInterface(dictionaryInterface, reinterpret_cast<void**>(typed.put())), S_OK);
+    void** const table = *reinterpret_cast<void***>(typed.get());
+    using OfTwo = HRESULT(STDMETHODCALLTYPE*)(IDispatch*, VARIANT*, VARIANT*);
+    const auto item = reinterpret_cast<OfTwo>(table[9]), add = reinterpret_cast<OfTwo>(table[10]),
+               hash = reinterpret_cast<OfTwo>(table[21]);
+    const auto count = reinterpret_cast<HRESULT(STDMETHODCALLTYPE*)(IDispatch*, LONG*)>(table[11]);
+    const auto keys = reinterpret_cast<HRESULT(STDMETHODCALLTYPE*)(IDispatch*, VARIANT*)>(table[15]);
+    OleVariant key, value, result;
+    toVariant(u"k", key.get());
+    toVariant(5, value.get());
+    EXPECT_EQ(add(typed.get(), &key.get(), &value.get()), S_OK);
+    EXPECT_EQ(add(typed.get(), &key.get(), &value.get()), static_cast<HRESULT>(0x800A01C9));
+    EXPECT_EQ(item(typed.get(), &key.get(), &result.get()), S_OK);
+    EXPECT_EQ(fromVariant(result.get()), Variant(5));
+    EXPECT_EQ(item(typed.get(), nullptr, &result.get()), E_POINTER);
+    LONG found = 0;
+    EXPECT_EQ(count(typed.get(), &found), S_OK);
+    EXPECT_EQ(found, 1);
+    EXPECT_EQ(keys(typed.get(), &result.get()), S_OK);
+    EXPECT_EQ(fromVariant(result.get()), Variant(Array::ofVariants({u"k"})));
+    OleVariant first, same;
+    EXPECT_EQ(hash(typed.get(), &value.get(), &first.get()), S_OK);
+    toVariant(5.0, value.get());
+    EXPECT_EQ(hash(typed.get(), &value.get(), &same.get()), S_OK);
+    EXPECT_EQ(fromVariant(first.get()), fromVariant(same.get()));
 }
 
 } // namespace
