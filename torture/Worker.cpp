@@ -146,14 +146,16 @@ class RegistryRow : public Store {
     long count_ = 0;
 };
 
-/// The same, seen by somebody who only reads.
+/// The same, seen by somebody who only reads: waits for each.
 class RegistryWatch final : public Store {
   public:
     explicit RegistryWatch(const char* name) : row_(name) {}
-    long found() override { return seen_ = row_.found(); }
+    long found() override { return 0; }
     void put(long number) override {
-        while (found() != broken && seen_ < number)
-            ::usleep(1000);
+        while (seen_ != broken && seen_ < number) {
+            seen_ = row_.found();
+            ::usleep(100);
+        }
         if (seen_ == broken)
             tell('=', broken);
     }

@@ -1,0 +1,26 @@
+// SPDX-License-Identifier: MIT
+// Connection strings of project files with any content.
+#include "Input.h"
+#include "automation/Variant.h"
+#include "files/ConnectionString.h"
+#include "ini/INIFile.h"
+
+using namespace vlgs;
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    static const auto keepsMessages = make<INIFile>();
+    fuzz::Input input(data, size);
+    ConnectionRequest request;
+    request.isEncrypted = input.below(2) != 0;
+    request.sequenceKey = static_cast<std::int32_t>(input.below(256)) - 2;
+    request.schemaToken = input.text();
+    request.user = input.text();
+    request.password = input.text();
+    const auto document = make<INIFile>();
+    document->SetFullPath(u"C:\\nowhere\\a.VLS");
+    fuzz::succeeds([&] {
+        document->PutStream(String::fromUtf8(input.rest()));
+        g_BuildConnectionString(document.get(), request);
+    });
+    return 0;
+}
