@@ -6,10 +6,14 @@ set -euo pipefail
 cd "$(dirname "$0")/.."
 source scripts/packages.sh
 need_build
-need pkg-config libbenchmark-dev libgtest-dev libglib2.0-dev libinih-dev libcrypto++-dev html2text unixodbc-dev gnuplot-nox
+need pkg-config libbenchmark-dev libgtest-dev libglib2.0-dev libinih-dev libcrypto++-dev html2text unixodbc-dev gnuplot-nox pybind11-dev
 build release
-[ $# -gt 0 ] || set -- $(cd bench && ls -- *Bench.cpp | sed 's/Bench\.cpp//')
+[ $# -gt 0 ] || set -- $(cd bench && ls -- *Bench.* | sed 's/Bench\..*//')
 for name in "$@"; do
     echo "== $name"
-    "build/release/bench/${name}Bench"
+    if [ "$name" = Python ]; then
+        PYTHONPATH=build/release/python:build/release/bench python3 bench/PythonBench.py
+    else
+        "build/release/bench/${name}Bench"
+    fi
 done

@@ -103,6 +103,15 @@ PyObject* doIterate(PyObject*, PyObject* arguments) {
     return iterate(target, counting);
 }
 
+PyObject* doReadEach(PyObject*, PyObject* arguments) {
+    PyObject* target = nullptr;
+    PyObject* name = nullptr;
+    if (!PyArg_ParseTuple(arguments, "OU", &target, &name) || !checkObject(target))
+        return nullptr;
+    const Reference text = toName(name);
+    return text ? guarded([&] { return readEach(target, PyBytes_AsString(text.get())); }) : nullptr;
+}
+
 PyObject* doConnect(PyObject*, PyObject* arguments) {
     PyObject* source = nullptr;
     PyObject* methods = nullptr;
@@ -219,6 +228,7 @@ PyMethodDef functions[] = {{"load", doLoad, METH_O, nullptr},
                            {"write", doWrite, METH_VARARGS, nullptr},
                            {"id_of", doIdOf, METH_VARARGS, nullptr},
                            {"iterate", doIterate, METH_VARARGS, nullptr},
+                           {"read_each", doReadEach, METH_VARARGS, nullptr},
                            {"connect", doConnect, METH_VARARGS, nullptr},
                            {"disconnect", doDisconnect, METH_VARARGS, nullptr},
                            {"class_at", doClassAt, METH_O, nullptr},

@@ -527,4 +527,60 @@ PyObject* iterate(PyObject* target, std::int32_t counting) {
     return made;
 }
 
+namespace {
+
+/// Reads a property of one object after the other; its number is looked up once for each class.
+class Reader {
+  public:
+    explicit Reader(const char* name) : name_(name) {}
+
+    bool append(PyObject* list, const vlgs_value& item) {
+        if (item.type != VLGS_OBJECT || !item.as.object) {
+            PyErr_SetString(PyExc_TypeError, "a member of the collection is no object");
+            return false;
+        }
+        Values value(1);
+        if (!know(item.as.object) || !succeeded(library.invoke(item.as.object, number_, reading, nullptr, 0,
+                                                               nullptr, 0, value.data())))
+            return false;
+        const Reference taken(take(value[0]));
+        return taken && PyList_Append(list, taken.get()) == 0;
+    }
+
+  private:
+    bool know(vlgs_object* object) {
+        const vlgs_class* const cls = library.classOf(object);
+        if (cls && cls == class_)
+            return true;
+        class_ = cls;
+        return succeeded(library.idOf(object, name_, &number_));
+    }
+
+    const char* name_;
+    const vlgs_class* class_ = nullptr;
+    std::int32_t number_ = 0;
+};
+
+} // namespace
+
+PyObject* readEach(PyObject* target, const char* name) {
+    vlgs_object* const object = used(target);
+    if (!object)
+        return nullptr;
+    const Inside inside(apartmentOf(target));
+    Reference list(PyList_New(0));
+    vlgs_object* enumerator = nullptr;
+    if (!list || !succeeded(library.enumerate(object, &enumerator)))
+        return nullptr;
+    bool done = true;
+    Reader reader(name);
+    for (int more = 1; done && more;) {
+        Values item(1);
+        done = succeeded(library.next(enumerator, item.data(), &more)) &&
+               (!more || reader.append(list.get(), item[0]));
+    }
+    library.release(enumerator);
+    return done ? list.release() : nullptr;
+}
+
 } // namespace vlgs::python

@@ -44,6 +44,9 @@ bool writeWith(PyObject* target, std::int32_t member, PyObject* arguments);
 /// count.
 PyObject* iterate(PyObject* target, std::int32_t counting);
 
+/// A list of what a property of each member is, read without making objects of Python of the members.
+PyObject* readEach(PyObject* target, const char* name);
+
 /// Runs what may allocate where Python calls C++: exhausted memory becomes a MemoryError.
 template <class Function>
 auto guarded(Function&& function, decltype(function()) failure = {}) noexcept -> decltype(function()) {

@@ -2,6 +2,7 @@
 """What Python programs expect of INI documents, their sections and keys, collections and dictionaries, besides
 the members that every caller has."""
 
+from ._core import core
 from ._errors import run_time_error
 from ._objects import Object, with_protocols
 
@@ -49,7 +50,7 @@ class INIFile(Object):
 
     def keys(self):
         """The names of the sections."""
-        return [section.Name for section in self.Sections]
+        return core.read_each(self.Sections, "Name")
 
     def values(self):
         """The sections."""
@@ -60,7 +61,7 @@ class INIFile(Object):
 
     def items(self):
         """Pairs of a section's name and the section."""
-        return [(section.Name, section) for section in self.values()]
+        return list(zip(self.keys(), self.values()))
 
     def __enter__(self):
         return self
@@ -113,7 +114,7 @@ class Property(Object):
 
     def keys(self):
         """The names of the section's keys."""
-        return [key.Name for key in self._keys()]
+        return core.read_each(self._keys(), "Name")
 
     def values(self):
         """The section's keys."""
@@ -121,7 +122,7 @@ class Property(Object):
 
     def items(self):
         """Pairs of a key's name and the key."""
-        return [(key.Name, key) for key in self._keys()]
+        return list(zip(self.keys(), self.values()))
 
     def __eq__(self, other):
         if isinstance(other, str):

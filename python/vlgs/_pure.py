@@ -739,6 +739,10 @@ def _items(target, count, enumerator):
         yield taken
 
 
+def read_each(target, name):
+    return [invoke(item, id_of(item, name), _READ, (), None) for item in iterate(target, _UNKNOWN_MEMBER)]
+
+
 # ---- Descriptions ---------------------------------------------------------------------------------------
 
 

@@ -48,17 +48,21 @@ int vlgs_invoke(vlgs_object* object, int32_t member, uint32_t kind, vlgs_value* 
         for (const Variant& argument : from(arguments, count))
             if (argument.isObject() && argument.object())
                 checkThread(*argument.object());
-        const std::size_t positional = count - named;
+        const auto call = [&](std::span<const NamedArgument> byName) {
+            Variant value = held(object)->invoke(member, static_cast<InvokeKind>(kind),
+                                                 {from(arguments, count - named), byName});
+            if (result)
+                place(std::move(value), result);
+        };
+        if (named == 0) // the usual call needs no room for names
+            return call({});
         std::array<String, ClassInfo::maximumParameters> texts;
         std::array<NamedArgument, ClassInfo::maximumParameters> byName;
         for (std::size_t i = 0; i < named; ++i) {
             texts[i] = textOf(names[i]);
-            byName[i] = {texts[i], &from(arguments + positional + i)};
+            byName[i] = {texts[i], &from(arguments + (count - named) + i)};
         }
-        Variant value = held(object)->invoke(member, static_cast<InvokeKind>(kind),
-                                             {from(arguments, positional), std::span(byName.data(), named)});
-        if (result)
-            place(std::move(value), result);
+        call(std::span(byName.data(), named));
     });
 }
 
