@@ -120,7 +120,7 @@ class CommandLineTest(unittest.TestCase):
             (("call", "Flies.X"), "did you mean Files?"), (("call", "Restricted.ClasName"), "did you mean ClassName?"),
             (("call", "Buffer.Delimiter=;"), "ends with the command"),
             (("call", "Buffer.Delimiter", ";"), "ends with the command"), (("call", "Flies"), "did you mean Files?"),
-            (("call", "Collection.Item", "k", ".Count"), "gives no object"), (("call", "Collection.Add", "[", "Collection"), '"]"'),
+            (("call", "Collection.Item", "k", ".Count"), "gives no object"), (("call", "Collection", "..Count"), "no member"), (("call", "Collection.Add", "[", "Collection"), '"]"'),
             (("call", "--frob"), "--json"), (("call", "GUID.IsEqualGUID", "sGUDI1=x"), "sGUID1"),
             (("call", "GUID.IsEqualGUID", "sGUID1=x", "y"), "last"), (("classes", "x"), "no arguments"),
             (("describe",), "CLASS[.MEMBER]"), (("describe", "Flies"), "did you mean Files?"),

@@ -32,22 +32,31 @@ class SamplesTest(unittest.TestCase):
                 self.assertIn(output, done.stdout)
 
     @unittest.skipUnless(os.environ.get("VLGS_TOOL"), "no command line")
-    def test_the_way_from_windows_to_linux_can_be_gone_as_told(self):
-        page = (ROOT / "docs/moving.md").read_text()
-        commands = "\n".join(re.findall(r"^```sh\n(.*?)^```$", page, re.DOTALL | re.MULTILINE))
-        with tempfile.TemporaryDirectory() as folder:
-            for name, hive in ("user", "HKEY_CURRENT_USER"), ("machine", "HKEY_LOCAL_MACHINE"):
-                text = f'Windows Registry Editor Version 5.00\r\n\r\n[{hive}\\Software\\Demo]\r\n"Path"="P:\\\\demo"\r\n'
-                pathlib.Path(folder, name + ".reg").write_bytes(text.encode("utf-16"))
-            shutil.copytree(ROOT / "samples/demo", folder + "/projects/demo")
-            tools = os.path.dirname(os.environ["VLGS_TOOL"]) + os.pathsep + os.environ["PATH"]
-            done = subprocess.run(["bash", "-euc", commands.replace("/mnt/projects", folder + "/projects")], cwd=folder,
-                                  capture_output=True, text=True, timeout=60,
-                                  env={"PATH": tools, "HOME": folder, "LANG": "C.UTF-8"})
-            self.assertEqual((done.returncode, done.stderr), (0, ""))
-            self.assertIn(r"DBQ=P:\demo\demo", done.stdout)
-            back = pathlib.Path(folder, "back.reg").read_bytes().decode("utf-16")
-            self.assertIn('[HKEY_CURRENT_USER\\Software\\Demo]\r\n"Path"="P:\\\\demo"', back)
+    def test_commands_of_the_pages_can_be_given_as_told(self):
+        tour = (ROOT / "README.md").read_text().partition("## From a shell")[2].partition("## From C++")[0]
+        for text, given, output in (
+            ((ROOT / "docs/moving.md").read_text(), "/mnt/projects", r"DBQ=P:\demo\demo"),
+            (tour, "/tmp", '"Account": {"Password": "secret"}'),
+        ):
+            commands = "\n".join(re.findall(r"^```sh\n(.*?)^```$", text, re.DOTALL | re.MULTILINE))
+            with self.subTest(output), tempfile.TemporaryDirectory() as folder:
+                for name, hive in ("user", "HKEY_CURRENT_USER"), ("machine", "HKEY_LOCAL_MACHINE"):
+                    text = f'Windows Registry Editor Version 5.00\r\n\r\n[{hive}\\Software\\Demo]\r\n"Path"="P:\\\\demo"\r\n'
+                    pathlib.Path(folder, name + ".reg").write_bytes(text.encode("utf-16"))
+                for place in "projects/demo", "samples/demo":
+                    shutil.copytree(ROOT / "samples/demo", pathlib.Path(folder, place))
+                pathlib.Path(folder, "password.txt").write_text("secret\n")
+                there = folder + "/projects" if given == "/mnt/projects" else folder
+                tools = os.path.dirname(os.environ["VLGS_TOOL"]) + os.pathsep + os.environ["PATH"]
+                done = subprocess.run(["bash", "-euc", commands.replace(given, there)], cwd=folder, capture_output=True,
+                                      text=True, timeout=60, env={"PATH": tools, "HOME": folder, "LANG": "C.UTF-8"})
+                self.assertEqual((done.returncode, done.stderr), (0, ""))
+                self.assertIn(output, done.stdout)
+                if given == "/tmp":
+                    self.assertIn("Data=/srv/new data", pathlib.Path(folder, "settings.ini").read_text())
+                else:
+                    back = pathlib.Path(folder, "back.reg").read_bytes().decode("utf-16")
+                    self.assertIn('[HKEY_CURRENT_USER\\Software\\Demo]\r\n"Path"="P:\\\\demo"', back)
 
     def test_the_stub_is_the_committed_one(self):
         stubs = runpy.run_path(str(ROOT / "scripts/python_stubs.py"))

@@ -65,6 +65,8 @@ class Chain {
             const bool sameObject = isStep("..") || keepsObject_;
             if (!sameObject)
                 object_ = objectOf(value);
+            if (!object_)
+                throw Misuse("no member was called before " + quoted(word()));
             const auto step = word().substr(isStep("..") ? 2 : 1);
             ++at_;
             value = call(Target(step));
@@ -97,6 +99,7 @@ class Chain {
     Variant first() {
         if (atEnd())
             throw Misuse("a member is missing: CLASS.MEMBER");
+        object_ = nullptr;
         keepsObject_ = isThrownAway_ = startsFromVariable_ = false;
         if (variables_ && isValue())
             return argument(nullptr);
