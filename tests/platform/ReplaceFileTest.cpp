@@ -9,7 +9,6 @@
 #include <sys/resource.h>
 #include <sys/stat.h>
 #include <sys/xattr.h>
-#include <thread>
 
 namespace vlgs::test {
 namespace {
@@ -22,8 +21,14 @@ struct stat statusOf(const std::string& path) {
     return status;
 }
 
-TEST(Replacing, KeepsEverythingButTheContent) {
+class Replacing : public testing::Test {
+  protected:
     const Scratch scratch;
+    const Scratch state; // where copies stand while a file is written in place
+    const Setting stateFolder{"XDG_STATE_HOME", state.folder()};
+};
+
+TEST_F(Replacing, KeepsEverythingButTheContent) {
     scratch.write("Name.ini", "old");
     ::chmod(scratch.host("Name.ini").c_str(), 0642);
     ::setxattr(scratch.host("Name.ini").c_str(), "user.other", "v", 1, 0);
@@ -45,8 +50,7 @@ TEST(Replacing, KeepsEverythingButTheContent) {
     EXPECT_EQ(scratch.entries(), 2u);
 }
 
-TEST(Replacing, GoesThroughLinksToTheirTarget) {
-    const Scratch scratch;
+TEST_F(Replacing, GoesThroughLinksToTheirTarget) {
     std::filesystem::create_directory(scratch.host("sub"));
     scratch.write("sub/target", "old");
     std::filesystem::create_symlink("../link 1", scratch.host("sub/link 2"));
@@ -62,10 +66,9 @@ TEST(Replacing, GoesThroughLinksToTheirTarget) {
     EXPECT_EQ(errorOf([&] { replaceFile(scratch.path("loop"), "x"); }), 75);
 }
 
-TEST(Replacing, StrangersLinksInASharedFolderLeadNowhere) {
+TEST_F(Replacing, StrangersLinksInASharedFolderLeadNowhere) {
     if (::geteuid() != 0)
         GTEST_SKIP() << "needs to act as another user";
-    const Scratch scratch;
     const Scratch target;
     ::chmod(scratch.folder().c_str(), 01777);
     for (const auto* name : {"theirs", "own"})
@@ -83,8 +86,7 @@ TEST(Replacing, StrangersLinksInASharedFolderLeadNowhere) {
     }
 }
 
-TEST(Replacing, AllNamesOfAFileGetTheNewContent) {
-    const Scratch scratch;
+TEST_F(Replacing, AllNamesOfAFileGetTheNewContent) {
     scratch.write("f", "a longer old content");
     std::filesystem::create_hard_link(scratch.host("f"), scratch.host("g"));
     replaceFile(scratch.path("f"), "new");
@@ -92,8 +94,7 @@ TEST(Replacing, AllNamesOfAFileGetTheNewContent) {
     EXPECT_EQ(scratch.entries(), 2u);
 }
 
-TEST(Replacing, SweepsAwayWhatKilledProcessesHaveLeftAndNothingElse) {
-    const Scratch scratch;
+TEST_F(Replacing, SweepsAwayWhatKilledProcessesHaveLeftAndNothingElse) {
     std::filesystem::create_directory(scratch.host("sub"));
     std::filesystem::create_directory_symlink("sub", scratch.host("other spelling"));
     const std::string left = ".vlgs-0123456789abcde";
@@ -114,8 +115,7 @@ TEST(Replacing, SweepsAwayWhatKilledProcessesHaveLeftAndNothingElse) {
         EXPECT_TRUE(pathExists(scratch.path("sub\\" + left + name))) << name;
 }
 
-TEST(Replacing, SetsTheAttributesItIsToldInTheSameStep) {
-    const Scratch scratch;
+TEST_F(Replacing, SetsTheAttributesItIsToldInTheSameStep) {
     scratch.write("f", "old");
     setAttributes(scratch.path("f"), FileAttributes::ReadOnly);
     EXPECT_EQ(errorOf([&] { replaceFile(scratch.path("f"), "x"); }), 70);
@@ -126,8 +126,7 @@ TEST(Replacing, SetsTheAttributesItIsToldInTheSameStep) {
     EXPECT_EQ(scratch.read("f"), "new");
 }
 
-TEST(Replacing, FailsWithTheRunTimesErrors) {
-    const Scratch scratch;
+TEST_F(Replacing, FailsWithTheRunTimesErrors) {
     scratch.write("f", "old");
     EXPECT_EQ(errorOf([&] { replaceFile(scratch.path(""), "x"); }), 70);
     EXPECT_EQ(errorOf([&] { replaceFile(scratch.path("none\\f"), "x"); }), 76);
@@ -150,8 +149,7 @@ int failsWholly(const Scratch& scratch, std::size_t size) {
     return scratch.read("f") == "old" && scratch.entries() == 1 ? 0 : 2;
 }
 
-TEST(Replacing, LeavesTheOldFileWholeWhenASizeLimitIsMet) {
-    const Scratch scratch;
+TEST_F(Replacing, LeavesTheOldFileWholeWhenASizeLimitIsMet) {
     scratch.write("f", "old");
     EXPECT_EQ(0, elsewhere([&] {
                   const rlimit limit{65536, 65536};
@@ -160,8 +158,7 @@ TEST(Replacing, LeavesTheOldFileWholeWhenASizeLimitIsMet) {
               }));
 }
 
-TEST(Replacing, LeavesTheOldFileWholeWhenTheDiskIsFull) {
-    const Scratch scratch;
+TEST_F(Replacing, LeavesTheOldFileWholeWhenTheDiskIsFull) {
     const int result = elsewhere([&] {
         if (::unshare(CLONE_NEWNS) != 0 || ::mount("none", "/", nullptr, MS_REC | MS_PRIVATE, nullptr) != 0 ||
             ::mount("tmpfs", scratch.folder().c_str(), "tmpfs", 0, "size=128k") != 0)
@@ -183,10 +180,9 @@ TEST(Replacing, LeavesTheOldFileWholeWhenTheDiskIsFull) {
     EXPECT_EQ(result, 0);
 }
 
-TEST(Replacing, WritesInPlaceWhereTheFolderTakesNoNewFile) {
+TEST_F(Replacing, WritesInPlaceWhereTheFolderTakesNoNewFile) {
     if (::geteuid() != 0)
         GTEST_SKIP() << "needs to act as another user";
-    const Scratch scratch;
     const Scratch open;
     scratch.write("f", "a longer old content");
     scratch.write("mine", "old");
@@ -214,49 +210,9 @@ TEST(Replacing, WritesInPlaceWhereTheFolderTakesNoNewFile) {
     EXPECT_EQ(statusOf(scratch.host("mine")).st_mode & 0777, 0444u);
 }
 
-/// Kills savers of a file at any moment; what its next reader gets is old or new.
-void killSavers(const Scratch& scratch) {
-    const std::string contents[] = {std::string(70000, 'a'), std::string(200000, 'b')};
-    replaceFile(scratch.path("f"), contents[0]);
-    for (int i = 0; i < 300; ++i) {
-        killAtWork(std::chrono::microseconds(300 + i * 37 % 2000), [&] {
-            for (int n = 0;; ++n)
-                replaceFile(scratch.path("f"), contents[n % 2]);
-            return 0;
-        });
-        const auto content = readFile(scratch.path("f"));
-        ASSERT_TRUE(content == contents[0] || content == contents[1]) << content.size();
-    }
-}
+// That a save survives being killed at any moment is torture/kills.py's to show.
 
-TEST(Replacing, SurvivesBeingKilledAtAnyMoment) {
-    const Scratch scratch;
-    killSavers(scratch);
-    for (const auto& entry : std::filesystem::directory_iterator(scratch.folder()))
-        std::filesystem::last_write_time(entry, std::filesystem::file_time_type::clock::now() -
-                                                    std::chrono::hours(1));
-    EXPECT_EQ(0, elsewhere([&] {
-                  std::thread([&] { replaceFile(scratch.path("f"), "last"); }).join();
-                  return 0;
-              }));
-    EXPECT_EQ(scratch.entries(), 1u) << "what the killed ones have left is cleared away";
-}
-
-TEST(Replacing, InPlaceSurvivesBeingKilledAtAnyMoment) {
-    const Scratch state;
-    const Setting folder("XDG_STATE_HOME", state.folder());
-    const Scratch scratch;
-    scratch.write("f", "");
-    std::filesystem::create_hard_link(scratch.host("f"), scratch.host("g"));
-    killSavers(scratch);
-    EXPECT_EQ(std::filesystem::hard_link_count(scratch.host("f")), 2u);
-    EXPECT_EQ(scratch.entries(), 2u);
-}
-
-TEST(Replacing, WhatOthersWroteAfterAKillStays) {
-    const Scratch state;
-    const Setting folder("XDG_STATE_HOME", state.folder());
-    const Scratch scratch;
+TEST_F(Replacing, WhatOthersWroteAfterAKillStays) {
     scratch.write("f", "");
     std::filesystem::create_hard_link(scratch.host("f"), scratch.host("g"));
     const auto recovery = state.host("vlgs/recovery");
@@ -277,8 +233,7 @@ TEST(Replacing, WhatOthersWroteAfterAKillStays) {
     EXPECT_EQ(readFile(scratch.path("g")), "another program's");
 }
 
-TEST(Replacing, ByManyAtOnceGivesTheContentOfOne) {
-    const Scratch scratch;
+TEST_F(Replacing, ByManyAtOnceGivesTheContentOfOne) {
     scratch.write("f", std::string(1000, '0'));
     pid_t children[4];
     for (auto& child : children)
