@@ -16,6 +16,7 @@
 #include <cstdio>
 #include <filesystem>
 #include <fstream>
+#include <iostream>
 #include <random>
 #include <string>
 #include <thread>
@@ -120,8 +121,8 @@ int runLoops(long count) {
     std::printf("%ld\n", count);
     const bool grows = after.pages > before.pages + slack || after.descriptors > before.descriptors;
     if (grows)
-        std::fprintf(stderr, "pages %ld to %ld, descriptors %ld to %ld\n", before.pages, after.pages,
-                     before.descriptors, after.descriptors);
+        std::cerr << "pages " << before.pages << " to " << after.pages << ", descriptors "
+                  << before.descriptors << " to " << after.descriptors << '\n';
     return grows ? 1 : 0;
 }
 
