@@ -47,6 +47,12 @@ class Object(core.Object):
     def __copy__(self):
         raise TypeError(f"{type(self).__name__} has no copy; documents have Clone")
 
+    def __deepcopy__(self, _):
+        return self.__copy__()
+
+    def __reduce_ex__(self, _):
+        raise TypeError(f"{type(self).__name__} stays in its process; hand over plain values or paths")
+
     def __dir__(self):
         return [name for name in object.__dir__(self) if name.startswith("__")] + list(self._shown)
 
@@ -291,7 +297,24 @@ def Dispatch(progid):
     """Creates an object: Dispatch("VlGeneralServices.Files"). Raises 429 for a name that no class has and
     for a class that is only made by others."""
     _warn_of_unknown_settings()
-    return core.create(progid)
+    try:
+        return core.create(progid)
+    except Error as error:
+        raise _with_nearest(error, progid) if error.number == 429 else error from None
+
+
+def _with_nearest(error, progid):
+    import difflib
+
+    from ._descriptions import classes, facts_of
+
+    names = {}
+    for facts in map(facts_of, classes()):
+        if facts.creatable:
+            names[facts.name.lower()] = f"{facts.library}.{facts.name}"
+    near = difflib.get_close_matches(progid.rpartition(".")[2].lower(), names, 1)
+    hint = f"; did you mean {names[near[0]]}?" if near and names[near[0]].lower() != progid.lower() else ""
+    return error_of(error.number, error.source, error.description + hint)
 
 
 _values.make = Dispatch

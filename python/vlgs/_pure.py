@@ -627,6 +627,9 @@ def _arguments(index):
 class Object:
     __slots__ = ("_handle",)
 
+    def __new__(cls, *_, **__):
+        raise TypeError("objects are created by vlgs.Dispatch")
+
     def __getattr__(self, name):
         if name.startswith("__") or name == "_handle":
             raise AttributeError(name)
@@ -708,6 +711,8 @@ def wrap(pointer):
 
 
 def create(name):
+    if not isinstance(name, str):
+        raise TypeError("the name of a class is a text")
     pointer = c_void_p()
     _check(_native.vlgs_create(_name(name), byref(pointer)))
     return wrap(pointer.value)
@@ -729,7 +734,7 @@ def _items(target, count, enumerator):
     first = size()
     while True:
         if size() != first:
-            raise RuntimeError(f"{type(target).__name__} changed while it was iterated over")
+            raise RuntimeError("the collection changed while it was iterated over")
         pointer = enumerator.use()
         with enumerator.apartment:
             _check(_native.vlgs_next(pointer, byref(item), byref(more)))

@@ -116,7 +116,7 @@ class CDispatch:
         return self._guarded(self._target, *map(_given, arguments), **named)
 
     def __getitem__(self, index):
-        return self._guarded(self._target.__getitem__, _given(index))
+        return self(*index) if isinstance(index, tuple) else self(index)
 
     def __setitem__(self, index, value):
         self._guarded(self._target.__setitem__, _given(index), _given(value))

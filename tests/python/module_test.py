@@ -221,6 +221,8 @@ class MemberTest(Case):
         self.assertRaisesNumber(438, setattr, self.bed, "Nothing", 1)
         self.assertRaisesNumber(438, setattr, self.bed, "Count", 1)
         self.assertFalse(hasattr(self.bed, "Nothing"))
+        with self.assertRaisesRegex(vlgs.Error, "did you mean VlGeneralServices.Files"):
+            vlgs.Dispatch("VlGeneralServices.Filse")
         for name in ("VlGeneralServices.Nothing", "", "Nothing", "VlGeneralServices.Property", "VlGeneralServices.Files\0x"):
             self.assertRaisesNumber(429, vlgs.Dispatch, name)
 
@@ -259,6 +261,9 @@ class MemberTest(Case):
             self.assertEqual(("odbc" in again, "X" in again, "dsn" in again["ODBC"]), (True, False, True))
             self.assertEqual(str(again["A"]["b"]), "c")
             self.assertIn(repr(path.name)[1:-1], repr(again))
+            for kind, read in ((KeyError, lambda: again["X"]), (KeyError, lambda: again["ODBC"]["X"]),
+                               (IndexError, lambda: again[-1]), (IndexError, lambda: again["ODBC"][3])):
+                self.assertRaises(kind, read)
             again["ODBC"] = {"DSN": "x"}
             del again["A"], again["ODBC"]["DSN"]
             self.assertEqual((len(again), len(again["ODBC"])), (1, 0))
@@ -274,7 +279,8 @@ class MemberTest(Case):
         with self.assertRaises(RuntimeError):
             for _ in items:
                 items.Remove(1)
-        self.assertRaises(TypeError, copy.copy, items)
+        for action in (copy.copy, copy.deepcopy, pickle.dumps, type(items).__new__):
+            self.assertRaises(TypeError, action, items)
         self.assertEqual(vlgs.Dispatch("VlGeneralServices.General").CopyDictionaryToVariantArray({"a": 1}), [1])
 
     def test_what_is_no_collection_has_no_length_and_no_members(self):
