@@ -92,6 +92,23 @@ class VLGS_API Conversion final : public CountedComponent {
             {eMsg_InvalidDateTimeFormat, "the value is no moment and both parts are wanted"},
             {eMsg_InvalidDateFormat, "the value is no date and the date is wanted"},
             {eMsg_InvalidTimeFormat, "the value is no time and the time is wanted"}};
+        // Parameters of more than one row.
+        constexpr auto moment =
+            parameter("vLegalLocaleTimestamp",
+                      "a moment as text in the user's form, or a value that converts to a date");
+        constexpr auto date = parameter("vLegalLocaleDate",
+                                        "a date as text in the user's form, or a value that converts to one");
+        constexpr auto time = parameter("vLegalLocaleTime",
+                                        "a time as text in the user's form, or a value that converts to one");
+        constexpr auto wantsDate =
+            optional("bUseDatePart", "whether the date is wanted; neither part means both");
+        constexpr auto wantsTime =
+            optional("bUseTimePart", "whether the time is wanted; neither part means both");
+        constexpr auto typed = optional("dtTypedReturn", "receives the moment as a date");
+        constexpr auto truncates =
+            optional("bTruncGarbage", 0, "whether what stands around the moment is dropped");
+        constexpr auto converted =
+            optional("sReturn", "receives the converted text; stays as it is when the answer is False");
         return describeClass<C>(
             {.name = "Conversion",
              .help = "Conversion and validation of attribute values, dates, times and revision numbers",
@@ -163,91 +180,44 @@ class VLGS_API Conversion final : public CountedComponent {
             method<&C::PostFixCharacter>(26, "PostFixCharacter", "The character that the catalogue names")
                 .raises(RunTimeError::TypeMismatch, "the catalogue's text is no number")
                 .raises(RunTimeError::InvalidProcedureCall, "it is no character code"),
-            method<&C::CTimestamp>(
-                27, "CTimestamp", "A value as a universal timestamp, garbage dropped",
-                parameter("vLegalLocaleTimestamp",
-                          "a moment as text in the user's form, or a value that converts to a date"),
-                optional("bUseDatePart", "whether the date is wanted; neither part means both"),
-                optional("bUseTimePart", "whether the time is wanted; neither part means both"),
-                optional("dtTypedReturn", "receives the moment as a date"))
+            method<&C::CTimestamp>(27, "CTimestamp", "A value as a universal timestamp, garbage dropped",
+                                   moment, wantsDate, wantsTime, typed)
                 .raises(noMoment),
-            method<&C::CTimestamp2>(
-                28, "CTimestamp2", "A value as a universal timestamp",
-                parameter("vLegalLocaleTimestamp",
-                          "a moment as text in the user's form, or a value that converts to a date"),
-                optional("bUseDatePart", "whether the date is wanted; neither part means both"),
-                optional("bUseTimePart", "whether the time is wanted; neither part means both"),
-                optional("dtTypedReturn", "receives the moment as a date"),
-                optional("bTruncGarbage", 0, "whether what stands around the moment is dropped"))
+            method<&C::CTimestamp2>(28, "CTimestamp2", "A value as a universal timestamp", moment, wantsDate,
+                                    wantsTime, typed, truncates)
                 .raises(noMoment),
             method<&C::CTimestamp3>(
-                29, "CTimestamp3", "A value as a timestamp of either form",
-                parameter("vLegalLocaleTimestamp",
-                          "a moment as text in the user's form, or a value that converts to a date"),
-                optional("bUseDatePart", "whether the date is wanted; neither part means both"),
-                optional("bUseTimePart", "whether the time is wanted; neither part means both"),
-                optional("dtTypedReturn", "receives the moment as a date"),
-                optional("bTruncGarbage", 0, "whether what stands around the moment is dropped"),
+                29, "CTimestamp3", "A value as a timestamp of either form", moment, wantsDate, wantsTime,
+                typed, truncates,
                 optional("bUseLocaleFormat", 0, "whether the result has the user's separators"))
                 .raises(noMoment),
-            method<&C::CLongDate>(
-                30, "CLongDate", "A date in the user's long form",
-                parameter("vLegalLocaleDate",
-                          "a date as text in the user's form, or a value that converts to one"),
-                optional("dtTypedReturn", "receives the moment as a date"))
+            method<&C::CLongDate>(30, "CLongDate", "A date in the user's long form", date, typed)
                 .raises(eMsg_InvalidDateFormat, "the value is no date"),
-            method<&C::CShortDate>(
-                31, "CShortDate", "A date in the user's short form",
-                parameter("vLegalLocaleDate",
-                          "a date as text in the user's form, or a value that converts to one"),
-                optional("dtTypedReturn", "receives the moment as a date"))
+            method<&C::CShortDate>(31, "CShortDate", "A date in the user's short form", date, typed)
                 .raises(eMsg_InvalidDateFormat, "the value is no date"),
-            method<&C::CUniversalDate>(
-                32, "CUniversalDate", "A date in the universal form",
-                parameter("vLegalLocaleDate",
-                          "a date as text in the user's form, or a value that converts to one"),
-                optional("dtTypedReturn", "receives the moment as a date"))
+            method<&C::CUniversalDate>(32, "CUniversalDate", "A date in the universal form", date, typed)
                 .raises(eMsg_InvalidDateFormat, "the value is no date")
                 .example("Conversion.CUniversalDate 12/31/2009", "2009-12-31"),
-            method<&C::CLocaleTime>(
-                33, "CLocaleTime", "A time in the user's form",
-                parameter("vLegalLocaleTime",
-                          "a time as text in the user's form, or a value that converts to one"),
-                optional("dtTypedReturn", "receives the moment as a date"))
+            method<&C::CLocaleTime>(33, "CLocaleTime", "A time in the user's form", time, typed)
                 .raises(eMsg_InvalidTimeFormat, "the value is no time"),
-            method<&C::CUniversalTime>(
-                34, "CUniversalTime", "A time in the universal form",
-                parameter("vLegalLocaleTime",
-                          "a time as text in the user's form, or a value that converts to one"),
-                optional("dtTypedReturn", "receives the moment as a date"))
+            method<&C::CUniversalTime>(34, "CUniversalTime", "A time in the universal form", time, typed)
                 .raises(eMsg_InvalidTimeFormat, "the value is no time")
                 .example("Conversion.CUniversalTime '1:02 PM'", "13:02:00"),
             method<&C::CUniversalTimestampToLocale>(
                 35, "CUniversalTimestampToLocale", "A universal timestamp with the user's separators",
                 parameter("vTimestamp", "a timestamp in the universal form")),
-            method<&C::IsValidDate>(
-                36, "IsValidDate", "Whether a value is a date", parameter("vDate", "the value"),
-                optional("sReturn", "receives the converted text; stays as it is when the answer is False")),
-            method<&C::IsValidTime>(
-                37, "IsValidTime", "Whether a value is a time", parameter("vTime", "the value"),
-                optional("sReturn", "receives the converted text; stays as it is when the answer is False")),
-            method<&C::IsValidTimestamp>(
-                38, "IsValidTimestamp", "Whether a value is a timestamp",
-                parameter("vTimestamp", "the value"),
-                optional("sReturn", "receives the converted text; stays as it is when the answer is False")),
-            method<&C::IsValidCorvaDate>(
-                39, "IsValidCorvaDate", "Whether a value is a date", parameter("vDate", "the value"),
-                optional("bTruncGarbage", 0, "whether what stands around the moment is dropped"),
-                optional("sReturn", "receives the converted text; stays as it is when the answer is False")),
-            method<&C::IsValidCorvaTime>(
-                40, "IsValidCorvaTime", "Whether a value is a time", parameter("vTime", "the value"),
-                optional("bTruncGarbage", 0, "whether what stands around the moment is dropped"),
-                optional("sReturn", "receives the converted text; stays as it is when the answer is False")),
-            method<&C::IsValidCorvaTimestamp>(
-                41, "IsValidCorvaTimestamp", "Whether a value is a timestamp",
-                parameter("vTimestamp", "the value"),
-                optional("bTruncGarbage", 0, "whether what stands around the moment is dropped"),
-                optional("sReturn", "receives the converted text; stays as it is when the answer is False")));
+            method<&C::IsValidDate>(36, "IsValidDate", "Whether a value is a date",
+                                    parameter("vDate", "the value"), converted),
+            method<&C::IsValidTime>(37, "IsValidTime", "Whether a value is a time",
+                                    parameter("vTime", "the value"), converted),
+            method<&C::IsValidTimestamp>(38, "IsValidTimestamp", "Whether a value is a timestamp",
+                                         parameter("vTimestamp", "the value"), converted),
+            method<&C::IsValidCorvaDate>(39, "IsValidCorvaDate", "Whether a value is a date",
+                                         parameter("vDate", "the value"), truncates, converted),
+            method<&C::IsValidCorvaTime>(40, "IsValidCorvaTime", "Whether a value is a time",
+                                         parameter("vTime", "the value"), truncates, converted),
+            method<&C::IsValidCorvaTimestamp>(41, "IsValidCorvaTimestamp", "Whether a value is a timestamp",
+                                              parameter("vTimestamp", "the value"), truncates, converted));
     }
     static const ClassInfo& description();
     const ClassInfo* classInfo() const noexcept override { return &description(); }
