@@ -95,8 +95,8 @@ class CommandLineTest(unittest.TestCase):
                     status, out, told = vlgs("run", script, file)
                     self.assertEqual((status > 0, out), (bool(report), output))
                     self.assertIn(report.replace("S:", script + ":"), told)
-            self.assertEqual(vlgs("run", "--json", input_="Restricted.ClassID\nx.y"),
-                             (2, '{"type": "Long", "value": 162}\n', '-:2: there is no class or variable "x"\n'))
+            self.assertEqual(vlgs("run", "--json", input_="'\"\\\t😀'\nx.y"),
+                             (2, r'{"type": "String", "value": "\"\\\u0009😀"}' + "\n", '-:2: there is no class or variable "x"\n'))
 
     def test_errors(self):
         for words, report in (

@@ -10,22 +10,45 @@ namespace vlgs::cli {
 
 namespace {
 
+bool isPair(std::u16string_view text) {
+    return text.size() > 1 && text[0] >= 0xD800 && text[0] <= 0xDBFF && text[1] >= 0xDC00 &&
+           text[1] <= 0xDFFF;
+}
+
+// Characters at the beginning of a text that stand in JSON as they are.
+std::size_t plainLength(std::u16string_view text) {
+    std::size_t length = 0;
+    while (length < text.size()) {
+        const char16_t c = text[length];
+        if (isPair(text.substr(length)))
+            length += 2;
+        else if (c < 0x20 || c == 0x7F || c == u'"' || c == u'\\' || (c >= 0xD800 && c <= 0xDFFF))
+            break;
+        else
+            ++length;
+    }
+    return length;
+}
+
+void writeEscape(std::ostream& out, char16_t c) {
+    if (c == u'"' || c == u'\\') {
+        out << '\\' << static_cast<char>(c);
+        return;
+    }
+    out << "\\u";
+    for (int shift = 12; shift >= 0; shift -= 4)
+        out << static_cast<char>(ascii::lowerHexDigits[c >> shift & 15]);
+}
+
 void writeText(std::ostream& out, std::u16string_view text) {
     out << '"';
-    for (std::size_t i = 0; i < text.size(); ++i) {
-        const char16_t c = text[i];
-        const bool pair = c >= 0xD800 && c <= 0xDBFF && i + 1 < text.size() && text[i + 1] >= 0xDC00 &&
-                          text[i + 1] <= 0xDFFF;
-        if (c == u'"' || c == u'\\') {
-            out << '\\' << static_cast<char>(c);
-        } else if (pair) {
-            out << String(text.substr(i++, 2)).toUtf8();
-        } else if (c < 0x20 || c == 0x7F || (c >= 0xD800 && c <= 0xDFFF)) {
-            out << "\\u";
-            for (int shift = 12; shift >= 0; shift -= 4)
-                out << static_cast<char>(ascii::lowerHexDigits[c >> shift & 15]);
-        } else {
-            out << String(1, c).toUtf8();
+    while (!text.empty()) {
+        const auto plain = plainLength(text);
+        out << String(text.substr(0, plain)).toUtf8();
+        text.remove_prefix(plain);
+        if (!text.empty()) {
+            writeEscape(out, text.front());
+            text.remove_prefix(1);
         }
     }
     out << '"';
