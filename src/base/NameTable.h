@@ -27,20 +27,21 @@ class NameTable {
     std::uint16_t find(std::u16string_view name) const noexcept;
 
   private:
-    struct Slot {
-        std::uint32_t hash = 0;
-        std::uint16_t member = none;
-        std::uint16_t length = 0;
-        std::uint32_t firstBlock = 0;
-    };
     struct Block {
         std::uint64_t lower;
         std::uint64_t caseBits;
     };
-    bool equal(const Slot& slot, std::u16string_view name) const noexcept;
+    struct Slot {
+        Block last = {};
+        std::uint32_t others = 0; // where the blocks before the last one stand
+        std::uint16_t member = none;
+        std::uint16_t length = 0;
+    };
+    bool equal(const Slot& slot, std::u16string_view name, std::uint64_t last) const noexcept;
 
     std::vector<Slot> slots_; // open addressing, a power of two
-    std::vector<Block> blocks_;
+    std::size_t mask_;
+    std::vector<Block> others_;
 };
 
 } // namespace vlgs
