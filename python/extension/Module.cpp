@@ -8,6 +8,8 @@
 #include "Objects.h"
 #include "Values.h"
 
+#include <bit>
+
 namespace vlgs::python {
 
 namespace {
@@ -132,11 +134,10 @@ PyObject* doDisconnect(PyObject*, PyObject* arguments) {
     return none(succeeded(library.disconnect(object, connection)));
 }
 
-// ---- Descriptions
-// ------------------------------------------------------------------------------------------
+// ---- Descriptions ----
 
 const vlgs_class* classAt(Py_ssize_t address) {
-    return reinterpret_cast<const vlgs_class*>(address);
+    return std::bit_cast<const vlgs_class*>(address);
 }
 
 PyObject* typeTuple(const vlgs_type& type) {
@@ -246,6 +247,7 @@ PyModuleDef module{
 
 } // namespace vlgs::python
 
+// NOLINTNEXTLINE(bugprone-reserved-identifier): Python looks for this name
 PyMODINIT_FUNC PyInit__native() {
     PyObject* const made = PyModule_Create(&vlgs::python::module);
     if (made && !vlgs::python::addTypes(made)) {

@@ -87,8 +87,7 @@ void freeWithType(PyObject* self) {
     Py_DECREF(asObject(type));
 }
 
-// ---- Bound: a member of one object
-// -------------------------------------------------------------------------
+// ---- Bound: a member of one object ----
 
 struct BoundBody {
     PyObject ob_base;
@@ -236,8 +235,7 @@ Py_hash_t hashBound(PyObject* self) {
     return mixed == -1 ? -2 : mixed;
 }
 
-// ---- Object
-// ------------------------------------------------------------------------------------------------
+// ---- Object ----
 
 PyObject* refuseNew(PyTypeObject*, PyObject*, PyObject*) {
     PyErr_SetString(PyExc_TypeError, "objects are created by vlgs.Dispatch");
@@ -331,8 +329,7 @@ ClassFacts* factsOf(const vlgs_class* cls) {
     return known.get();
 }
 
-// ---- Iterator
-// ----------------------------------------------------------------------------------------------
+// ---- Iterator ----
 
 struct IteratorBody {
     PyObject ob_base;
@@ -395,8 +392,7 @@ PyObject* iteratorItself(PyObject* self) {
     return self;
 }
 
-// ---- The types
-// ---------------------------------------------------------------------------------------------
+// ---- The types ----
 
 // The bit is the same in all versions of Python that this runs on; the stable interface names it from 3.12
 // on.

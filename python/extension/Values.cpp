@@ -22,8 +22,7 @@ bool ownsSomething(const vlgs_value& value) {
            value.type >= VLGS_ARRAY;
 }
 
-// ---- In
-// ----------------------------------------------------------------------------------------------------
+// ---- In ----
 
 // Shorter texts go through the stack; Python's stable interface shows no characters in place.
 constexpr Py_ssize_t shortText = 128;
@@ -36,7 +35,7 @@ bool putShortText(PyObject* text, Py_ssize_t length, vlgs_value& slot) {
     std::uint16_t units[2 * shortText];
     std::size_t count = 0;
     for (Py_ssize_t i = 0; i < length; ++i) {
-        auto character = static_cast<std::uint32_t>(characters[i]);
+        auto character = static_cast<char32_t>(characters[i]);
         if (character >= 0x10000) [[unlikely]] {
             character -= 0x10000;
             units[count++] = static_cast<std::uint16_t>(0xD800 + (character >> 10));
@@ -137,8 +136,7 @@ bool putItems(PyObject* sequence, vlgs_value& slot) {
     return done;
 }
 
-// ---- In, by the forms that _values.py tells
-// ----------------------------------------------------------------
+// ---- In, by the forms that _values.py tells ----
 
 long partOf(PyObject* form, Py_ssize_t index) {
     return PyLong_AsLong(PyTuple_GetItem(form, index));
@@ -271,8 +269,7 @@ bool putOther(PyObject* value, vlgs_value& slot) {
     return done;
 }
 
-// ---- Out
-// ---------------------------------------------------------------------------------------------------
+// ---- Out ----
 
 PyObject* takeText(const vlgs_value& slot) {
     const std::uint16_t* text = nullptr;

@@ -175,7 +175,7 @@ int tree(std::span<const std::string_view> given) {
     return 0;
 }
 
-// ---- Differences ----------------------------------------------------------------------------------------
+// ---- Differences ----
 
 struct Difference {
     String section;

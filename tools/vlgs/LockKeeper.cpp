@@ -50,7 +50,7 @@ sigset_t endingSet() {
     return set;
 }
 
-// ---- The answer of a keeper: fields that end in NUL, the first one the number of an error or 0 ----------
+// ---- The answer of a keeper: fields that end in NUL, the first one the number of an error or 0 ----
 
 void writeAnswer(int pipe, std::int32_t number, const String& first, const String& second = {}) {
     std::string text = std::to_string(number) + '\0' + toHost(first) + '\0' + toHost(second) + '\0';
