@@ -116,12 +116,15 @@ class CommandLineTest(unittest.TestCase):
 
     def test_misuse(self):
         for words, hint in (
-            ((), "usage"), (("frob",), "frob"), (("call",), "CLASS.MEMBER"), (("call", "Files"), "CLASS.MEMBER"),
+            ((), "usage"), (("frob",), "frob"), (("call",), "CLASS.MEMBER"), (("call", "Files"), "is a class"),
             (("call", "Flies.X"), "did you mean Files?"), (("call", "Restricted.ClasName"), "did you mean ClassName?"),
             (("call", "Buffer.Delimiter=;"), "ends with the command"),
             (("call", "Buffer.Delimiter", ";"), "ends with the command"), (("call", "Flies"), "did you mean Files?"),
-            (("call", "Collection.Item", "k", ".Count"), "gives no object"), (("call", "Collection", "..Count"), "no member"), (("call", "Collection.Add", "[", "Collection"), '"]"'),
+            (("call", "Collection.Item", "k", ".Count"), "gives no object"), (("call", "Collection", "..Count"), "no member"),
+            (("call", "Collection.Add", "[", "Collection"), '"]"'),
             (("call", "--frob"), "--json"), (("call", "GUID.IsEqualGUID", "sGUDI1=x"), "sGUID1"),
+            (("call", "Files.RetrieveINIFile", "sPth=x"), "did you mean sPath?"),
+            (("ini", "set", "/none", "A.B=@-", "A.C=@-"), "second @-"),
             (("call", "GUID.IsEqualGUID", "sGUID1=x", "y"), "last"), (("classes", "x"), "no arguments"),
             (("describe",), "CLASS[.MEMBER]"), (("describe", "Flies"), "did you mean Files?"),
             (("describe", "GUID.GenerateGIUD"), "did you mean GenerateGUID?"),

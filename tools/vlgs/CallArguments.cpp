@@ -17,7 +17,7 @@ namespace vlgs::cli {
 namespace {
 
 // Shorter words are too easily near to one another.
-constexpr std::size_t shortestSlip = 5;
+constexpr std::size_t shortestSlip = 3;
 
 std::string_view nearestParameter(const MemberRows& rows, std::string_view name) {
     const String text = String::fromUtf8(name);

@@ -119,6 +119,9 @@ class Chain {
         const bool isWhole = !variables_ && words_.size() == 1; // which would do nothing
         if (!isWhole && path.size() == target.size() && findClass(fromHost(path)))
             return Variant(createObject(fromHost(path)));
+        if (!variables_ && findClass(fromHost(path)))
+            throw Misuse(quoted(path) +
+                         " is a class and needs a member: CLASS.MEMBER, such as Files.ClassVersion");
         if (dot == path.npos || dot == 0 || !isIdentifier(path.substr(dot + 1)))
             throw Misuse(quoted(path) + " names no member: CLASS.MEMBER, such as Files.ClassVersion" +
                          nearest(path, holders()) +

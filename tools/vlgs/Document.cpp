@@ -37,10 +37,10 @@ Ref<INIFile> readDocument(std::string_view file, Absent absent) {
     return readNamed(file, [&](const String& path) {
         auto document = make<INIFile>();
         document->SetFullPath(path);
+        if (absent == Absent::Fails || folderExists(path))
+            requireFile(path);
         if (fileExists(path))
             readFileInto(*document, path);
-        else if (absent == Absent::Fails)
-            raise(RunTimeError::FileNotFound);
         return document;
     });
 }

@@ -89,8 +89,7 @@ int explain(std::span<const std::string_view> given) {
     const Words words("explain", given, {"--json", "--show-secrets"});
     words.need(1, 1, "one project information file or database link file");
     auto pairs = readNamed(words[0], [](const String& path) {
-        if (!fileExists(path))
-            raise(RunTimeError::FileNotFound);
+        requireFile(path);
         return pairsOf(make<Files>()->BuildConnectionStringFromPath(path));
     });
     std::size_t nameWidth = 0, valueWidth = 0;

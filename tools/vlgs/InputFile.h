@@ -12,6 +12,12 @@
 
 namespace vlgs::cli {
 
+/// Raises 70 for a folder, and 53 where nothing is of that name.
+inline void requireFile(const String& path) {
+    if (!fileExists(path))
+        raise(folderExists(path) ? RunTimeError::PermissionDenied : RunTimeError::FileNotFound);
+}
+
 /// Reads a file by a function of its full path; what that raises tells the name as it was given.
 template <class Read>
 auto readNamed(std::string_view name, Read&& read) {

@@ -9,6 +9,7 @@
 #include <algorithm>
 #include <iostream>
 #include <iterator>
+#include <utility>
 
 namespace vlgs::cli {
 
@@ -57,6 +58,17 @@ void Words::need(std::size_t least, std::size_t most, std::string_view words) co
         throw Misuse(command_ + " needs " + std::string(words));
 }
 
+namespace {
+
+std::string takeInput() {
+    static bool taken = false;
+    if (std::exchange(taken, true))
+        throw Misuse("standard input is one value: a second @- has nothing to read");
+    return {std::istreambuf_iterator<char>(std::cin), {}};
+}
+
+} // namespace
+
 String valueOf(std::string_view word) {
     if (!word.starts_with('@') || word.size() == 1)
         return fromHost(word);
@@ -65,7 +77,7 @@ String valueOf(std::string_view word) {
         return fromHost(word);
     std::string content;
     if (word == "-")
-        content.assign(std::istreambuf_iterator<char>(std::cin), {});
+        content = takeInput();
     else
         content = readNamed(word);
     if (content.ends_with('\n'))
