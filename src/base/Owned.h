@@ -5,6 +5,7 @@
 //     using Handle = Owned<HANDLE, &closeHandle, -1>;
 #pragma once
 
+#include <bit>
 #include <cstdint>
 #include <type_traits>
 #include <utility>
@@ -36,7 +37,7 @@ class Owned {
   private:
     static T none() noexcept {
         if constexpr (std::is_pointer_v<T>)
-            return reinterpret_cast<T>(noneNumber);
+            return std::bit_cast<T>(noneNumber);
         else
             return static_cast<T>(noneNumber);
     }
