@@ -57,7 +57,9 @@ class Inside {
 class WithoutLock {
   public:
     WithoutLock() : state_(PyEval_SaveThread()) {}
-    ~WithoutLock() { PyEval_RestoreThread(state_); }
+    ~WithoutLock() {
+        orRest([this] { PyEval_RestoreThread(state_); });
+    }
     WithoutLock(const WithoutLock&) = delete;
     WithoutLock& operator=(const WithoutLock&) = delete;
 

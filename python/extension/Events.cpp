@@ -12,7 +12,7 @@ namespace {
 
 class WithLock {
   public:
-    WithLock() : state_(PyGILState_Ensure()) {}
+    WithLock() : state_(orRest([] { return PyGILState_Ensure(); })) {}
     ~WithLock() { PyGILState_Release(state_); }
     WithLock(const WithLock&) = delete;
     WithLock& operator=(const WithLock&) = delete;

@@ -18,7 +18,14 @@ PyObject* none(bool done) {
     return done ? newNone() : nullptr;
 }
 
+// Types and functions are the process's, so one interpreter alone can have them.
+std::int64_t owner = -1;
+
 PyObject* doLoad(PyObject*, PyObject* path) {
+    const std::int64_t asking = PyInterpreterState_GetID(PyInterpreterState_Get());
+    if (owner >= 0 && owner != asking)
+        return PyErr_Format(PyExc_ImportError, "the module belongs to another interpreter");
+    owner = asking;
     const Reference name(PyUnicode_EncodeFSDefault(path));
     if (!name)
         return nullptr;
@@ -31,6 +38,11 @@ PyObject* doLoad(PyObject*, PyObject* path) {
 
 PyObject* doConfigure(PyObject*, PyObject* dictionary) {
     return none(configure(dictionary));
+}
+
+PyObject* doForget(PyObject*, PyObject*) {
+    forget();
+    return newNone();
 }
 
 PyObject* doVersion(PyObject*, PyObject*) {
@@ -221,6 +233,7 @@ PyObject* doConstant(PyObject*, PyObject* index) {
 
 PyMethodDef functions[] = {{"load", doLoad, METH_O, nullptr},
                            {"configure", doConfigure, METH_O, nullptr},
+                           {"forget", doForget, METH_NOARGS, nullptr},
                            {"version", doVersion, METH_NOARGS, nullptr},
                            {"unknown_settings", doUnknownSettings, METH_NOARGS, nullptr},
                            {"create", doCreate, METH_O, nullptr},

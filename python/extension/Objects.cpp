@@ -28,7 +28,7 @@ PyObject* asObject(PyTypeObject* type) {
 struct Known {
     std::int32_t number;
     bool direct;      // a property without parameters, read as the attribute is
-    PyObject* member; // its description in Python
+    Reference member; // its description in Python
 };
 
 /// The Python class for a native one, and the names of members that were asked for so far.
@@ -44,11 +44,16 @@ class ClassFacts {
     }
     /// Asks Python. Null without an error when there is no such member.
     const Known* ask(PyObject* name);
+    void forget() {
+        const auto old = std::exchange(known_, {});
+        const auto names = std::exchange(names_, {});
+    }
 
   private:
     static constexpr std::size_t enough = 1024; // a program may make names without end
     PyObject* type_;
     std::unordered_map<PyObject*, Known> known_;
+    std::vector<Reference> names_; // keeps the identities in `known_` taken
     Known last_{};
 };
 
@@ -61,12 +66,13 @@ const Known* ClassFacts::ask(PyObject* name) {
     PyObject* member = nullptr;
     if (!PyArg_ParseTuple(found.get(), "ipO", &number, &direct, &member))
         return nullptr;
-    last_ = {number, direct != 0, member}; // the class holds the description
+    last_ = {number, direct != 0, Reference::borrowed(member)};
     if (known_.size() >= enough || !PyUnicode_CheckExact(name))
         return &last_;
     Py_INCREF(name);
     PyUnicode_InternInPlace(&name);
-    return &known_.insert_or_assign(name, last_).first->second;
+    names_.push_back(Reference(name));
+    return &known_.insert_or_assign(name, std::move(last_)).first->second;
 }
 
 struct ObjectBody {
@@ -253,7 +259,7 @@ void endObject(PyObject* self) {
 PyObject* readMember(PyObject* self, const Known& known) {
     if (known.direct)
         return invoke(self, known.number, reading, {});
-    return guarded([&] { return bind(self, known.member, known.number); });
+    return guarded([&] { return bind(self, known.member.get(), known.number); });
 }
 
 PyObject* readOther(PyObject* self, PyObject* name) {
@@ -331,10 +337,12 @@ ClassFacts* factsOf(const vlgs_class* cls) {
 
 // ---- Iterator ----
 
+// The members as they were when the iteration began.
 struct IteratorBody {
     PyObject ob_base;
     PyObject* target;
-    vlgs_object* enumerator;
+    std::vector<vlgs_value> items;
+    std::size_t next;
     std::int32_t counting;
     std::int32_t count;
 };
@@ -343,10 +351,19 @@ IteratorBody& iteratorOf(PyObject* object) {
     return *reinterpret_cast<IteratorBody*>(object);
 }
 
+void clearItems(std::vector<vlgs_value>& items) {
+    if (!items.empty())
+        library.clear(items.data(), items.size());
+    items.clear();
+}
+
 void endIterator(PyObject* self) {
     IteratorBody& body = iteratorOf(self);
-    if (body.enumerator)
-        bodyOf(body.target).apartment->drop(body.enumerator);
+    for (vlgs_value& item : body.items) // objects end on their thread
+        if (item.type == VLGS_OBJECT && item.as.object)
+            bodyOf(body.target).apartment->drop(std::exchange(item.as.object, nullptr));
+    clearItems(body.items);
+    body.items.~vector();
     Py_CLEAR(body.target);
     freeWithType(self);
 }
@@ -365,7 +382,7 @@ bool readCount(PyObject* target, std::int32_t counting, std::int32_t& count) {
 
 PyObject* nextOf(PyObject* self) {
     IteratorBody& body = iteratorOf(self);
-    if (!body.enumerator || !used(body.target))
+    if (!used(body.target))
         return nullptr;
     const Inside inside(apartmentOf(body.target));
     std::int32_t count = 0;
@@ -373,14 +390,12 @@ PyObject* nextOf(PyObject* self) {
         return nullptr;
     if (count != body.count)
         return PyErr_Format(PyExc_RuntimeError, "the collection changed while it was iterated over");
-    vlgs_value item{};
-    int more = 0;
-    if (!succeeded(library.next(body.enumerator, &item, &more)))
-        return nullptr;
-    if (!more) {
-        library.release(std::exchange(body.enumerator, nullptr));
+    if (body.next == body.items.size()) {
+        clearItems(body.items);
+        body.next = 0;
         return nullptr;
     }
+    vlgs_value item = std::exchange(body.items[body.next++], vlgs_value{});
     PyObject* const taken = guarded([&] { return take(item); });
     if (item.type >= VLGS_TEXT)
         library.clear(&item, 1);
@@ -465,6 +480,12 @@ bool addTypes(PyObject* module) {
            PyObject_SetAttrString(module, "Bound", asObject(boundType)) == 0;
 }
 
+void forget() {
+    for (const auto& [cls, facts] : allClasses())
+        if (facts)
+            facts->forget();
+}
+
 bool isObject(PyObject* value) {
     return PyObject_TypeCheck(value, objectType);
 }
@@ -497,30 +518,43 @@ PyObject* wrap(vlgs_object* object) {
     return made;
 }
 
+namespace {
+
+bool readItems(vlgs_object* object, std::vector<vlgs_value>& items) {
+    vlgs_object* enumerator = nullptr;
+    if (!succeeded(library.enumerate(object, &enumerator)))
+        return false;
+    bool done = true;
+    for (int more = 1; done && more;) {
+        items.push_back({});
+        done = succeeded(library.next(enumerator, &items.back(), &more));
+        if (!done || !more)
+            items.pop_back();
+    }
+    library.release(enumerator);
+    return done;
+}
+
+} // namespace
+
 PyObject* iterate(PyObject* target, std::int32_t counting) {
     vlgs_object* const object = used(target);
     if (!object)
         return nullptr;
     const Inside inside(apartmentOf(target));
-    std::int32_t count = 0;
-    vlgs_object* enumerator = nullptr;
-    if (!succeeded(library.enumerate(object, &enumerator)))
-        return nullptr;
     PyObject* const made =
-        readCount(target, counting, count)
-            ? reinterpret_cast<allocfunc>(PyType_GetSlot(iteratorType, Py_tp_alloc))(iteratorType, 0)
-            : nullptr;
-    if (!made) {
-        library.release(enumerator);
+        reinterpret_cast<allocfunc>(PyType_GetSlot(iteratorType, Py_tp_alloc))(iteratorType, 0);
+    if (!made)
         return nullptr;
-    }
+    Reference owned(made);
     IteratorBody& body = iteratorOf(made);
     Py_INCREF(target);
     body.target = target;
-    body.enumerator = enumerator;
+    new (&body.items) std::vector<vlgs_value>;
     body.counting = counting;
-    body.count = count;
-    return made;
+    const bool done =
+        guarded([&] { return readCount(target, counting, body.count) && readItems(object, body.items); });
+    return done ? owned.release() : nullptr;
 }
 
 namespace {

@@ -19,6 +19,8 @@ bool addTypes(PyObject* module);
 bool isObject(PyObject* value);
 /// The native object behind one; null, with an error set, on another thread than that which made it.
 vlgs_object* used(PyObject* object);
+/// Forgets what attribute names mean: a class was changed.
+void forget();
 /// The apartment of an object that is used on its thread.
 Apartment& apartmentOf(PyObject* object);
 /// The Python object for a counted reference, which it takes over also when it fails.
@@ -51,7 +53,7 @@ PyObject* readEach(PyObject* target, const char* name);
 template <class Function>
 auto guarded(Function&& function, decltype(function()) failure = {}) noexcept -> decltype(function()) {
     try {
-        return function();
+        return orRest(function);
     } catch (const std::bad_alloc&) {
         PyErr_NoMemory();
     } catch (...) {

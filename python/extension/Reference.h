@@ -8,9 +8,24 @@
 #include <Python.h>
 #include <structmember.h>
 
+#include <cxxabi.h>
+#include <unistd.h>
 #include <utility>
 
 namespace vlgs::python {
+
+/// Calls what may wait for the interpreter's lock. Once the interpreter ends, other threads that ask for the
+/// lock are ended by an unwinding that no destructor survives: such a thread rests here until the process is
+/// gone.
+template <class Function>
+decltype(auto) orRest(Function&& function) {
+    try {
+        return function();
+    } catch (abi::__forced_unwind&) {
+        for (;;)
+            pause();
+    }
+}
 
 /// A counted reference, null for none. The interpreter's lock is held wherever one changes.
 class Reference {

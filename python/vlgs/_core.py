@@ -11,7 +11,8 @@ environment variable VLGS_PURE is set). Both offer the same:
     write(target, member, arguments)
                             writes a property, whose value is the last argument
     id_of(target, name)     a member's number, UNKNOWN_MEMBER for none
-    iterate(target, count)  an iterator; `count` is the number of the member that counts the members, or UNKNOWN_MEMBER
+    forget()                tells that a Python class was changed
+    iterate(target, count)  an iterator over the members as they are now; `count` is the number of the member that counts the members, or UNKNOWN_MEMBER
     read_each(target, name)
                             a list of what that property of each member of a collection is
     connect(source, methods), disconnect(source, connection)

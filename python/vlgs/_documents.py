@@ -58,6 +58,10 @@ class INIFile(Object):
         if not self.DeleteSection(name):
             raise KeyError(name)
 
+    def get(self, name, default=None):
+        """A section by its name, or the default."""
+        return self[name] if name in self else default
+
     def keys(self):
         """The names of the sections."""
         return core.read_each(self.Sections, "Name")
@@ -125,6 +129,15 @@ class Property(Object):
         if not self._owner().DeleteKey(self.Name, name):
             raise KeyError(name)
 
+    def get(self, name, default=None):
+        """A key by its name, or the default."""
+        return self[name] if name in self else default
+
+    def texts(self):
+        """A dict of the keys' texts by their names."""
+        keys = self._keys()
+        return dict(zip(core.read_each(keys, "Name"), core.read_each(keys, "Value")))
+
     def keys(self):
         """The names of the section's keys."""
         return core.read_each(self._keys(), "Name")
@@ -142,7 +155,9 @@ class Property(Object):
             return self.Value == other
         return super().__eq__(other)
 
-    __hash__ = Object.__hash__
+    def __hash__(self):
+        value = self.Value
+        return super().__hash__() if isinstance(value, Object) else hash(value)
 
     def __str__(self):
         value = self.Value

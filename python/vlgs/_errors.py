@@ -73,11 +73,11 @@ class KeyFailure(Error, KeyError):
 
 
 class FileMissing(Error, FileNotFoundError):
-    """53, 76, and the catalogue's messages of paths that do not exist"""
+    """53, 76, and the catalogue's messages of files and paths that do not exist"""
 
 
 class AccessDenied(Error, PermissionError):
-    """70, 75"""
+    """70, 75, and the catalogue's messages of files that may not be read or written"""
 
 
 class OutOfMemory(Error, MemoryError):
@@ -110,9 +110,21 @@ for _kind in {Error, *_KINDS.values()}:
     _kind.__module__ = "vlgs"
 
 
+# What messages of the catalogue about files end with: the run time's text of the cause.
+_CAUSES = {
+    "File not found": FileMissing,
+    "Path not found": FileMissing,
+    "Permission denied": AccessDenied,
+    "Path/File access error": AccessDenied,
+}
+
+
 def error_of(number, source="", description=""):
-    """The error of that number, of the class that its number asks for."""
-    return _KINDS.get(number, Error)(number, source, description)
+    """The error of that number, of the class that its number, or the cause that its text ends with, asks for."""
+    kind = _KINDS.get(number)
+    if kind is None:
+        kind = _CAUSES.get(description.splitlines()[-1], Error) if number < 0 and description else Error
+    return kind(number, source, description)
 
 
 def run_time_error(number, about=""):

@@ -8,7 +8,19 @@ from ._core import DEFAULT_MEMBER, GET, METHOD, READ, UNKNOWN_MEMBER, core
 from ._errors import Error, NoSuchMember, error_of, run_time_error
 
 
-class Object(core.Object):
+class _Class(type):
+    """The type of the classes: what was found out about attributes no longer holds when one is changed."""
+
+    def __setattr__(cls, name, value):
+        super().__setattr__(name, value)
+        core.forget()
+
+    def __delattr__(cls, name):
+        super().__delattr__(name)
+        core.forget()
+
+
+class Object(core.Object, metaclass=_Class):
     """An object of the library. Members are found by name in any case:
 
     obj.Property             reads a property without parameters
@@ -38,7 +50,7 @@ class Object(core.Object):
         return True  # no object is None, so an object is one however many members it has
 
     def __iter__(self):
-        """Goes over the members; a collection that changes meanwhile raises RuntimeError."""
+        """Goes over the members as they are now; a collection of another length meanwhile raises RuntimeError."""
         return core.iterate(self, core.id_of(self, "Count"))
 
     def __reversed__(self):
@@ -194,7 +206,7 @@ def _make_class(cls):
     }
     for each, found in rows.items():
         attributes[each] = _attribute(each, cls, found)
-    made = type(name, (base,), attributes)
+    made = _Class(name, (base,), attributes)
     for each in rows:
         attributes[each].__objclass__ = made
     return made

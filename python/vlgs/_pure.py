@@ -240,6 +240,10 @@ def configure(hooks):
     _hooks.__dict__.update(hooks)
 
 
+def forget():
+    """Nothing is remembered here."""
+
+
 def _bytes(text):
     return text.encode("utf-8", "surrogatepass")
 
@@ -719,29 +723,34 @@ def create(name):
 
 
 def iterate(target, count):
+    def size():
+        return invoke(target, count, _READ, (), None) if count != _UNKNOWN_MEMBER else None
+
+    return _unchanged(_members(target), size)
+
+
+def _unchanged(items, size):
+    first = size()
+    for item in items:
+        if size() != first:
+            raise RuntimeError("the collection changed while it was iterated over")
+        yield item
+
+
+def _members(target):
     enumerator = c_void_p()
     pointer = target._handle.use()
     with target._handle.apartment:
         _check(_native.vlgs_enumerate(pointer, byref(enumerator)))
-    return _items(target, count, _Handle(enumerator.value))
-
-
-def _items(target, count, enumerator):
-    def size():
-        return invoke(target, count, _READ, (), None) if count != _UNKNOWN_MEMBER else None
-
+    held = _Handle(enumerator.value)
     item, more = Value(), c_int()
-    first = size()
-    while True:
-        if size() != first:
-            raise RuntimeError("the collection changed while it was iterated over")
-        pointer = enumerator.use()
-        with enumerator.apartment:
-            _check(_native.vlgs_next(pointer, byref(item), byref(more)))
+    items = []
+    with held.apartment:
+        while True:
+            _check(_native.vlgs_next(held.pointer, byref(item), byref(more)))
             if not more.value:
-                return
-            taken = _take_result(item)
-        yield taken
+                return items
+            items.append(_take_result(item))
 
 
 def read_each(target, name):

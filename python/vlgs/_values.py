@@ -189,6 +189,8 @@ def _array_form(value, code=None):
 
 def _record_form(value):
     fields = value._fields()
+    if not isinstance(value._name, str):
+        raise run_time_error(13)
     return RECORD, value._name, list(fields), list(fields.values())
 
 
@@ -201,7 +203,7 @@ def no_array(code=ARRAY + VARIANT):
 
 def _variant_form(value):
     code, content = value.code, value.value
-    if not 0 <= code <= 0xFFFF:
+    if not isinstance(code, int) or not 0 <= code <= 0xFFFF:
         raise run_time_error(13)
     if code == ARRAY + BYTE and isinstance(content, (bytes, bytearray, memoryview)):
         return code, bytes(content)

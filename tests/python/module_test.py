@@ -11,6 +11,8 @@ import pathlib
 import pickle
 import pydoc
 import re
+import subprocess
+import sys
 import tempfile
 import threading
 import unittest
@@ -240,6 +242,7 @@ class MemberTest(Case):
         with self.assertRaises(FileNotFoundError) as raised:
             files.ExtractPathVolume("C:\\no\\such")
         self.assertEqual(raised.exception.code, vlgs.constants.eMsg_ErrorPathIsBad)
+        self.assertRaises(FileNotFoundError, files.RetrieveINIFile, "/no/such/file")
         with self.assertRaisesRegex(AttributeError, "CreateKye of INIFile; did you mean CreateKey") as raised:
             files.CreateINIFile("a").CreateKye
         self.assertEqual((raised.exception.name, type(raised.exception.obj).__name__), ("CreateKye", "INIFile"))
@@ -261,6 +264,8 @@ class MemberTest(Case):
             self.assertEqual(("odbc" in again, "X" in again, "dsn" in again["ODBC"]), (True, False, True))
             self.assertEqual(str(again["A"]["b"]), "c")
             self.assertIn(repr(path.name)[1:-1], repr(again))
+            self.assertEqual((again["ODBC"].texts(), again.get("X"), again["ODBC"].get("X", 1), {again["A"]["b"]} & {"c"}),
+                             ({"DSN": "Other", "UID": "me"}, None, 1, {"c"}))
             for kind, read in ((KeyError, lambda: again["X"]), (KeyError, lambda: again["ODBC"]["X"]),
                                (IndexError, lambda: again[-1]), (IndexError, lambda: again["ODBC"][3])):
                 self.assertRaises(kind, read)
@@ -276,6 +281,10 @@ class MemberTest(Case):
             items.Add(item, item)
         self.assertEqual(list(reversed(items)), ["b", "a"])
         self.assertRaises(IndexError, lambda: items[-1])
+        for item in items:  # another member in place of one: what was there is gone over
+            items.Remove(1)
+            items.Add(item + "x", item + "x")
+        self.assertEqual((item, list(items)), ("b", ["ax", "bx"]))
         with self.assertRaises(RuntimeError):
             for _ in items:
                 items.Remove(1)
@@ -297,6 +306,15 @@ class MemberTest(Case):
         self.assertIn("Optionals(self, lA: Long = 7, sB: String = ','", text)
         self.assertIn("A value by its position from 1", text)
         self.assertIn("VlgsTest.TestBed", repr(self.bed))
+
+    def test_a_class_that_is_changed_answers_so_at_once(self):
+        def count():
+            return self.bed.Count
+
+        self.assertEqual(count(), 0)
+        with unittest.mock.patch.object(type(self.bed), "Count", 5):
+            self.assertEqual(count(), 5)
+        self.assertEqual(count(), 0)
 
     def test_constants(self):
         self.assertEqual(vlgs.constants.eInterfaceID_Files, 153)
@@ -358,6 +376,19 @@ class ThreadTest(Case):
                 self.assertFalse(os.path.exists(path), f"thread {'idle' if last else 'ended'}")
                 ended.set()
                 thread.join()
+
+    def test_threads_that_still_call_do_not_keep_a_program_from_ending(self):
+        program = """
+import threading, time, vlgs
+def work():
+    files = vlgs.Dispatch("VlGeneralServices.Files")
+    while True:
+        files.ClassName
+for _ in range(2):
+    threading.Thread(target=work, daemon=True).start()
+time.sleep(0.1)
+"""
+        self.assertEqual(subprocess.run([sys.executable, "-c", program]).returncode, 0)
 
     def test_objects_dropped_while_their_thread_is_inside_are_released_as_it_leaves(self):
         with tempfile.TemporaryDirectory() as folder:
