@@ -89,6 +89,7 @@ class CommandLineTest(unittest.TestCase):
                 ("n = long:1\nCollection.Add $m\n", "", 'S:2: there is no variable "m"'),
                 ("x = @no/file\n", "", "S:1: error 76: Path not found: no/file"),
                 ("doc = Files\ndok.ClassID\n", "", "did you mean doc?"),
+                ("d = [ Collection ]\nd .Count\n", "0\n", ""),
             ):
                 pathlib.Path(script).write_text(lines)
                 with self.subTest(lines=lines):
@@ -182,8 +183,8 @@ class CommandLineTest(unittest.TestCase):
             full = r"HKEY_CURRENT_USER\Software\A"
             self.assertEqual(
                 json.loads(vlgs("reg", "query", key, "/s", "--json", VLGS_REGISTRY=folder)[1]),
-                {full: {"n": {"type": "REG_SZ", "value": 'te"x\\t'}, "": {"type": "REG_DWORD", "value": "0x1f"}},
-                 full + r"\B": {"m": {"type": "REG_MULTI_SZ", "value": r"a\0b"}}})
+                {full: {"n": {"type": "REG_SZ", "value": 'te"x\\t'}, "": {"type": "REG_DWORD", "value": 31}},
+                 full + r"\B": {"m": {"type": "REG_MULTI_SZ", "value": ["a", "b"]}}})
 
     def test_explanations(self):
         project = str(ROOT / "samples/demo/demo.VLS")

@@ -26,7 +26,7 @@ class LocksTest(unittest.TestCase):
         return subprocess.run([TOOL, "lock", *words], capture_output=True, text=True, timeout=60)
 
     def held(self):
-        return json.loads(self.tool("status", "--json", self.path).stdout)
+        return json.loads(self.tool("status", "--json", str(self.folder)).stdout)
 
     def test_a_lock_that_is_left_behind_lasts_until_it_is_released(self):
         taken = self.tool("take", "--exclusive", "--session", "night build", self.path)
@@ -62,7 +62,7 @@ class LocksTest(unittest.TestCase):
                       ["take", "--exclusive", "--read-only", self.path], ["take", self.path, "--"], ["release"],
                       ["take", "--shared", self.path], ["take", str(self.folder)]):
             self.assertEqual(self.tool(*words).returncode, 2, words)
-        for words in (["take"], ["status"], ["release"]):
+        for words in (["take"], ["status"], ["status", "--json"], ["release"]):
             self.assertEqual(self.tool(*words, str(self.folder / "none/project.VLS")).returncode, 1, words)
 
     def test_the_sample_edits_alone_and_reads_otherwise(self):

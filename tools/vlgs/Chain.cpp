@@ -136,7 +136,8 @@ class Chain {
     }
 
     bool isValue() const {
-        return words_[at_].isLiteral || isMark("{") || word().starts_with('@') || isTypedValue(word());
+        return words_[at_].isLiteral || isMark("{") || isMark("[") || word().starts_with('@') ||
+               isTypedValue(word());
     }
 
     // What members can be called on by name.

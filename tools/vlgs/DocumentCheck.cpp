@@ -40,7 +40,7 @@ class Checker {
     void takeSection(std::u16string_view line, std::size_t open, std::size_t close) {
         const auto name = trim(line.substr(open + 1, close - open - 1));
         if (name.empty())
-            return find("a section without a name", true);
+            return find("a section without a name: the file cannot be read", true);
         if (!trim(line.substr(0, open)).empty() || !trim(line.substr(close + 1)).empty())
             find("text beside the name of a section", true);
         section_ = foldCase(name);
@@ -52,7 +52,7 @@ class Checker {
 
     void takeKey(std::u16string_view name) {
         if (name.empty())
-            return find("a key without a name", true);
+            return find("a key without a name: the file cannot be read", true);
         if (!keys_.insert(concat(section_, u"\n", foldCase(name)).toUtf8()).second)
             find("key " + toHost(name) + " again; the last one counts", true);
     }

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "LineEditor.h"
 
+#include <csignal>
 #include <cstdlib>
 #include <cstring>
 #include <iostream>
@@ -64,6 +65,9 @@ struct Library {
     int* attemptIsAll = nullptr;
     const char** wordBreaks = nullptr;
     int* appended = nullptr;
+    // libreadline's alone, which goes on with the line after a signal.
+    int (**onSignal)() = nullptr;
+    int* done = nullptr;
 
     template <class Symbol>
     static bool find(void* library, const char* name, Symbol& symbol) {
@@ -82,7 +86,8 @@ struct Library {
                find(library, "rl_attempted_completion_function", attempt) &&
                find(library, "rl_attempted_completion_over", attemptIsAll) &&
                find(library, "rl_completer_word_break_characters", wordBreaks) &&
-               find(library, "rl_completion_append_character", appended);
+               find(library, "rl_completion_append_character", appended) && find(library, "rl_done", done) &&
+               (find(library, "rl_signal_event_hook", onSignal) || true);
     }
 };
 
@@ -94,6 +99,32 @@ struct Session {
     std::string historyFile;
 };
 Session* session = nullptr;
+
+volatile std::sig_atomic_t interrupted = 0;
+
+int endLine() {
+    *session->library.done = 1;
+    return 0;
+}
+
+// While it lasts an interrupt ends the line that is being typed, not the process.
+class Interruptible {
+  public:
+    Interruptible() {
+        interrupted = 0;
+        struct sigaction action {};
+        action.sa_handler = [](int) { interrupted = 1; };
+        sigaction(SIGINT, &action, &before_);
+        if (session && session->library.onSignal)
+            *session->library.onSignal = endLine;
+    }
+    ~Interruptible() { sigaction(SIGINT, &before_, nullptr); }
+    Interruptible(const Interruptible&) = delete;
+    Interruptible& operator=(const Interruptible&) = delete;
+
+  private:
+    struct sigaction before_ {};
+};
 
 char* nextMatch(const char*, int state) {
     const auto i = static_cast<std::size_t>(state);
@@ -138,9 +169,19 @@ LineEditor::~LineEditor() {
 }
 
 std::optional<std::string> LineEditor::read(const char* prompt) {
-    if (!session)
-        return readPlainly(prompt);
+    const Interruptible reading;
+    if (!session) {
+        auto text = readPlainly(prompt);
+        if (interrupted)
+            std::cin.clear();
+        return interrupted ? std::string() : std::move(text);
+    }
     char* const line = session->library.readline(prompt);
+    if (interrupted) {
+        std::free(line);
+        std::cout << std::endl;
+        return std::string();
+    }
     if (!line)
         return std::nullopt;
     std::string text(line);

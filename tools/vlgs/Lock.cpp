@@ -2,6 +2,7 @@
 #include "Lock.h"
 
 #include "HostText.h"
+#include "InputFile.h"
 #include "LockKeeper.h"
 #include "Misuse.h"
 #include "Print.h"
@@ -159,6 +160,8 @@ int status(std::span<const std::string_view> given) {
     const Words words("lock status", given, {"--json"});
     words.need(1, 1, "the project's folder, or one path in it");
     const String path = fromHost(words[0]);
+    if (!folderExists(path) && !fileExists(fullPath(path)))
+        readNamed(words[0]); // tells that it is not there
     const auto files = lockFilesIn(folderOf(folderExists(path) ? concat(fullPath(path), u"\\*") : path));
     const auto stateOf = [](const LockFile& file) { return file.isLive ? "live" : "stale"; };
     if (!words.has("--json")) {

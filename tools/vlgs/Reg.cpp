@@ -72,7 +72,8 @@ void writeValues(Json& json, const std::vector<RegistryValue>& values) {
             json.name(value.name);
             json.object([&] {
                 json.field("type", typeName(value.data.type));
-                json.field("value", dataText(value.data));
+                json.name("value");
+                writeData(json, value.data);
             });
         }
     });
@@ -251,10 +252,19 @@ void apply(const RegistryChange& change) {
         requireSuccess(status, path.name());
 }
 
+std::vector<RegistryChange> changesIn(std::string_view file) {
+    const auto bytes = readNamed(file);
+    try {
+        return registryChangesIn(bytes);
+    } catch (const Misuse& misuse) {
+        throw Misuse(std::string(file) + ": " + misuse.what());
+    }
+}
+
 int importFile(std::span<const std::string_view> given) {
     const Words words("reg import", given, {});
     words.need(1, 1, "one file");
-    for (const auto& change : registryChangesIn(readNamed(words[0])))
+    for (const auto& change : changesIn(words[0]))
         apply(change);
     return 0;
 }

@@ -22,7 +22,7 @@ A KEY begins with HKCR, HKCU, HKLM, HKU, HKCC or the long name of the hive and h
 (as without one), REG_EXPAND_SZ, REG_MULTI_SZ with SEPARATOR ("\0") between its texts, REG_DWORD, REG_QWORD,
 REG_BINARY, REG_NONE. DATA may be @FILE or @-. delete deletes a value or, with /f, the key and all below it.
 export writes a ".reg" file (- for standard output), import reads one: nothing is changed when a line of it
-makes no sense. query --json prints {"KEY": {"NAME": {"type": "REG_SZ", "value": "TEXT"}}}.
+makes no sense. --json prints numbers as such and REG_MULTI_SZ as a list.
 )";
 
 /// Carries out a command line behind `reg`; the program's exit status.

@@ -151,6 +151,22 @@ std::optional<std::uint32_t> typeNamed(std::string_view name) {
     return std::nullopt;
 }
 
+void writeData(Json& json, const RegistryData& data) {
+    if (isNumber(data.type, data.bytes.size()))
+        return json.raw(std::to_string(numberOf(data)));
+    if (data.type != registryType::multiText)
+        return json.value(dataText(data).view());
+    const String text = registryText(data.bytes);
+    std::u16string_view list = text;
+    while (list.ends_with(u'\0'))
+        list.remove_suffix(1);
+    json.array([&] {
+        if (!list.empty())
+            for (const auto item : split(list, std::u16string_view(u"\0", 1)))
+                json.value(item);
+    });
+}
+
 String dataText(const RegistryData& data) {
     if (data.type == registryType::text || data.type == registryType::expandableText)
         return cutAtNul(registryText(data.bytes));

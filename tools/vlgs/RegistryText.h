@@ -2,6 +2,7 @@
 // Keys and values of the registry as texts: names of hives and types, data, and the changes of ".reg" files.
 #pragma once
 
+#include "Json.h"
 #include "platform/Registry.h"
 
 #include <optional>
@@ -32,6 +33,9 @@ std::optional<std::uint32_t> typeNamed(std::string_view name);
 
 /// The data for people, texts of a list with `\0` between them.
 String dataText(const RegistryData& data);
+/// For programs: a number, a list of texts, a text (also for what is neither, its bytes in hexadecimal
+/// digits).
+void writeData(Json& json, const RegistryData& data);
 /// The data that a text means for a type; the texts of a list stand between `separator`. Raises Misuse for a
 /// text that is none of the type.
 RegistryData dataOf(std::uint32_t type, std::u16string_view text, std::u16string_view separator);

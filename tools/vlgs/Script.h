@@ -15,6 +15,7 @@ the lines are kept in ~/.vlgs_history but for those that begin with a blank. A l
 
   CHAIN            a call as for vlgs call, without "vlgs call"; its result is printed
   NAME = CHAIN     keeps the result, an object or a value, under a name; "_ = CHAIN" prints nothing
+  NAME = CLASS     keeps a new object
   describe NAME    as vlgs describe; likewise classes
   exit             ends
   # COMMENT
