@@ -1,14 +1,15 @@
 // SPDX-License-Identifier: MIT
 #include "LineEditor.h"
 
+#include <cerrno>
 #include <csignal>
+#include <cstdio>
 #include <cstdlib>
 #include <cstring>
 #include <iostream>
 #include <utility>
 
 #ifdef _WIN32
-#include <cstdio>
 #include <io.h>
 #else
 #include <dlfcn.h>
@@ -65,9 +66,9 @@ struct Library {
     int* attemptIsAll = nullptr;
     const char** wordBreaks = nullptr;
     int* appended = nullptr;
-    // libreadline's alone, which goes on with the line after a signal.
-    int (**onSignal)() = nullptr;
-    int* done = nullptr;
+    int (**nextCharacter)(FILE*) = nullptr;
+    int* catchesSignals = nullptr;
+    bool isReadline = false;
 
     template <class Symbol>
     static bool find(void* library, const char* name, Symbol& symbol) {
@@ -86,8 +87,9 @@ struct Library {
                find(library, "rl_attempted_completion_function", attempt) &&
                find(library, "rl_attempted_completion_over", attemptIsAll) &&
                find(library, "rl_completer_word_break_characters", wordBreaks) &&
-               find(library, "rl_completion_append_character", appended) && find(library, "rl_done", done) &&
-               (find(library, "rl_signal_event_hook", onSignal) || true);
+               find(library, "rl_completion_append_character", appended) &&
+               find(library, "rl_getc_function", nextCharacter) &&
+               find(library, "rl_catch_signals", catchesSignals);
     }
 };
 
@@ -102,9 +104,14 @@ Session* session = nullptr;
 
 volatile std::sig_atomic_t interrupted = 0;
 
-int endLine() {
-    *session->library.done = 1;
-    return 0;
+// The end of the line for an interrupt, over which libreadline's own function would go on.
+int nextCharacter(FILE* from) {
+    unsigned char c = 0;
+    ssize_t count = 0;
+    do
+        count = ::read(fileno(from), &c, 1);
+    while (count < 0 && errno == EINTR && !interrupted);
+    return count == 1 ? c : interrupted ? '\n' : EOF;
 }
 
 // While it lasts an interrupt ends the line that is being typed, not the process.
@@ -115,8 +122,6 @@ class Interruptible {
         struct sigaction action {};
         action.sa_handler = [](int) { interrupted = 1; };
         sigaction(SIGINT, &action, &before_);
-        if (session && session->library.onSignal)
-            *session->library.onSignal = endLine;
     }
     ~Interruptible() { sigaction(SIGINT, &before_, nullptr); }
     Interruptible(const Interruptible&) = delete;
@@ -151,13 +156,19 @@ char** complete(const char* word, int start, int) {
 
 LineEditor::LineEditor(Completer completer) {
     Library library;
-    if (!library.load("libedit.so.2") && !library.load("libreadline.so.8"))
-        return;
+    if (!library.load("libedit.so.2")) {
+        library.isReadline = library.load("libreadline.so.8");
+        if (!library.isReadline)
+            return;
+    }
     session = new Session{library, std::move(completer), {}, {}};
     library.usingHistory();
     library.stifleHistory(keptLines);
     *library.attempt = complete;
     *library.wordBreaks = " \t";
+    *library.catchesSignals = 0;
+    if (library.isReadline)
+        *library.nextCharacter = nextCharacter;
     if (const char* home = std::getenv("HOME"); home && *home) {
         session->historyFile = std::string(home) + "/.vlgs_history";
         library.readHistory(session->historyFile.c_str());
@@ -170,12 +181,8 @@ LineEditor::~LineEditor() {
 
 std::optional<std::string> LineEditor::read(const char* prompt) {
     const Interruptible reading;
-    if (!session) {
-        auto text = readPlainly(prompt);
-        if (interrupted)
-            std::cin.clear();
-        return interrupted ? std::string() : std::move(text);
-    }
+    if (!session)
+        return readPlainly(prompt); // the terminal forgets the line that was interrupted
     char* const line = session->library.readline(prompt);
     if (interrupted) {
         std::free(line);
