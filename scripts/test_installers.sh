@@ -1,12 +1,24 @@
 #!/usr/bin/env bash
 # SPDX-License-Identifier: MIT
-# Uses what scripts/package.sh has made for 64-bit Windows under Wine: the archive, unpacked in a folder with blanks in its
-# name, registered and by manifest; the installer package, installed, upgraded and removed. Afterwards the registry must
-# be as before.
+# Uses what scripts/package.sh has made for Windows under Wine: the archive, unpacked in a folder with blanks in its name,
+# registered and by manifest; the installer package, installed, upgraded and removed. Afterwards the registry must be as
+# before. `test_installers.sh [x64|x86]`, both without an argument.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 source scripts/packages.sh
-need wine wine64 unzip wixl msitools g++-mingw-w64-x86-64-posix
+source scripts/wine32.sh
+need wine wine64 unzip wixl msitools g++-mingw-w64-x86-64-posix g++-mingw-w64-i686-posix
+if [ $# -eq 0 ]; then
+    scripts/test_installers.sh x64
+    if has_wine32; then
+        scripts/test_installers.sh x86
+    elif can_make_wine32; then
+        with_wine32 scripts/test_installers.sh x86
+    fi
+    exit
+fi
+arch=$1
+cross=x86_64-w64-mingw32
 version=$(sed -nE 's/^project\(.* VERSION ([0-9.]+) .*/\1/p' CMakeLists.txt)
 name=VlGeneralServices-$version
 dist=$PWD/dist
@@ -15,6 +27,11 @@ trap 'wineserver -k 2>/dev/null || true; wineserver -w 2>/dev/null || true; rm -
 export WINEPREFIX=$work/prefix
 export WINEDEBUG=-all WINEDLLOVERRIDES="mscoree,mshtml=;winemenubuilder.exe=d"
 failed=0
+if [ "$arch" = x86 ]; then
+    cross=i686-w64-mingw32
+    export WINEARCH=win32
+    [ ! -x /usr/lib/wine/wineserver32 ] || export WINESERVER=/usr/lib/wine/wineserver32
+fi
 
 fail() {
     echo "FAILED: $*"
@@ -54,7 +71,7 @@ installed_products() { registry | grep -ci '"DisplayName"="VlGeneralServices' ||
 archive() {
     unzip -q "$dist/$name-win.zip" -d "$work/a folder with blanks"
     folder="$work/a folder with blanks/$name"
-    local dll=$folder/x64/VlGeneralServices.dll
+    local dll=$folder/$arch/VlGeneralServices.dll
     wine regsvr32 /s "$(winepath -w "$dll")" || fail "archive: register"
     ours >"$work/registered"
     use archive
@@ -71,28 +88,28 @@ archive() {
 
     local client="$work/a client"
     mkdir "$client"
-    echo '1 24 "tests/com/windows/Client.manifest"' | x86_64-w64-mingw32-windres -O coff -o "$client/manifest.o"
-    x86_64-w64-mingw32-g++-posix -std=c++17 -municode -static -isystem "$folder/include" samples/early_bound.cpp \
+    echo '1 24 "tests/com/windows/Client.manifest"' | "$cross-windres" -O coff -o "$client/manifest.o"
+    "$cross-g++-posix" -std=c++17 -municode -static -isystem "$folder/include" samples/early_bound.cpp \
         "$client/manifest.o" -o "$client/early_bound.exe" -loleaut32 -lole32 -luuid
-    cp "$folder"/x64/VlGeneralServices.{dll,manifest} "$folder/x64/VlComRes.dll" "$client"
+    cp "$folder/$arch"/VlGeneralServices.{dll,manifest} "$folder/$arch/VlComRes.dll" "$client"
     wine "$client/early_bound.exe" "$(winepath -w "$folder/samples/demo/demo.VLS")" | grep -q '^DRIVER=' ||
         fail "archive: by manifest"
-    wine "$folder/x64/vlgs.exe" classes | grep -q Files || fail "archive: command"
-    echo "-- archive: registered, by manifest, command"
+    wine "$folder/$arch/vlgs.exe" classes | grep -q Files || fail "archive: command"
+    echo "-- archive, $arch: registered, by manifest, command"
 }
 
 # A package of an older version with other bytes in its files' place.
 older_package() {
     local to=$work/older
     mkdir "$to"
-    cp "$folder"/x64/* "$folder"/*.txt "$to"
+    cp "$folder/$arch"/* "$folder"/*.txt "$to"
     echo older >"$to/README.txt"
-    packaging/windows/installer.py x64 "${version%.*.*}.0.1" >"$to/installer.wxs"
-    (cd "$to" && wixl --arch x64 -o "$work/older.msi" installer.wxs)
+    packaging/windows/installer.py "$arch" "${version%.*.*}.0.1" >"$to/installer.wxs"
+    (cd "$to" && wixl --arch "$arch" -o "$work/older.msi" installer.wxs)
 }
 
 installer() {
-    local package=$dist/$name-x64.msi home="$WINEPREFIX/drive_c/Program Files/VlGeneralServices"
+    local package=$dist/$name-$arch.msi home="$WINEPREFIX/drive_c/Program Files/VlGeneralServices"
     install() { wine msiexec /i "$(winepath -w "$1")" /qn "${@:2}"; }
     older_package
     install "$work/older.msi" || fail "installer: the older version"
@@ -109,7 +126,7 @@ installer() {
     install "$package" ALLUSERS=2 MSIINSTALLPERUSER=1 || fail "installer: for one user"
     wine msiexec /x "$(winepath -w "$package")" /qn || fail "installer: remove for one user"
     same_as_before "installer, for one user"
-    echo "-- installer: installed, upgraded, used, removed"
+    echo "-- installer, $arch: installed, upgraded, used, removed"
 }
 
 wine wineboot -i >/dev/null 2>&1
