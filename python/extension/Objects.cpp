@@ -71,8 +71,11 @@ const Known* ClassFacts::ask(PyObject* name) {
         return &last_;
     Py_INCREF(name);
     PyUnicode_InternInPlace(&name);
-    names_.push_back(Reference(name));
-    return &known_.insert_or_assign(name, std::move(last_)).first->second;
+    Reference interned(name);
+    const auto [place, isNew] = known_.insert_or_assign(name, std::move(last_));
+    if (isNew)
+        names_.push_back(std::move(interned));
+    return &place->second;
 }
 
 struct ObjectBody {
@@ -324,15 +327,14 @@ std::unordered_map<const vlgs_class*, std::unique_ptr<ClassFacts>>& allClasses()
 }
 
 ClassFacts* factsOf(const vlgs_class* cls) {
-    auto& known = allClasses()[cls];
-    if (!known) {
-        PyObject* const type = PyObject_CallFunction(hooks.classFor, "n", reinterpret_cast<Py_ssize_t>(cls));
-        if (!type)
-            return nullptr;
-        allClasses()[cls] = std::make_unique<ClassFacts>(type);
-        return allClasses()[cls].get();
-    }
-    return known.get();
+    const auto found = allClasses().find(cls);
+    if (found != allClasses().end())
+        return found->second.get();
+    PyObject* const type = PyObject_CallFunction(hooks.classFor, "n", reinterpret_cast<Py_ssize_t>(cls));
+    if (!type)
+        return nullptr;
+    // Another thread may have been here meanwhile: the first one's stays, objects hold it.
+    return allClasses().try_emplace(cls, std::make_unique<ClassFacts>(type)).first->second.get();
 }
 
 // ---- Iterator ----

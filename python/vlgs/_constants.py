@@ -23,7 +23,11 @@ class _Constants:
         try:
             return self._names[name] if name in self._names else self._folded[name.lower()]
         except KeyError:
-            raise AttributeError(f"no enumeration has a member {name}") from None
+            import difflib
+
+            near = difflib.get_close_matches(name, self._names, 1)
+            hint = f"; did you mean {near[0]}?" if near else ""
+            raise AttributeError(f"no enumeration has a member {name}{hint}") from None
 
     def __dir__(self):
         return list(self._names)

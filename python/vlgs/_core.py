@@ -31,7 +31,7 @@ DEFAULT_MEMBER, UNKNOWN_MEMBER = 0, -1
 
 
 def _choose():
-    if not os.environ.get("VLGS_PURE"):
+    if os.environ.get("VLGS_PURE", "0") in ("", "0"):
         try:
             from . import _native
             from ._library import load

@@ -179,7 +179,8 @@ class Collection(Object):
     def __getitem__(self, index):
         if isinstance(index, int) and index < 0:
             raise run_time_error(9, f"positions count from 1, {index} is none")
-        return super().__getitem__(index)
+        found = super().__getitem__(index)
+        return found if found is not Empty or self.IsPresent(index) else _known(found, index)
 
     def __repr__(self):
         return f"<{self._progid}: {len(self)} members>"
@@ -187,7 +188,8 @@ class Collection(Object):
 
 @with_protocols
 class Dictionary(Object):
-    """Items by their keys."""
+    """Items by their keys. Reading dictionary[key] adds a key that is not there, with the item Empty, as it does for
+    all callers; `key in dictionary` tells."""
 
     __slots__ = ()
 

@@ -218,8 +218,8 @@ _python_classes = {}
 def _python_class(cls):
     """The Python class for a native one."""
     found = _python_classes.get(cls)
-    if found is None:
-        found = _python_classes[cls] = _make_class(cls)
+    if found is None:  # two threads may make it at once: the first one's stays
+        found = _python_classes.setdefault(cls, _make_class(cls))
     return found
 
 

@@ -220,7 +220,10 @@ _FUNCTIONS = {
 def _open(path):
     opened = ctypes.CDLL(path)
     for name, (result, *arguments) in _FUNCTIONS.items():
-        function = getattr(opened, name)
+        try:
+            function = getattr(opened, name)
+        except AttributeError:
+            raise OSError("the library is of another version") from None
         function.restype = result
         function.argtypes = arguments
     return opened

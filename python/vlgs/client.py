@@ -24,6 +24,7 @@ _STATUS = {  # failures of the call itself, which the platform answers without a
     449: (-2147352561, "Parameter not optional."),
     450: (-2147352562, "Invalid number of parameters."),
     429: (-2147221005, "Invalid class string"),
+    -2147417842: (-2147417842, "The application called an interface that was marshalled for a different thread."),
 }
 
 
@@ -47,7 +48,13 @@ def _failure(error):
 
 
 def _given(value):
-    return value._target if isinstance(value, CDispatch) else value
+    if isinstance(value, CDispatch):
+        return value._target
+    if type(value) in (list, tuple):
+        return [_given(item) for item in value]
+    if type(value) is dict:
+        return {key: _given(item) for key, item in value.items()}
+    return value
 
 
 class CDispatch:
@@ -97,7 +104,7 @@ class CDispatch:
         return (result, *(self._taken(each.value) for each in references)) if outputs else result
 
     def __getattr__(self, name):
-        if name.startswith("__"):
+        if name.startswith("_"):
             raise AttributeError(name)
         try:
             found = getattr(self._target, name)
@@ -136,6 +143,9 @@ class CDispatch:
 
     def __hash__(self):
         return hash(self._target)
+
+    def __dir__(self):
+        return dir(self._target)
 
     def __repr__(self):
         return f"<COMObject {type(self._target)._progid}>"
