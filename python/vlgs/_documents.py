@@ -5,16 +5,13 @@ the members that every caller has."""
 from ._core import core
 from ._errors import run_time_error
 from ._objects import Object, with_protocols
-from ._types import Empty
 
 
-def _known(found, index):
-    """What the default member gave, which is Empty where there is nothing: an error, as Python's mappings have it."""
-    if found is not Empty:
-        return found
-    if isinstance(index, int):
+def _item(target, index):
+    """What the default member gives, which is Empty where there is nothing, as for every caller."""
+    if isinstance(index, int) and index < 0:
         raise run_time_error(9, f"positions count from 1, {index} is none")
-    raise KeyError(index)
+    return Object.__getitem__(target, index)
 
 
 @with_protocols
@@ -22,7 +19,8 @@ class INIFile(Object):
     """An INI document as a mapping of names to sections.
 
     for section in document              the sections in order
-    document["ODBC"]["DSN"]              a key; it equals its text, and str() gives that; KeyError where there is none
+    document["ODBC"]["DSN"]              a key; it equals its text, and str() gives that
+                                         (vlgs.Empty where there is none, as the default member has it)
     document["ODBC"]["DSN"] = "Demo"     creates or changes a key
     document["ODBC"] = {"DSN": "Demo"}   gives a section these keys alone
     del document["ODBC"]["DSN"], document["ODBC"]
@@ -40,7 +38,7 @@ class INIFile(Object):
         return self.Section(name) is not None
 
     def __getitem__(self, index):
-        section = _known(super().__getitem__(index), index)
+        section = _item(self, index)
         if isinstance(section, Property):
             Property._document.__set__(section, self)
         return section
@@ -120,7 +118,7 @@ class Property(Object):
         return self._keys().IsPresent(name)
 
     def __getitem__(self, index):
-        return _known(super().__getitem__(index), index)
+        return _item(self, index)
 
     def __setitem__(self, name, text):
         self._owner().CreateKey(self.Name, name, text)
