@@ -13,6 +13,7 @@ import json
 import pathlib
 import re
 import subprocess
+import sys
 
 
 def time_of(row):
@@ -39,6 +40,7 @@ def shortest(program, rounds, selected):
         name = re.sub(r"/(iterations|repeats|real_time)(:\d+)?", "", name)
         figures = (time_of(row), row.get("bytes_per_key", 0))
         rows[name] = min(rows.get(name, figures), figures)
+        print(f"{figures[0]:10.1f} ns  {name}", file=sys.stderr)
     return rows
 
 
@@ -46,7 +48,7 @@ def print_table(rows):
     for name, (time, size) in sorted(rows.items()):
         figure = f"{size:8.1f} bytes" if size else f"{time:8.1f} ns   "
         ours = rows.get(re.sub("<[A-Z]\\w+>", "<Vlgs>", name))
-        peer = "<Vlgs>" not in name and ours
+        peer = ours if "<" in name and "<Vlgs>" not in name else None
         ratio = f"  {(size / ours[1] if size else time / ours[0]):6.2f} x ours" if peer else ""
         print(f"{figure}  {name}{ratio}")
 
@@ -70,7 +72,7 @@ def plot(rows, program, folder):
         lines = {line: sorted(points) for line, points in lines.items() if len(points) >= 3}
         if not lines:
             continue
-        script = [f'set terminal svg size 640,400; set output "{folder / f"{work}.svg"}"',
+        script = [f'set terminal svg size 720,480; set output "{folder / f"{work}.svg"}"',
                   'set logscale x; set yrange [0:*]; set key outside bottom',
                   'set xlabel "keys or members"; set ylabel "ns for each"',
                   "plot " + ", ".join(f"'-' title '{line}' noenhanced with linespoints" for line in lines)]

@@ -42,7 +42,7 @@ class FreshNames {
     using Slot = std::uint32_t;
     static constexpr Slot free = 0xFFFFFFFF;
     static constexpr std::uint32_t smallest = 8;
-    static constexpr std::uint32_t largest = std::uint32_t{1} << 31;
+    static constexpr std::uint32_t largest = std::uint32_t{1} << (sizeof(std::size_t) == 4 ? 28 : 31);
 
     struct Free {
         void operator()(Slot* table) const noexcept { std::free(table); }
