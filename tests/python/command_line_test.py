@@ -164,6 +164,9 @@ class CommandLineTest(unittest.TestCase):
                 with self.subTest(words=words):
                     status, output, report = vlgs("ini", *words, input_=input_)
                     self.assertEqual((status, output, report.split("usage:")[0]), result)
+            several = [subprocess.Popen([os.environ["VLGS_TOOL"], "ini", "set", a, f"N.k{i}=1"]) for i in range(8)]
+            self.assertEqual([each.wait(60) for each in several], [0] * 8)
+            self.assertEqual(vlgs("ini", "get", a, "N")[1].count("=1\n"), 8)
             self.assertEqual(pathlib.Path(b).read_bytes(), b"\r\n[Caf\xe9]\r\nGr\xf6\xdfe=1\r\n\r\n")
 
     @unittest.skipIf(os.name == "nt", "it would change the user's own registry")

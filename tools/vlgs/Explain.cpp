@@ -11,6 +11,7 @@
 #include "files/Files.h"
 
 #include <algorithm>
+#include <array>
 #include <iostream>
 #include <utility>
 #include <vector>
@@ -41,10 +42,16 @@ constexpr Meaning meanings[] = {
     {"SEQKEY", "the sequence key"},
 };
 
+// Rather too often than too seldom.
+bool mayBeSecret(std::u16string_view name) {
+    return std::ranges::any_of(std::array{u"pass", u"pwd", u"secret", u"token", u"credential", u"apikey"},
+                               [&](auto* part) { return findIgnoringCase(name, part) != name.npos; });
+}
+
 Meaning meaningOf(std::u16string_view name) {
     const auto known = std::ranges::find_if(
         meanings, [&](const Meaning& each) { return equalIgnoringCase(each.name, name); });
-    return known == std::end(meanings) ? Meaning{{}, "as it stands in the file"} : *known;
+    return known == std::end(meanings) ? Meaning{{}, "as it stands in the file", mayBeSecret(name)} : *known;
 }
 
 struct Pair {

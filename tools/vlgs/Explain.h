@@ -10,7 +10,7 @@ namespace vlgs::cli {
 inline constexpr std::string_view explainUsage = "vlgs explain [--json] [--show-secrets] FILE\n";
 inline constexpr std::string_view explainHelp =
     R"(Prints the connection string of a project information file or a database link file pair by pair, with what
-each means. Passwords are masked unless --show-secrets is given. --json prints a list of objects.
+each means. Passwords, and what goes by a name like one, are masked unless --show-secrets is given. --json prints a list of objects.
 )";
 
 /// Carries out a command line behind `explain`; the program's exit status.

@@ -2,6 +2,7 @@
 #include "Ini.h"
 
 #include "Document.h"
+#include "EditLock.h"
 #include "HostText.h"
 #include "InputFile.h"
 #include "Misuse.h"
@@ -116,6 +117,7 @@ std::vector<Assignment> assignmentsOf(const INIFile& document, const Words& word
 int set(std::span<const std::string_view> given) {
     const Words words("ini set", given, {"--drop-lines"});
     words.need(2, words.count(), "a file and SECTION.KEY=VALUE, or a file, a section, a key and a value");
+    const EditLock lock(fullPath(fromHost(words[0])));
     const auto document = readDocument(words[0], Absent::IsEmpty);
     for (const auto& [section, key, value] : assignmentsOf(*document, words))
         document->CreateKey(Variant(section), key, value);
@@ -126,6 +128,7 @@ int set(std::span<const std::string_view> given) {
 int remove(std::span<const std::string_view> given) {
     const Words words("ini delete", given, {"--drop-lines"});
     words.need(2, 3, "a file, a section and perhaps a key");
+    const EditLock lock(fullPath(fromHost(words[0])));
     const auto document = readDocument(words[0]);
     const String name = fromHost(words[1]);
     const auto section = sectionNamed(*document, name);
