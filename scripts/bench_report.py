@@ -73,7 +73,7 @@ def plot(rows, program, folder):
         if not lines:
             continue
         script = [f'set terminal svg size 720,480; set output "{folder / f"{work}.svg"}"',
-                  'set logscale x; set yrange [0:*]; set key outside bottom',
+                  'set logscale x; set yrange [0:*]; set key below; set autoscale xfix',
                   'set xlabel "keys or members"; set ylabel "ns for each"',
                   "plot " + ", ".join(f"'-' title '{line}' noenhanced with linespoints" for line in lines)]
         for points in lines.values():
