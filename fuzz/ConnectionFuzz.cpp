@@ -3,6 +3,7 @@
 #include "Input.h"
 #include "automation/Variant.h"
 #include "files/ConnectionString.h"
+#include "files/ProjectFiles.h"
 #include "ini/INIFile.h"
 
 using namespace vlgs;
@@ -16,9 +17,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     request.schemaToken = input.text();
     request.user = input.text();
     request.password = input.text();
-    const auto document = make<INIFile>();
-    document->SetFullPath(u"C:\\nowhere\\a.VLS");
     fuzz::succeeds([&] {
+        const auto document = g_CreateINIFile(u"C:\\nowhere\\a.VLS", eINI_VLS);
         document->PutStream(String::fromUtf8(input.rest()));
         g_BuildConnectionString(document.get(), request);
     });

@@ -56,6 +56,15 @@ class CommandLineTest(unittest.TestCase):
                 done = subprocess.run(["jq", "-c", filter_], input=json_[1].encode(), capture_output=True, timeout=60)
                 self.assertEqual(done.stdout.decode(), output + "\n", done.stderr)
 
+    def test_errors_keep_secrets(self):
+        demo = str(ROOT / "samples/demo/demo.VLS")
+        for words in (("Cipher.readEncodedFile", "none"), ("Cipher.encode", "data", "extra"), ("Cipher.decode", "zz", "k", "l"),
+                      ("Files.BuildConnectionStringFromPath", "none.VLS", "T", "U"),
+                      ("Files.BuildConnectionStringFromPath", demo, "T", "U", "P")):
+            for secret in (("hunter2",), ("sPwdd=hunter2",), ("bEncrypted=hunter2",), ("@-", "@-")):
+                _, _, error = vlgs("call", *words, *secret, input_="hunter2")
+                self.assertNotIn("hunter2", error)
+
     def test_chains(self):
         with tempfile.TemporaryDirectory() as folder:
             file, text = os.path.join(folder, "a.ini"), os.path.join(folder, "text")

@@ -11,6 +11,7 @@
 #include <algorithm>
 #include <charconv>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace vlgs {
@@ -143,7 +144,7 @@ class TextFiles final : public StringResources {
         std::vector<std::pair<std::int32_t, String>> texts;
         for (const std::string_view line : linesOf(bytes)) {
             if (const auto text = numberedLine(line))
-                texts.emplace_back(base + text->first, unescape(text->second));
+                add(texts, std::int64_t{base} + text->first, text->second);
             else if (line.starts_with('@'))
                 include(line.substr(1), folderOf(file));
         }
@@ -151,6 +152,13 @@ class TextFiles final : public StringResources {
         std::stable_sort(texts.begin(), texts.end(), byNumber);
         blocks_[index].texts = std::move(texts);
         blocks_[index].isRead = true;
+    }
+
+    /// A number beyond all that can be asked for is passed over.
+    static void add(std::vector<std::pair<std::int32_t, String>>& texts, std::int64_t number,
+                    std::string_view text) {
+        if (std::in_range<std::int32_t>(number))
+            texts.emplace_back(static_cast<std::int32_t>(number), unescape(text));
     }
 
     std::string contentOf(const String& file) const {
