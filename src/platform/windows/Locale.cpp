@@ -30,11 +30,11 @@ constexpr LCTYPE firstWeekdayAbbreviation = LOCALE_SABBREVDAYNAME1;
 
 /// Keeps one copy of each value for as long as the process lives.
 template <class T>
-const T& kept(T value) {
+const T* kept(T value) {
     static std::mutex guard;
     static std::set<T> values;
     const std::lock_guard lock(guard);
-    return *values.insert(std::move(value)).first;
+    return &*values.insert(std::move(value)).first;
 }
 
 std::optional<std::u16string> itemOf(const wchar_t* locale, LCTYPE item) {
@@ -50,7 +50,7 @@ std::optional<std::u16string> itemOf(const wchar_t* locale, LCTYPE item) {
 }
 
 std::u16string_view textOfItem(const wchar_t* locale, LCTYPE item) {
-    return kept(itemOf(locale, item).value_or(std::u16string()));
+    return *kept(itemOf(locale, item).value_or(std::u16string()));
 }
 
 DWORD numberOf(const wchar_t* locale, LCTYPE item, DWORD fallback) {
@@ -78,14 +78,14 @@ BOOL CALLBACK collect(LPWSTR name, DWORD, LPARAM to) {
 } // namespace
 
 Locale Locale::user() {
-    const Data& data = kept(Data{});
+    const Data& data = *kept(Data{});
     return Locale(data, data);
 }
 
 Locale Locale::system() {
     std::array<wchar_t, LOCALE_NAME_MAX_LENGTH> name{};
     GetSystemDefaultLocaleName(name.data(), LOCALE_NAME_MAX_LENGTH);
-    const Data& data = kept(Data{reinterpret_cast<const char16_t*>(name.data())});
+    const Data& data = *kept(Data{reinterpret_cast<const char16_t*>(name.data())});
     return Locale(data, data);
 }
 
@@ -97,7 +97,7 @@ Locale Locale::named(std::string_view name) {
     std::array<wchar_t, LOCALE_NAME_MAX_LENGTH> full{};
     if (!wanted.empty() && ResolveLocaleName(wide(wanted.c_str()), full.data(), LOCALE_NAME_MAX_LENGTH) > 1)
         wanted = reinterpret_cast<const char16_t*>(full.data());
-    const Data& data = kept(Data{wanted.empty() ? u"en-US" : wanted});
+    const Data& data = *kept(Data{wanted.empty() ? u"en-US" : wanted});
     return Locale(data, data);
 }
 
@@ -131,7 +131,7 @@ std::vector<Locale> Locale::all() {
     EnumSystemLocalesEx(&collect, LOCALE_ALL, reinterpret_cast<LPARAM>(&names), nullptr);
     std::vector<Locale> result;
     for (auto& name : names) {
-        const Data& data = kept(Data{std::move(name)});
+        const Data& data = *kept(Data{std::move(name)});
         result.push_back(Locale(data, data));
     }
     return result;
