@@ -30,6 +30,8 @@ constexpr std::chrono::seconds diskInterval{1};
 
 /// How long a change waits for others that make one, until it is given up.
 constexpr std::chrono::milliseconds longestWait{5000};
+/// So often the wait begins again when others have changed the hive meanwhile.
+constexpr int mostTurns = 12;
 /// How long those are waited for who have a lock but cannot insist on it.
 constexpr std::chrono::milliseconds courtesy{1000};
 constexpr std::chrono::milliseconds noWait{0};
@@ -192,7 +194,7 @@ void settleLockFile(const std::string& path, const struct stat& hive, int file) 
 class WriterLock {
   public:
     explicit WriterLock(const std::string& hive)
-        : lock_(openLockFile(hive)), taken_(lock_ && lockWithin(lock_.get(), LOCK_EX, longestWait)),
+        : lock_(openLockFile(hive)), taken_(lock_ && takeInTurn(lock_.get(), hive)),
           file_(hive, O_RDWR, LOCK_EX,
                 !lock_   ? longestWait
                 : taken_ ? courtesy
@@ -213,6 +215,18 @@ class WriterLock {
     }
 
   private:
+    /// Whoever has the lock too long is not waited for, but many who each have it for a moment are.
+    static bool takeInTurn(int lock, const std::string& hive) {
+        struct stat before;
+        struct stat now;
+        for (int i = 0; i < mostTurns && ::stat(hive.c_str(), &before) == 0; ++i) {
+            if (lockWithin(lock, LOCK_EX, longestWait))
+                return true;
+            if (::stat(hive.c_str(), &now) != 0 || isSameVersion(before, now))
+                return false;
+        }
+        return false;
+    }
     static Descriptor openLockFile(const std::string& hive) {
         struct stat status;
         if (::stat(hive.c_str(), &status) != 0 || ::access(hive.c_str(), W_OK) != 0)
