@@ -44,8 +44,10 @@ class INIFile(Object):
         return section
 
     def __setitem__(self, name, keys):
-        section = self.CreateSection(name).Name
         keys = dict(keys)
+        if None in keys.values():
+            raise TypeError("a key has a text")
+        section = self[name].Name if isinstance(name, int) else self.CreateSection(name).Name
         for known in list(self[section].keys()):
             if known not in keys:
                 self.DeleteKey(section, known)

@@ -144,6 +144,9 @@ class CDispatch:
     def __hash__(self):
         return hash(self._target)
 
+    def __copy__(self):
+        return CDispatch(self._target, self._with_outputs)
+
     def __dir__(self):
         return dir(self._target)
 
