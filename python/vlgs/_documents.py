@@ -47,7 +47,9 @@ class INIFile(Object):
         keys = dict(keys)
         if None in keys.values():
             raise TypeError("a key has a text")
-        section = self[name].Name if isinstance(name, int) else self.CreateSection(name).Name
+        if isinstance(name, int) and not 1 <= name <= len(self):
+            raise run_time_error(9, f"there is no section {name}")
+        section = self.values()[name - 1].Name if isinstance(name, int) else self.CreateSection(name).Name
         for known in list(self[section].keys()):
             if known not in keys:
                 self.DeleteKey(section, known)
@@ -177,10 +179,7 @@ class Collection(Object):
     __slots__ = ()
 
     def __getitem__(self, index):
-        if isinstance(index, int) and index < 0:
-            raise run_time_error(9, f"positions count from 1, {index} is none")
-        found = super().__getitem__(index)
-        return found if found is not Empty or self.IsPresent(index) else _known(found, index)
+        return _item(self, index)
 
     def __repr__(self):
         return f"<{self._progid}: {len(self)} members>"
