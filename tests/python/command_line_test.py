@@ -54,7 +54,8 @@ class CommandLineTest(unittest.TestCase):
                 json_ = vlgs(*words[:1], "--json", *words[1:]) if words[0] != "ini" else vlgs(*words, "--json")
                 self.assertEqual((json_[0], json_[2]), (0, ""))
                 done = subprocess.run(["jq", "-c", filter_], input=json_[1].encode(), capture_output=True, timeout=60)
-                self.assertEqual(done.stdout.decode(), output + "\n", done.stderr)
+                # Some of its versions write numbers as they read them.
+                self.assertEqual(json.loads(done.stdout or b"null"), json.loads(output), done.stderr)
 
     def test_errors_keep_secrets(self):
         demo = str(ROOT / "samples/demo/demo.VLS")
