@@ -77,7 +77,7 @@ class Pair {
     template <class Act>
     void both(Act&& act) {
         Variant answers[2];
-        std::int32_t failures[2];
+        std::int32_t failures[2] = {};
         for (const int side : {0, 1})
             failures[side] = raised([&] { answers[side] = act(*documents_[side], side); }).number;
         EXPECT_EQ(failures[0], failures[1]);
