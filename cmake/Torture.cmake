@@ -1,5 +1,5 @@
-# torture/*.cpp: programs that are killed and stopped at work, which scripts beside them set going and judge, and
-# LockProtocol, which goes through every order of the steps in which locks are taken. A short share of each is a test.
+# torture/*.cpp: programs that are killed and stopped at work, which scripts beside them set going and judge. A short
+# share of that is a test.
 file(GLOB programs CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/torture/*.cpp)
 if(WIN32)
   set(programs ${PROJECT_SOURCE_DIR}/torture/LockTaker.cpp ${PROJECT_SOURCE_DIR}/torture/windows/ComLoops.cpp)
@@ -16,9 +16,6 @@ foreach(source IN LISTS programs)
 endforeach()
 
 find_package(Python3 3.9 COMPONENTS Interpreter)
-if(NOT WIN32)
-  add_test(NAME torture.lock_protocol COMMAND LockProtocol)
-endif()
 if(WIN32)
   target_link_libraries(ComLoops PRIVATE psapi)
 elseif(Python3_FOUND)

@@ -4,7 +4,7 @@
 // Invariant: whoever is granted a lock has looked for others after his own file was there, and keeps it while
 // the lock lasts; and no file is ever there without being held. So of two who come at once at least one sees
 // the other, and two locks that exclude each other are never both granted, in whatever order the steps of
-// their takers mix. torture/LockProtocol.cpp searches all the orders.
+// their takers mix. tests/locking/LockProtocolTest.cpp searches all the orders.
 #pragma once
 
 #include "ini/INIFile.h"

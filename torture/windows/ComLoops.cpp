@@ -63,7 +63,7 @@ void use(IClassFactory* factory) {
 }
 
 struct Held {
-    SIZE_T bytes = 0;
+    std::size_t bytes = 0;
     DWORD handles = 0;
 };
 

@@ -3,15 +3,16 @@
 // at: takers do one step at a time in every order in which their steps can mix, any of them may die between
 // two steps, and a file that nobody holds may be swept away at any moment. A look at one file and the making
 // of one file are single steps; going through a folder is not.
+#include <gtest/gtest.h>
+
 #include <array>
 #include <bit>
 #include <cstdint>
-#include <cstdio>
 #include <type_traits>
 #include <unordered_set>
 #include <vector>
 
-namespace vlgs {
+namespace vlgs::test {
 namespace {
 
 enum Kind : std::int8_t { None, ReadWrite, Exclusive };
@@ -89,7 +90,6 @@ class Search {
     bool nobodyWon = false;
     /// Each was granted the last lock of its script in some order of steps.
     bool eachCanWin() const { return winners_ == (1u << count()) - 1; }
-    std::size_t states() const { return seen_.size(); }
 
   private:
     int count() const { return static_cast<int>(scripts_.size()); }
@@ -282,50 +282,29 @@ std::vector<std::vector<Script>> groupsOf(std::size_t size) {
     return groups;
 }
 
-bool check(bool holds, const char* what) {
-    if (!holds)
-        std::printf("FAILED: %s\n", what);
-    return holds;
-}
+class LockProtocol : public testing::TestWithParam<Lockable> {};
+INSTANTIATE_TEST_SUITE_P(, LockProtocol, testing::Values(Lockable::Project, Lockable::Document));
 
-/// No two that exclude each other are granted in whatever order their steps mix, and each can be.
-bool holdsFor(Lockable what) {
-    bool good = true;
-    std::size_t states = 0;
+TEST_P(LockProtocol, NeverGrantsTwoThatExcludeEachOther) {
     for (const std::size_t size : {2, 3})
         for (const auto& group : groupsOf(size)) {
-            const Search search(what, Order::MakeThenScan, group);
-            states += search.states();
-            good &= check(!search.conflict, "two locks that exclude each other were granted");
-            good &= check(search.eachCanWin(), "one that can never be granted a lock");
+            const Search search(GetParam(), Order::MakeThenScan, group);
+            EXPECT_FALSE(search.conflict);
+            EXPECT_TRUE(search.eachCanWin());
         }
-    good &= check(!Search(what, Order::MakeThenScan, {{Exclusive}, {Exclusive}}, false).nobodyWon,
-                  "of two that live on neither was granted a lock");
-    std::printf("%s: %zu states\n", what == Lockable::Project ? "projects" : "documents", states);
-    return good;
+    const Search search(GetParam(), Order::MakeThenScan, {{Exclusive}, {Exclusive}}, false);
+    EXPECT_FALSE(search.nobodyWon) << "of two that live";
 }
 
-/// Other orders fail, as the search must find.
-bool needsItsOrder() {
-    const std::vector<Script> mixed = {{ReadWrite}, {Exclusive}}, exclusive = {{Exclusive}, {Exclusive}};
-    const auto fails = [](Lockable what, Order order, const std::vector<Script>& group) {
-        return Search(what, order, group).conflict;
-    };
-    // Both look before either has a file.
-    bool good = check(fails(Lockable::Project, Order::ScanThenMake, mixed), "projects, looked at first");
-    good &= check(fails(Lockable::Document, Order::ScanThenMake, mixed), "documents, looked at first");
-    // A file that is made before it is held can be swept, and the next one's be held in its place.
-    good &= check(fails(Lockable::Project, Order::MakeThenHoldThenScan, exclusive), "made, then held");
-    return good;
+// Both look before either has a file.
+TEST_P(LockProtocol, FailsWhereTheFolderIsLookedAtFirst) {
+    EXPECT_TRUE(Search(GetParam(), Order::ScanThenMake, {{ReadWrite}, {Exclusive}}).conflict);
+}
+
+// A file that is made before it is held can be swept, and the next one's be held in its place.
+TEST(LockProtocolOfProjects, FailsWhereAFileIsMadeBeforeItIsHeld) {
+    EXPECT_TRUE(Search(Lockable::Project, Order::MakeThenHoldThenScan, {{Exclusive}, {Exclusive}}).conflict);
 }
 
 } // namespace
-} // namespace vlgs
-
-int main() {
-    using namespace vlgs;
-    bool good = holdsFor(Lockable::Project);
-    good &= holdsFor(Lockable::Document);
-    good &= needsItsOrder();
-    return good ? 0 : 1;
-}
+} // namespace vlgs::test
