@@ -35,10 +35,15 @@ def main(build, names):
     clean = build / "tidy"
     clean.mkdir(exist_ok=True)
     basis = subprocess.run([CLANG_TIDY, "--version"], capture_output=True, check=True).stdout
-    basis += (ROOT / ".clang-tidy").read_bytes()
+
+    def basis_of(path):
+        """The version and the configurations that hold for a unit, outermost first."""
+        folders = [folder for folder in reversed(path.parents) if folder == ROOT or folder.is_relative_to(ROOT)]
+        return basis + b"".join(file.read_bytes() for file in (folder / ".clang-tidy" for folder in folders)
+                                if file.exists())
 
     def look(path):
-        key = key_of(units[path], basis)
+        key = key_of(units[path], basis_of(path))
         if key and (clean / key).exists():
             return True, ""
         done = subprocess.run([CLANG_TIDY, "--quiet", "-p", build, path], capture_output=True, text=True)

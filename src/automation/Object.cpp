@@ -59,7 +59,8 @@ void Object::release() const noexcept {
     if (here.depth >= Endings::deepest && here.wait(this))
         return;
     std::vector<const Object*> waiting;
-    if (++here.depth == Endings::deepest)
+    const bool deepest = ++here.depth == Endings::deepest;
+    if (deepest)
         here.waiting = &waiting;
     delete this;
     while (!waiting.empty()) {
@@ -67,6 +68,8 @@ void Object::release() const noexcept {
         waiting.pop_back();
         delete next;
     }
+    if (deepest)
+        here.waiting = nullptr;
     --here.depth;
 }
 

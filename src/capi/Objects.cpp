@@ -19,7 +19,8 @@ const char* vlgs_unknown_settings(void) {
     thread_local std::string lines;
     lines.clear();
     guarded([&] { lines = unknownSettings().toUtf8(); });
-    return lines.c_str();
+    // The text lives as long as its thread.
+    return lines.c_str(); // NOLINT(clang-analyzer-cplusplus.InnerPointer)
 }
 
 int vlgs_create(const char* name, vlgs_object** out) {

@@ -112,9 +112,9 @@ void TextArena::addBlock(std::size_t capacity) {
     if (!memory)
         throw std::bad_alloc();
     char* start = memory.get();
-    for (std::size_t block = first; block < end; ++block)
-        blocks_.push_back(
-            {block == first ? std::move(memory) : nullptr, start + (block - first) * blockSize});
+    blocks_.push_back({std::move(memory), start});
+    for (std::size_t block = first + 1; block < end; ++block)
+        blocks_.push_back({nullptr, start + (block - first) * blockSize});
     last_ = first;
     used_ = 0;
     capacity_ = capacity;
