@@ -203,9 +203,9 @@ PyObject* doParameter(PyObject*, PyObject* arguments) {
     int order = std::endian::native == std::endian::little ? -1 : 1;
     return Py_BuildValue(
         "(zzNNiiN)", row.name, row.meaning, typeTuple(row.type), PyBool_FromLong(row.optional),
-        static_cast<int>(row.standard_type), static_cast<int>(row.standard_number),
-        PyUnicode_DecodeUTF16(reinterpret_cast<const char*>(row.standard_text),
-                              static_cast<Py_ssize_t>(2 * row.standard_length), "surrogatepass", &order));
+        static_cast<int>(row.default_type), static_cast<int>(row.default_number),
+        PyUnicode_DecodeUTF16(reinterpret_cast<const char*>(row.default_text),
+                              static_cast<Py_ssize_t>(2 * row.default_length), "surrogatepass", &order));
 }
 
 PyObject* doCondition(PyObject*, PyObject* arguments) {

@@ -11,7 +11,7 @@ from ._core import GET, core
 Type = collections.namedtuple("Type", "type by_reference enumerator name")
 Facts = collections.namedtuple("Facts", "library name help event_interface creatable member_count event_count")
 _MEMBER = "name help id kind hidden parameter_count result error_count example example_output"
-_PARAMETER = "name meaning type optional standard_type standard_number standard_text"
+_PARAMETER = "name meaning type optional default_type default_number default_text"
 Constant = collections.namedtuple("Constant", "enumeration name value")
 
 
@@ -98,10 +98,10 @@ class Named:
 
 class _Default(Named):
     def __init__(self, parameter):
-        if parameter.standard_type == _types.LONG:
-            self.name = str(parameter.standard_number)
-        elif parameter.standard_type == _types.TEXT:
-            self.name = repr(parameter.standard_text)
+        if parameter.default_type == _types.LONG:
+            self.name = str(parameter.default_number)
+        elif parameter.default_type == _types.TEXT:
+            self.name = repr(parameter.default_text)
         else:
             self.name = "Missing"
 

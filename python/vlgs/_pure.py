@@ -143,10 +143,10 @@ class Parameter(Structure):
         ("meaning", c_char_p),
         ("type", Type),
         ("optional", c_int),
-        ("standard_type", c_uint16),
-        ("standard_number", c_int32),
-        ("standard_text", c_void_p),
-        ("standard_length", c_size_t),
+        ("default_type", c_uint16),
+        ("default_number", c_int32),
+        ("default_text", c_void_p),
+        ("default_length", c_size_t),
     ]
 
 
@@ -794,9 +794,9 @@ def parameter(cls, index, place):
     row = Parameter()
     if not _native.vlgs_parameter_describe(cls, index, place, byref(row)):
         return None
-    standard = ctypes.string_at(row.standard_text, row.standard_length * 2) if row.standard_text else b""
-    return (_decoded(row.name), _decoded(row.meaning), _type(row.type), bool(row.optional), row.standard_type,
-            row.standard_number, standard.decode("utf-16-le", "surrogatepass"))
+    default = ctypes.string_at(row.default_text, row.default_length * 2) if row.default_text else b""
+    return (_decoded(row.name), _decoded(row.meaning), _type(row.type), bool(row.optional), row.default_type,
+            row.default_number, default.decode("utf-16-le", "surrogatepass"))
 
 
 def condition(cls, index, place):

@@ -6,25 +6,22 @@
 //       public:
 //         static constexpr auto describe() {
 //             return describeClass<Buffer>(
-//                 {.name = "Buffer", .help = "…", .number = 161, .classId = guid("…"), .interfaceId =
-//                 guid("…"),
-//                  .creatable = true},
+//                 {.name = "Buffer", .help = "…", .number = 161,
+//                  .classId = guid("…"), .interfaceId = guid("…"), .creatable = true},
 //                 put<&Buffer::SetChunkSize>(1, "ChunkSize", "…", "lSize"),
 //                 get<&Buffer::ChunkSize>(1, "ChunkSize", "…"),
-//                 method<&Buffer::PutData>(4, "PutData", "…", optional("vData", "…"), optional("sDelimiter",
-//                 "…"))
+//                 method<&Buffer::PutData>(4, "PutData", "…", optional("vData", "…"),
+//                                          optional("sDelimiter", "…"))
 //                     .raises(13, "…"),
 //                 identity());
 //         }
 //         static const ClassInfo& description(); // in Buffer.cpp: return classInfoOf<Buffer>();
 //         const ClassInfo* classInfo() const noexcept override { return &description(); }
 //
-// Rows stand in interface order; types come from the member functions. A parameter is
-// - `T` or `const T&`: goes in. Left out, an optional one is its default, else zero, "" or (a Variant)
-// `missing`;
-// - `T&`: goes in and out;
-// - `T*`: goes in and out, null when the caller left it out;
-// with T a number, bool, String, Date, Currency, Variant, Array, an enumeration, a record or a Ref.
+// Rows stand in interface order; types come from the member functions: numbers, bool, String, Date, Currency,
+// Variant, Array, enumerations, records and Refs. A parameter of type `T` or `const T&` goes in; left out, an
+// optional one is its default, else zero, "" or (a Variant) `missing`. `T&` goes in and out, and so does
+// `T*`, which is null when the caller left it out.
 #pragma once
 
 #include "automation/Array.h"
@@ -46,11 +43,11 @@ struct ParameterRow {
     constexpr ParameterRow(const char* bareName) : name(bareName) {}
     constexpr ParameterRow(std::string_view text, std::string_view means) : name(text), meaning(means) {}
     constexpr ParameterRow(std::string_view text, std::string_view means, DefaultValue value)
-        : name(text), meaning(means), isOptional(true), standard(value) {}
+        : name(text), meaning(means), isOptional(true), defaultValue(value) {}
     std::string_view name;
     std::string_view meaning;
     bool isOptional = false;
-    DefaultValue standard = {};
+    DefaultValue defaultValue = {};
 };
 constexpr ParameterRow parameter(std::string_view name, std::string_view meaning) {
     return {name, meaning};
@@ -326,20 +323,20 @@ struct TypeTraits<T> {
 
 /// The value of an optional parameter that the caller left out.
 template <class T>
-T standardValue(const DefaultValue& standard) {
+T defaultOf(const DefaultValue& defaultValue) {
     if constexpr (std::is_same_v<T, Variant>) {
-        switch (standard.kind) {
+        switch (defaultValue.kind) {
         case DefaultValue::Kind::None:
             return missing;
         case DefaultValue::Kind::Text:
-            return String(standard.text);
+            return String(defaultValue.text);
         default:
-            return standard.number;
+            return defaultValue.number;
         }
     } else if constexpr (std::is_same_v<T, String>) {
-        return String(standard.text);
+        return String(defaultValue.text);
     } else if constexpr (std::is_arithmetic_v<T> || std::is_enum_v<T>) {
-        return static_cast<T>(standard.number);
+        return static_cast<T>(defaultValue.number);
     } else {
         return T{};
     }
@@ -352,7 +349,7 @@ class ArgumentHolder { // goes in
     using T = std::remove_cvref_t<P>;
     static constexpr bool byReference = false;
     ArgumentHolder(Variant* slot, const ParameterInfo& parameter)
-        : value_(slot ? T(TypeTraits<T>::from(*slot)) : standardValue<T>(parameter.standard)) {}
+        : value_(slot ? T(TypeTraits<T>::from(*slot)) : defaultOf<T>(parameter.defaultValue)) {}
     const T& get() const { return value_; }
     void writeBack() {}
 
@@ -367,7 +364,7 @@ class SharedArgument {
     static constexpr bool byReference = false;
     SharedArgument(Variant* slot, const ParameterInfo& parameter) {
         if (!slot)
-            own_ = standardValue<T>(parameter.standard);
+            own_ = defaultOf<T>(parameter.defaultValue);
         else if constexpr (std::is_same_v<T, Variant>)
             given_ = slot;
         else if (slot->isString())
@@ -411,7 +408,7 @@ requires(!std::is_const_v<T>) class ArgumentHolder<T&> { // goes in and out
     ArgumentHolder(Variant* slot, const ParameterInfo& parameter)
         : slot_(slot), inside_(slot ? valueInside<T>(*slot) : nullptr) {
         if (!inside_)
-            value_ = slot ? valueOf(*slot) : standardValue<T>(parameter.standard);
+            value_ = slot ? valueOf(*slot) : defaultOf<T>(parameter.defaultValue);
         if constexpr (std::is_same_v<T, String>)
             before_ = value_;
     }
@@ -527,7 +524,7 @@ struct ClassDescriptionOf {
         static constexpr auto parameterInfos(std::index_sequence<N...>) {
             return std::array<ParameterInfo, sizeof...(N)>{ParameterInfo{
                 row.parameters[N].name, ParameterType<std::tuple_element_t<N, Parameters>>::info,
-                row.parameters[N].isOptional, row.parameters[N].standard, row.parameters[N].meaning}...};
+                row.parameters[N].isOptional, row.parameters[N].defaultValue, row.parameters[N].meaning}...};
         }
         static constexpr auto parameters = parameterInfos(std::make_index_sequence<Traits::arity>());
 

@@ -48,7 +48,7 @@ struct ParameterInfo {
     std::string_view name;
     TypeInfo type;
     bool optional = false;
-    DefaultValue standard;
+    DefaultValue defaultValue;
     /// What the parameter means, without a full stop.
     std::string_view meaning = {};
 };

@@ -83,19 +83,19 @@ int vlgs_parameter_describe(const vlgs_class* type, size_t member, size_t parame
     if (!info || parameter >= info->parameters.size())
         return 0;
     const ParameterInfo& described = info->parameters[parameter];
-    const DefaultValue& standard = described.standard;
-    const bool isText = standard.kind == DefaultValue::Kind::Text;
-    const bool isNumber = standard.kind == DefaultValue::Kind::Number;
+    const DefaultValue& defaultValue = described.defaultValue;
+    const bool isText = defaultValue.kind == DefaultValue::Kind::Text;
+    const bool isNumber = defaultValue.kind == DefaultValue::Kind::Number;
     *out = {.name = described.name.data(),
             .meaning = described.meaning.data(),
             .type = typeOf(described.type),
             .optional = described.optional,
-            .standard_type = static_cast<std::uint16_t>(isText     ? VLGS_TEXT
-                                                        : isNumber ? VLGS_LONG
-                                                                   : VLGS_EMPTY),
-            .standard_number = standard.number,
-            .standard_text = reinterpret_cast<const std::uint16_t*>(standard.text.data()),
-            .standard_length = standard.text.size()};
+            .default_type = static_cast<std::uint16_t>(isText     ? VLGS_TEXT
+                                                       : isNumber ? VLGS_LONG
+                                                                  : VLGS_EMPTY),
+            .default_number = defaultValue.number,
+            .default_text = reinterpret_cast<const std::uint16_t*>(defaultValue.text.data()),
+            .default_length = defaultValue.text.size()};
     return 1;
 }
 

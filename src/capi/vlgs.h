@@ -256,11 +256,11 @@ typedef struct vlgs_parameter {
     const char* meaning;
     vlgs_type type;
     int optional;
-    uint16_t standard_type; /* what stands for it when left out: VLGS_LONG, VLGS_TEXT or VLGS_EMPTY (the
+    uint16_t default_type; /* what stands for it when left out: VLGS_LONG, VLGS_TEXT or VLGS_EMPTY (the
                                type's own zero) */
-    int32_t standard_number;
-    const uint16_t* standard_text; /* UTF-16 */
-    size_t standard_length;
+    int32_t default_number;
+    const uint16_t* default_text; /* UTF-16 */
+    size_t default_length;
 } vlgs_parameter;
 
 /* Members stand in interface order, those of the outgoing interface behind the others: `member` counts from

@@ -186,7 +186,7 @@ requires(!std::is_const_v<T>) class WireArgument<T&> { // goes in and out
     WireArgument(Type variable, const ParameterInfo& parameter) : variable_(variable) {
         if (!variable && !parameter.optional)
             throw NullPointer();
-        before_ = variable ? T(Wire<T>::from(*variable)) : standardValue<T>(parameter.standard);
+        before_ = variable ? T(Wire<T>::from(*variable)) : defaultOf<T>(parameter.defaultValue);
         value_ = before_;
     }
     T& get() { return value_; }

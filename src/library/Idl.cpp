@@ -154,19 +154,19 @@ std::string enumerationDefault(const EnumInfo& type, std::int32_t value) {
 std::string optionality(const ParameterInfo& parameter) {
     if (!parameter.optional)
         return "";
-    const auto& standard = parameter.standard;
+    const auto& defaultValue = parameter.defaultValue;
     const bool text = parameter.type.type == VarType::String;
-    if (parameter.type.type == VarType::Variant && standard.kind == DefaultValue::Kind::None)
+    if (parameter.type.type == VarType::Variant && defaultValue.kind == DefaultValue::Kind::None)
         return ", optional";
     if (text && parameter.type.byReference)
         return ", optional"; // interface compilers know no default for a reference to a text
     if (parameter.type.type == VarType::Object)
         return ", optional"; // nor readers of type libraries one for an object
-    if (text || standard.kind == DefaultValue::Kind::Text)
-        return ", optional, defaultvalue(" + quoted(String(standard.text).toUtf8()) + ")";
+    if (text || defaultValue.kind == DefaultValue::Kind::Text)
+        return ", optional, defaultvalue(" + quoted(String(defaultValue.text).toUtf8()) + ")";
     if (parameter.type.enumeration && !parameter.type.byReference)
-        return ", optional" + enumerationDefault(*parameter.type.enumeration, standard.number);
-    return ", optional, defaultvalue(" + number(standard.number) + ")";
+        return ", optional" + enumerationDefault(*parameter.type.enumeration, defaultValue.number);
+    return ", optional, defaultvalue(" + number(defaultValue.number) + ")";
 }
 
 std::string parameterText(const ParameterInfo& parameter) {

@@ -17,10 +17,10 @@ void writeParameter(Json& json, const ParameterInfo& parameter) {
         json.field("byReference", parameter.type.byReference);
         json.field("optional", parameter.optional);
         json.name("default");
-        if (parameter.standard.kind == DefaultValue::Kind::Number)
-            json.raw(std::to_string(parameter.standard.number));
-        else if (parameter.standard.kind == DefaultValue::Kind::Text)
-            json.value(parameter.standard.text);
+        if (parameter.defaultValue.kind == DefaultValue::Kind::Number)
+            json.raw(std::to_string(parameter.defaultValue.number));
+        else if (parameter.defaultValue.kind == DefaultValue::Kind::Text)
+            json.value(parameter.defaultValue.text);
         else
             json.null();
         json.field("meaning", parameter.meaning);

@@ -18,10 +18,10 @@ namespace {
 std::string parameterText(const ParameterInfo& parameter) {
     std::string text = parameter.type.byReference ? "ByRef " : "";
     text += std::string(parameter.name) + " As " + typeName(parameter.type);
-    if (parameter.standard.kind == DefaultValue::Kind::Number)
-        text += " = " + std::to_string(parameter.standard.number);
-    else if (parameter.standard.kind == DefaultValue::Kind::Text)
-        text += " = \"" + String(parameter.standard.text).toUtf8() + "\"";
+    if (parameter.defaultValue.kind == DefaultValue::Kind::Number)
+        text += " = " + std::to_string(parameter.defaultValue.number);
+    else if (parameter.defaultValue.kind == DefaultValue::Kind::Text)
+        text += " = \"" + String(parameter.defaultValue.text).toUtf8() + "\"";
     return parameter.optional ? "[" + text + "]" : text;
 }
 
