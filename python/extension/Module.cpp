@@ -190,16 +190,22 @@ PyObject* doMember(PyObject*, PyObject* arguments) {
                          static_cast<Py_ssize_t>(row.error_count), row.example, row.example_output);
 }
 
-PyObject* doParameter(PyObject*, PyObject* arguments) {
+/// What `describe` tells of a row that belongs to a member, by class, member and place; None behind the last.
+template <class Row>
+PyObject* rowOfMember(PyObject* arguments, int (*describe)(const vlgs_class*, std::size_t, std::size_t, Row*),
+                      PyObject* (*asTuple)(const Row&)) {
     Py_ssize_t cls = 0;
-    Py_ssize_t index = 0;
+    Py_ssize_t member = 0;
     Py_ssize_t place = 0;
-    if (!PyArg_ParseTuple(arguments, "nnn", &cls, &index, &place))
+    if (!PyArg_ParseTuple(arguments, "nnn", &cls, &member, &place))
         return nullptr;
-    vlgs_parameter row{};
-    if (!library.parameterDescribe(classAt(cls), static_cast<std::size_t>(index),
-                                   static_cast<std::size_t>(place), &row))
-        return newNone();
+    Row row{};
+    return describe(classAt(cls), static_cast<std::size_t>(member), static_cast<std::size_t>(place), &row)
+               ? asTuple(row)
+               : newNone();
+}
+
+PyObject* parameterTuple(const vlgs_parameter& row) {
     int order = std::endian::native == std::endian::little ? -1 : 1;
     return Py_BuildValue(
         "(zzNNiiN)", row.name, row.meaning, typeTuple(row.type), PyBool_FromLong(row.optional),
@@ -208,17 +214,16 @@ PyObject* doParameter(PyObject*, PyObject* arguments) {
                               static_cast<Py_ssize_t>(2 * row.default_length), "surrogatepass", &order));
 }
 
-PyObject* doCondition(PyObject*, PyObject* arguments) {
-    Py_ssize_t cls = 0;
-    Py_ssize_t index = 0;
-    Py_ssize_t place = 0;
-    if (!PyArg_ParseTuple(arguments, "nnn", &cls, &index, &place))
-        return nullptr;
-    vlgs_error_condition row{};
-    if (!library.errorDescribe(classAt(cls), static_cast<std::size_t>(index), static_cast<std::size_t>(place),
-                               &row))
-        return newNone();
+PyObject* conditionTuple(const vlgs_error_condition& row) {
     return Py_BuildValue("(iz)", static_cast<int>(row.code), row.when);
+}
+
+PyObject* doParameter(PyObject*, PyObject* arguments) {
+    return rowOfMember(arguments, library.parameterDescribe, parameterTuple);
+}
+
+PyObject* doCondition(PyObject*, PyObject* arguments) {
+    return rowOfMember(arguments, library.errorDescribe, conditionTuple);
 }
 
 PyObject* doConstant(PyObject*, PyObject* index) {
