@@ -118,10 +118,9 @@ bool write(PyObject* target, std::int32_t member, const Arguments& arguments) {
 
 namespace {
 
-bool append(PyObject* tuple, std::vector<PyObject*>& values) {
+void append(PyObject* tuple, std::vector<PyObject*>& values) {
     for (Py_ssize_t i = 0; i < PyTuple_Size(tuple); ++i)
         values.push_back(PyTuple_GetItem(tuple, i));
-    return true;
 }
 
 } // namespace

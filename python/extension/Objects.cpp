@@ -278,11 +278,10 @@ PyObject* readOther(PyObject* self, PyObject* name) {
 PyObject* readAttribute(PyObject* self, PyObject* name) {
     if (const Known* known = bodyOf(self).facts->find(name))
         return readMember(self, *known);
-    if (PyUnicode_ReadChar(name, 0) == '_') {
-        PyErr_Clear();
+    const bool isPythons = PyUnicode_ReadChar(name, 0) == '_';
+    PyErr_Clear(); // of an empty name
+    if (isPythons)
         return readOther(self, name);
-    }
-    PyErr_Clear();
     if (const Known* known = guarded([&] { return bodyOf(self).facts->ask(name); }))
         return readMember(self, *known);
     return PyErr_Occurred() ? nullptr : readOther(self, name);
@@ -416,9 +415,9 @@ PyObject* iteratorItself(PyObject* self) {
 constexpr unsigned long haveVectorcall = 1UL << 11;
 
 PyTypeObject* makeType(PyType_Slot* slots, const char* name, std::size_t size, unsigned long flags) {
-    PyType_Spec spec{name, static_cast<int>(size), 0, static_cast<unsigned>(Py_TPFLAGS_DEFAULT | flags),
-                     slots};
-    return reinterpret_cast<PyTypeObject*>(PyType_FromSpec(&spec));
+    PyType_Spec layout{name, static_cast<int>(size), 0, static_cast<unsigned>(Py_TPFLAGS_DEFAULT | flags),
+                       slots};
+    return reinterpret_cast<PyTypeObject*>(PyType_FromSpec(&layout));
 }
 
 PyTypeObject* makeObjectType() {
@@ -522,19 +521,32 @@ PyObject* wrap(vlgs_object* object) {
 
 namespace {
 
-bool readItems(vlgs_object* object, std::vector<vlgs_value>& items) {
-    vlgs_object* enumerator = nullptr;
-    if (!succeeded(library.enumerate(object, &enumerator)))
+/// Calls `visit` with each member, whose content it may take, until it answers false. False when it did, or
+/// when the enumeration fails.
+template <class Visit>
+bool forEachItem(vlgs_object* object, Visit&& visit) {
+    Values enumerator(1);
+    enumerator[0].type = VLGS_OBJECT;
+    if (!succeeded(library.enumerate(object, &enumerator[0].as.object)))
         return false;
-    bool done = true;
-    for (int more = 1; done && more;) {
-        items.push_back({});
-        done = succeeded(library.next(enumerator, &items.back(), &more));
-        if (!done || !more)
-            items.pop_back();
+    for (;;) {
+        Values item(1);
+        int more = 0;
+        if (!succeeded(library.next(enumerator[0].as.object, item.data(), &more)))
+            return false;
+        if (!more)
+            return true;
+        if (!visit(item[0]))
+            return false;
     }
-    library.release(enumerator);
-    return done;
+}
+
+bool keepItems(vlgs_object* object, std::vector<vlgs_value>& items) {
+    return forEachItem(object, [&](vlgs_value& item) {
+        items.push_back(item);
+        item = {};
+        return true;
+    });
 }
 
 } // namespace
@@ -555,7 +567,7 @@ PyObject* iterate(PyObject* target, std::int32_t counting) {
     new (&body.items) std::vector<vlgs_value>;
     body.counting = counting;
     const bool done =
-        guarded([&] { return readCount(target, counting, body.count) && readItems(object, body.items); });
+        guarded([&] { return readCount(target, counting, body.count) && keepItems(object, body.items); });
     return done ? owned.release() : nullptr;
 }
 
@@ -601,17 +613,9 @@ PyObject* readEach(PyObject* target, const char* name) {
         return nullptr;
     const Inside inside(apartmentOf(target));
     Reference list(PyList_New(0));
-    vlgs_object* enumerator = nullptr;
-    if (!list || !succeeded(library.enumerate(object, &enumerator)))
-        return nullptr;
-    bool done = true;
     Reader reader(name);
-    for (int more = 1; done && more;) {
-        Values item(1);
-        done = succeeded(library.next(enumerator, item.data(), &more)) &&
-               (!more || reader.append(list.get(), item[0]));
-    }
-    library.release(enumerator);
+    const bool done =
+        list && forEachItem(object, [&](const vlgs_value& item) { return reader.append(list.get(), item); });
     return done ? list.release() : nullptr;
 }
 
