@@ -100,22 +100,16 @@ class Comparison {
     Difference formattedDate() {
         const double moment = texts_.moment();
         const auto pattern = texts_.datePattern();
-        VARIANT value{};
-        value.vt = VT_DATE;
-        value.date = moment;
         return {"moment by", name_, String(pattern).toUtf8() + " " + printed(moment),
-                platformFormat(value, pattern),
+                platformFormat(VT_DATE, moment, pattern),
                 ours([&] { return formatDate({moment}, DatePattern(pattern), locale_).toUtf8(); })};
     }
 
     Difference formattedNumber() {
         const double number = texts_.valueFromOne();
         const auto mask = texts_.numberMask();
-        VARIANT value{};
-        value.vt = VT_R8;
-        value.dblVal = number;
         return {"number by", name_, String(mask).toUtf8() + " " + printed(number),
-                platformFormat(value, mask), formatNumber(number, mask, locale_).toUtf8()};
+                platformFormat(VT_R8, number, mask), formatNumber(number, mask, locale_).toUtf8()};
     }
 
     /// Whether texts of moments differ one and all, for the platform here leaves the quotation marks of a
@@ -137,7 +131,10 @@ class Comparison {
             return std::nullopt;
         return value.dblVal;
     }
-    std::string platformFormat(VARIANT& value, const std::u16string& pattern) const {
+    std::string platformFormat(VARTYPE type, double number, const std::u16string& pattern) const {
+        VARIANT value{};
+        value.vt = type;
+        value.dblVal = number; // of a date, too
         BYTE tokens[512];
         BSTR text = nullptr;
         auto* format = given(pattern);

@@ -278,7 +278,6 @@ core.configure(
         "Empty": _types.Empty,
         "Null": _types.Null,
         "Missing": _types.Missing,
-        "Array": _types.Array,
         "form_of": _values.form_of,
         "array_of": _values.array_of,
         "no_array": _values.no_array,
@@ -287,7 +286,6 @@ core.configure(
         "currency_of": _values.currency_of,
         "decimal_of": _values.decimal_of,
         "error_value_of": _values.error_value_of,
-        "Object": Object,
     }
 )
 wrap = core.wrap

@@ -71,7 +71,7 @@ void FreshNames::widenPlaces(Place last) noexcept {
         return;
     for (std::uint32_t at = 0; at < capacity_; ++at)
         if (Slot& slot = table_.get()[at]; slot != free)
-            slot = (slot & (~mask | placeMask_));
+            slot &= ~mask | placeMask_;
     placeMask_ = mask;
 }
 
