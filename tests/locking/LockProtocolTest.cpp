@@ -283,7 +283,10 @@ std::vector<std::vector<Script>> groupsOf(std::size_t size) {
 }
 
 class LockProtocol : public testing::TestWithParam<Lockable> {};
-INSTANTIATE_TEST_SUITE_P(, LockProtocol, testing::Values(Lockable::Project, Lockable::Document));
+INSTANTIATE_TEST_SUITE_P(, LockProtocol, testing::Values(Lockable::Project, Lockable::Document),
+                         [](const auto& test) {
+                             return test.param == Lockable::Project ? "Project" : "Document";
+                         });
 
 TEST_P(LockProtocol, NeverGrantsTwoThatExcludeEachOther) {
     for (const std::size_t size : {2, 3})

@@ -1,18 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "platform/windows/FileSecurity.h"
 
-#include <aclapi.h>
-
 namespace vlgs::windows {
-
-namespace {
-
-void freeLocal(void* memory) noexcept {
-    LocalFree(memory);
-}
-using LocalMemory = Owned<void*, &freeLocal>;
-
-} // namespace
 
 struct UserOnly::Parts {
     std::vector<std::byte> user;
@@ -48,22 +37,19 @@ SECURITY_ATTRIBUTES* UserOnly::get() noexcept {
     return &parts_->attributes;
 }
 
-void copyAccess(const wchar_t* from, const wchar_t* to) noexcept {
-    ACL* rules = nullptr;
-    PSECURITY_DESCRIPTOR descriptor = nullptr;
-    if (GetNamedSecurityInfoW(const_cast<wchar_t*>(from), SE_FILE_OBJECT, DACL_SECURITY_INFORMATION, nullptr,
-                              nullptr, &rules, nullptr, &descriptor) != ERROR_SUCCESS)
+void copyAccess(const wchar_t* from, const wchar_t* to) {
+    constexpr SECURITY_INFORMATION rules = DACL_SECURITY_INFORMATION;
+    DWORD size = 0;
+    GetFileSecurityW(from, rules, nullptr, 0, &size);
+    std::vector<std::byte> copied(size);
+    if (size == 0 || !GetFileSecurityW(from, rules, copied.data(), size, &size))
         return;
-    const LocalMemory owner(descriptor);
     SECURITY_DESCRIPTOR_CONTROL control = 0;
     DWORD revision = 0;
-    GetSecurityDescriptorControl(descriptor, &control, &revision);
-    const SECURITY_INFORMATION inheritance = control & SE_DACL_PROTECTED
-                                                 ? PROTECTED_DACL_SECURITY_INFORMATION
-                                                 : UNPROTECTED_DACL_SECURITY_INFORMATION;
-    if (rules)
-        SetNamedSecurityInfoW(const_cast<wchar_t*>(to), SE_FILE_OBJECT,
-                              DACL_SECURITY_INFORMATION | inheritance, nullptr, nullptr, rules, nullptr);
+    // Unless it is asked for, rules that come from the folder would become the file's own.
+    if (GetSecurityDescriptorControl(copied.data(), &control, &revision) && control & SE_DACL_AUTO_INHERITED)
+        SetSecurityDescriptorControl(copied.data(), SE_DACL_AUTO_INHERIT_REQ, SE_DACL_AUTO_INHERIT_REQ);
+    SetFileSecurityW(to, rules, copied.data());
 }
 
 } // namespace vlgs::windows

@@ -21,6 +21,6 @@ class UserOnly {
 };
 
 /// Gives a file the access rules of another; what the user may not change stays as it is.
-void copyAccess(const wchar_t* from, const wchar_t* to) noexcept;
+void copyAccess(const wchar_t* from, const wchar_t* to);
 
 } // namespace vlgs::windows

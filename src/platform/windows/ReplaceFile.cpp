@@ -59,11 +59,11 @@ void write(const Handle& file, std::string_view bytes) {
         raiseLastError();
 }
 
-/// A file that is deleted unless it was given another name.
+/// A file of this user alone that is deleted unless it was given another name.
 class NewFile {
   public:
     NewFile(const String& beside, std::string_view bytes) : path_(nameBeside(beside)) {
-        createFile(path_, bytes);
+        createFile(path_, bytes, Readable::ByUserOnly);
     }
     NewFile(const NewFile&) = delete;
     NewFile& operator=(const NewFile&) = delete;
