@@ -43,6 +43,11 @@ void waitForData(int file) noexcept {
     ::fcntl(file, F_SETFL, ::fcntl(file, F_GETFL) & ~O_NONBLOCK);
 }
 
+std::string withoutLinks(const std::string& path) {
+    const CText real(::realpath(path.c_str(), nullptr));
+    return real ? real.get() : path;
+}
+
 long readSome(int file, char* to, std::size_t size) {
     ssize_t count;
     do

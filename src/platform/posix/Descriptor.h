@@ -29,6 +29,14 @@ void waitForData(int file) noexcept;
 inline bool isSameFile(const struct stat& a, const struct stat& b) noexcept {
     return a.st_dev == b.st_dev && a.st_ino == b.st_ino;
 }
+/// Whether a file has been left alone between two looks at it.
+inline bool isSameVersion(const struct stat& a, const struct stat& b) noexcept {
+    return isSameFile(a, b) && a.st_size == b.st_size && a.st_mtim.tv_sec == b.st_mtim.tv_sec &&
+           a.st_mtim.tv_nsec == b.st_mtim.tv_nsec;
+}
+
+/// A path with every symbolic link followed, or as it is where that fails.
+std::string withoutLinks(const std::string& path);
 
 /// As `read` and `write`, taken up again after an interruption; -1 with errno on failure.
 long readSome(int file, char* to, std::size_t size);

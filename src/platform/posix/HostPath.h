@@ -48,8 +48,7 @@ std::string hostParts(std::u16string_view names);
 bool isThere(const FullName& name);
 
 /// The host path of a library path, each part spelled as it is found; what is not found stays as given. Ends
-/// in
-/// "/" when the path ends in a separator. Raises 53 for an empty path, 76 for a volume that is not mapped.
+/// in "/" when the path ends in a separator. Raises 53 for an empty path, 76 for a volume that is not mapped.
 std::string hostPath(std::u16string_view path);
 
 /// The folder in which the file of an absolute host path lies: "/a" for "/a/b" and "/a/b/", "/" for "/".

@@ -43,11 +43,6 @@ std::string moduleFile() {
     return mappedFile(reinterpret_cast<std::uintptr_t>(&here));
 }
 
-std::string withoutLinks(const std::string& path) {
-    const CText real(::realpath(path.c_str(), nullptr));
-    return real ? real.get() : path;
-}
-
 /// The library path of a resource near a file, "" when there is none.
 String findNear(const std::string& file, std::u16string_view name) {
     auto folder = parentFolder(file);

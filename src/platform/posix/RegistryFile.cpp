@@ -4,6 +4,7 @@
 #include "platform/posix/Attributes.h"
 #include "platform/posix/HostPath.h"
 #include "platform/posix/NewFile.h"
+#include "platform/posix/RegistryLock.h"
 #include "platform/posix/Sharing.h"
 #include "platform/posix/SignalShield.h"
 #include "platform/posix/UserFolders.h"
@@ -12,8 +13,6 @@
 #include <cerrno>
 #include <climits>
 #include <fcntl.h>
-#include <sys/file.h>
-#include <thread>
 #include <unistd.h>
 
 namespace vlgs::posix {
@@ -27,15 +26,6 @@ constexpr std::size_t shortAdditions = 65'536;
 constexpr std::size_t largestTidied = 1'048'576;
 /// What is written goes to the disk at once, but not more often than this.
 constexpr std::chrono::seconds diskInterval{1};
-
-/// How long a change waits for others that make one, until it is given up.
-constexpr std::chrono::milliseconds longestWait{5000};
-/// So often the wait begins again when others have changed the hive meanwhile.
-constexpr int mostTurns = 12;
-/// How long those are waited for who have a lock but cannot insist on it.
-constexpr std::chrono::milliseconds courtesy{1000};
-constexpr std::chrono::milliseconds noWait{0};
-constexpr std::chrono::microseconds lockInterval{500};
 constexpr int unlockedReads = 20;
 /// The platform's status of a resource that others do not let go.
 constexpr RegistryStatus busy{170};
@@ -59,58 +49,9 @@ RegistryStatus statusOf(int error) noexcept {
     }
 }
 
-bool isSameVersion(const struct stat& a, const struct stat& b) noexcept {
-    return isSameFile(a, b) && a.st_size == b.st_size && a.st_mtim.tv_sec == b.st_mtim.tv_sec &&
-           a.st_mtim.tv_nsec == b.st_mtim.tv_nsec;
-}
-
 std::size_t sizeOf(const struct stat& status) noexcept {
     return static_cast<std::size_t>(status.st_size);
 }
-
-/// Takes a lock of an open file unless others keep it for longer; a file system without locks has one user.
-bool lockWithin(int file, int operation, std::chrono::milliseconds wait) {
-    const auto end = std::chrono::steady_clock::now() + wait;
-    while (::flock(file, operation | LOCK_NB) != 0 && (errno == EWOULDBLOCK || errno == EINTR)) {
-        if (std::chrono::steady_clock::now() >= end)
-            return false;
-        std::this_thread::sleep_for(lockInterval);
-    }
-    return true;
-}
-
-/// The open file of a path, locked for as long as this lives. The lock belongs to this open file, hence it
-/// works between threads too, and ends with the process.
-class LockedFile {
-  public:
-    LockedFile(const std::string& path, int flags, int operation, std::chrono::milliseconds wait) {
-        do {
-            file_ = openFile(path, flags);
-            if (!file_) {
-                error_ = errno;
-                return;
-            }
-            locked_ = lockWithin(file_.get(), operation, wait);
-        } while (!isStillAt(file_.get(), path));
-    }
-    ~LockedFile() {
-        // A child that another thread has just forked would keep it.
-        if (file_ && locked_)
-            disclaim(file_.get());
-    }
-    LockedFile(const LockedFile&) = delete;
-    LockedFile& operator=(const LockedFile&) = delete;
-
-    explicit operator bool() const noexcept { return static_cast<bool>(file_); }
-    int get() const noexcept { return file_.get(); }
-    int error() const noexcept { return error_; }
-    bool locked() const noexcept { return locked_; }
-
-  private:
-    Descriptor file_;
-    int error_ = 0;
-    bool locked_ = false;
-};
 
 /// What a file holds from an offset on; 0, or the value of errno.
 int readFrom(int file, std::size_t offset, std::size_t size, std::string& bytes) {
@@ -156,93 +97,6 @@ std::string wholeText(RegistryHive hive, const RegistryKeyNode& root) {
     return registryFileOf(registryTextOf(hive, root));
 }
 
-std::string targetOf(const std::string& path) {
-    const CText real(::realpath(path.c_str(), nullptr));
-    return real ? real.get() : path;
-}
-
-/// Who may write a hive may read and write its lock file, and nobody else.
-mode_t lockModeOf(const struct stat& hive) noexcept {
-    const auto writers = hive.st_mode & 0222;
-    return 0600 | writers | writers << 1;
-}
-
-/// Makes a hive's lock file, or gives it the rights that the hive has now. Only the hive's owner can.
-void settleLockFile(const std::string& path, const struct stat& hive, int file) {
-    struct stat status;
-    if (::geteuid() != hive.st_uid && ::geteuid() != 0)
-        return;
-    if (file >= 0) {
-        if (::fstat(file, &status) == 0 && (status.st_mode & 07777) != lockModeOf(hive))
-            ::fchmod(file, lockModeOf(hive));
-        return;
-    }
-    auto made = NewFile::create(parentFolder(path), 0600);
-    if (!made)
-        return;
-    const int descriptor = made->descriptor();
-    const bool own =
-        ::fstat(descriptor, &status) == 0 && status.st_uid == hive.st_uid && status.st_gid == hive.st_gid;
-    if ((own || ::fchown(descriptor, hive.st_uid, hive.st_gid) == 0) &&
-        ::fchmod(descriptor, lockModeOf(hive)) == 0)
-        made->publish(path);
-}
-
-/// A hive's file for a change. Those who may write it exclude each other by a lock file, which nobody can
-/// lock who may only read the hive; of the hive's own lock readers are only asked to let go. Where there can
-/// be no lock file, the hive's own lock has to do.
-class WriterLock {
-  public:
-    explicit WriterLock(const std::string& hive)
-        : lock_(openLockFile(hive)), taken_(lock_ && takeInTurn(lock_.get(), hive)),
-          file_(hive, O_RDWR, LOCK_EX,
-                !lock_   ? longestWait
-                : taken_ ? courtesy
-                         : noWait) {}
-    ~WriterLock() {
-        if (taken_)
-            disclaim(lock_.get());
-    }
-    WriterLock(const WriterLock&) = delete;
-    WriterLock& operator=(const WriterLock&) = delete;
-
-    int get() const noexcept { return file_.get(); }
-    /// 0 when the hive may be changed, or the value of errno.
-    int error() const noexcept {
-        if (!file_)
-            return file_.error();
-        return taken_ || (!lock_ && file_.locked()) ? 0 : EBUSY;
-    }
-
-  private:
-    /// Whoever has the lock too long is not waited for, but many who each have it for a moment are.
-    static bool takeInTurn(int lock, const std::string& hive) {
-        struct stat before;
-        struct stat now;
-        for (int i = 0; i < mostTurns && ::stat(hive.c_str(), &before) == 0; ++i) {
-            if (lockWithin(lock, LOCK_EX, longestWait))
-                return true;
-            if (::stat(hive.c_str(), &now) != 0 || isSameVersion(before, now))
-                return false;
-        }
-        return false;
-    }
-    static Descriptor openLockFile(const std::string& hive) {
-        struct stat status;
-        if (::stat(hive.c_str(), &status) != 0 || ::access(hive.c_str(), W_OK) != 0)
-            return {};
-        const auto path = targetOf(hive) + ".lock";
-        auto file = openFile(path, O_RDWR | O_NOFOLLOW);
-        if (file || errno == ENOENT)
-            settleLockFile(path, status, file.get());
-        return file ? std::move(file) : openFile(path, O_RDWR | O_NOFOLLOW);
-    }
-
-    Descriptor lock_;
-    bool taken_;
-    LockedFile file_;
-};
-
 } // namespace
 
 RegistryFile::RegistryFile(std::string path, RegistryHive hive)
@@ -268,7 +122,7 @@ RegistryStatus RegistryFile::refresh() {
             seenStatus_.st_mode = now.st_mode;
             return status_;
         }
-        const LockedFile file(path_, O_RDONLY, LOCK_SH, courtesy);
+        const ReaderLock file(path_);
         if (file)
             return file.locked() ? read(file.get()) : readUnlocked(file.get());
         errno = file.error();
@@ -452,7 +306,7 @@ int RegistryFile::add(int file, const std::u16string& lines) {
 
 /// Puts a text without additions in the file's place; 0, or the value of errno.
 int RegistryFile::replace(int file) {
-    const auto target = targetOf(path_);
+    const auto target = withoutLinks(path_);
     auto made = NewFile::create(parentFolder(target), 0600);
     if (!made)
         return errno;

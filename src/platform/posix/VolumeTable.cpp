@@ -37,11 +37,6 @@ std::string_view withoutFinal(char character, std::string_view text) {
     return text;
 }
 
-std::string followLinks(const std::string& folder) {
-    const CText real(::realpath((folder + "/").c_str(), nullptr));
-    return real ? std::string(withoutFinal('/', real.get())) : folder;
-}
-
 Volume parseEntry(std::string_view entry) {
     if (entry.size() < 4 || !ascii::isLetter(entry[0]) || entry.substr(1, 3) != ":=/")
         raiseMalformed(entry);
@@ -50,7 +45,7 @@ Volume parseEntry(std::string_view entry) {
     Volume volume;
     volume.letter = static_cast<char16_t>(entry[0] & ~0x20);
     volume.folder = withoutFinal('/', rest.substr(0, bar));
-    volume.realFolder = followLinks(volume.folder);
+    volume.realFolder = withoutFinal('/', withoutLinks(volume.folder + "/"));
     if (bar != rest.npos) {
         const auto share = withoutFinal('\\', rest.substr(bar + 1));
         if (!isShare(share))
