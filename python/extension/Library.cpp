@@ -53,6 +53,8 @@ const char* load(const char* path) {
     find(found.invoke, "vlgs_invoke");
     find(found.enumerate, "vlgs_enumerate");
     find(found.next, "vlgs_next");
+    find(found.readEach, "vlgs_read_each");
+    find(found.changes, "vlgs_changes");
     find(found.objectNew, "vlgs_object_new");
     find(found.connect, "vlgs_connect");
     find(found.disconnect, "vlgs_disconnect");

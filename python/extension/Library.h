@@ -33,6 +33,8 @@ struct Library {
     decltype(&vlgs_invoke) invoke;
     decltype(&vlgs_enumerate) enumerate;
     decltype(&vlgs_next) next;
+    decltype(&vlgs_read_each) readEach;
+    decltype(&vlgs_changes) changes;
     decltype(&vlgs_object_new) objectNew;
     decltype(&vlgs_connect) connect;
     decltype(&vlgs_disconnect) disconnect;

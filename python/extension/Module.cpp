@@ -126,6 +126,13 @@ PyObject* doReadEach(PyObject*, PyObject* arguments) {
     return text ? guarded([&] { return readEach(target, PyBytes_AsString(text.get())); }) : nullptr;
 }
 
+PyObject* doChanges(PyObject*, PyObject* target) {
+    vlgs_object* const object = checkObject(target) ? used(target) : nullptr;
+    std::uint64_t changes = 0;
+    return object && succeeded(library.changes(object, &changes)) ? PyLong_FromUnsignedLongLong(changes)
+                                                                  : nullptr;
+}
+
 PyObject* doConnect(PyObject*, PyObject* arguments) {
     PyObject* source = nullptr;
     PyObject* methods = nullptr;
@@ -248,6 +255,7 @@ PyMethodDef functions[] = {{"load", doLoad, METH_O, nullptr},
                            {"id_of", doIdOf, METH_VARARGS, nullptr},
                            {"iterate", doIterate, METH_VARARGS, nullptr},
                            {"read_each", doReadEach, METH_VARARGS, nullptr},
+                           {"changes", doChanges, METH_O, nullptr},
                            {"connect", doConnect, METH_VARARGS, nullptr},
                            {"disconnect", doDisconnect, METH_VARARGS, nullptr},
                            {"class_at", doClassAt, METH_O, nullptr},

@@ -521,10 +521,7 @@ PyObject* wrap(vlgs_object* object) {
 
 namespace {
 
-/// Calls `visit` with each member, whose content it may take, until it answers false. False when it did, or
-/// when the enumeration fails.
-template <class Visit>
-bool forEachItem(vlgs_object* object, Visit&& visit) {
+bool keepItems(vlgs_object* object, std::vector<vlgs_value>& items) {
     Values enumerator(1);
     enumerator[0].type = VLGS_OBJECT;
     if (!succeeded(library.enumerate(object, &enumerator[0].as.object)))
@@ -536,17 +533,9 @@ bool forEachItem(vlgs_object* object, Visit&& visit) {
             return false;
         if (!more)
             return true;
-        if (!visit(item[0]))
-            return false;
+        items.push_back(item[0]);
+        item[0] = {};
     }
-}
-
-bool keepItems(vlgs_object* object, std::vector<vlgs_value>& items) {
-    return forEachItem(object, [&](vlgs_value& item) {
-        items.push_back(item);
-        item = {};
-        return true;
-    });
 }
 
 } // namespace
@@ -573,37 +562,17 @@ PyObject* iterate(PyObject* target, std::int32_t counting) {
 
 namespace {
 
-/// Reads a property of one object after the other; its number is looked up once for each class.
-class Reader {
-  public:
-    explicit Reader(const char* name) : name_(name) {}
-
-    bool append(PyObject* list, const vlgs_value& item) {
-        if (item.type != VLGS_OBJECT || !item.as.object) {
-            PyErr_SetString(PyExc_TypeError, "a member of the collection is no object");
-            return false;
+int appendTo(void* list, vlgs_value* values, std::size_t count) {
+    const bool done = guarded([&] {
+        for (std::size_t i = 0; i < count; ++i) {
+            const Reference taken(take(values[i]));
+            if (!taken || PyList_Append(static_cast<PyObject*>(list), taken.get()) < 0)
+                return false;
         }
-        Values value(1);
-        if (!know(item.as.object) || !succeeded(library.invoke(item.as.object, number_, reading, nullptr, 0,
-                                                               nullptr, 0, value.data())))
-            return false;
-        const Reference taken(take(value[0]));
-        return taken && PyList_Append(list, taken.get()) == 0;
-    }
-
-  private:
-    bool know(vlgs_object* object) {
-        const vlgs_class* const cls = library.classOf(object);
-        if (cls && cls == class_)
-            return true;
-        class_ = cls;
-        return succeeded(library.idOf(object, name_, &number_));
-    }
-
-    const char* name_;
-    const vlgs_class* class_ = nullptr;
-    std::int32_t number_ = 0;
-};
+        return true;
+    });
+    return done ? VLGS_DONE : VLGS_RAISED;
+}
 
 } // namespace
 
@@ -613,10 +582,10 @@ PyObject* readEach(PyObject* target, const char* name) {
         return nullptr;
     const Inside inside(apartmentOf(target));
     Reference list(PyList_New(0));
-    Reader reader(name);
-    const bool done =
-        list && forEachItem(object, [&](const vlgs_value& item) { return reader.append(list.get(), item); });
-    return done ? list.release() : nullptr;
+    if (!list)
+        return nullptr;
+    const int status = library.readEach(object, name, appendTo, list.get());
+    return !PyErr_Occurred() && succeeded(status) ? list.release() : nullptr;
 }
 
 } // namespace vlgs::python

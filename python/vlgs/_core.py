@@ -15,6 +15,7 @@ environment variable VLGS_PURE is set). Both offer the same:
     iterate(target, count)  an iterator over the members as they are now; `count` is the number of the member that counts the members, or UNKNOWN_MEMBER
     read_each(target, name)
                             a list of what that property of each member of a collection is
+    changes(target)         a number that is another one once members of a collection were added or removed
     connect(source, methods), disconnect(source, connection)
     class_at(index), class_facts(cls), member(cls, index), parameter(cls, index, place), condition(cls, index, place),
     constant(index)

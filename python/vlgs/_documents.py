@@ -14,8 +14,25 @@ def _item(target, index):
     return Object.__getitem__(target, index)
 
 
+class _Names(Object):
+    """Keeps the names that it listed last."""
+
+    __slots__ = ("_listed",)
+
+    def _names(self, members):
+        changes = core.changes(members)
+        try:
+            known, then, names = self._listed
+        except AttributeError:
+            known = None
+        if known is None or known != members or then != changes:
+            names = core.read_each(members, "Name")
+            _Names._listed.__set__(self, (members, changes, names))
+        return names.copy()
+
+
 @with_protocols
-class INIFile(Object):
+class INIFile(_Names):
     """An INI document as a mapping of names to sections.
 
     for section in document              the sections in order
@@ -66,7 +83,7 @@ class INIFile(Object):
 
     def keys(self):
         """The names of the sections."""
-        return core.read_each(self.Sections, "Name")
+        return self._names(self.Sections)
 
     def values(self):
         """The sections."""
@@ -93,7 +110,7 @@ class INIFile(Object):
 
 
 @with_protocols
-class Property(Object):
+class Property(_Names):
     """A section as a mapping of names to keys, or a key, which equals its text."""
 
     __slots__ = ("_document",)
@@ -138,11 +155,11 @@ class Property(Object):
     def texts(self):
         """A dict of the keys' texts by their names."""
         keys = self._keys()
-        return dict(zip(core.read_each(keys, "Name"), core.read_each(keys, "Value")))
+        return dict(zip(self._names(keys), core.read_each(keys, "Value")))
 
     def keys(self):
         """The names of the section's keys."""
-        return core.read_each(self._keys(), "Name")
+        return self._names(self._keys())
 
     def values(self):
         """The section's keys."""

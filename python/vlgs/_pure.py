@@ -169,6 +169,8 @@ class Client(Structure):
     ]
 
 
+_VISIT = CFUNCTYPE(c_int, c_void_p, POINTER(Value), c_size_t)
+
 _FUNCTIONS = {
     "vlgs_version": (c_char_p,),
     "vlgs_unknown_settings": (c_char_p,),
@@ -204,6 +206,8 @@ _FUNCTIONS = {
     ),
     "vlgs_enumerate": (c_int, c_void_p, POINTER(c_void_p)),
     "vlgs_next": (c_int, c_void_p, POINTER(Value), POINTER(c_int)),
+    "vlgs_read_each": (c_int, c_void_p, c_char_p, _VISIT, c_void_p),
+    "vlgs_changes": (c_int, c_void_p, POINTER(c_uint64)),
     "vlgs_object_new": (c_int, POINTER(Client), c_void_p, POINTER(c_void_p)),
     "vlgs_connect": (c_int, c_void_p, c_void_p, POINTER(c_int32)),
     "vlgs_disconnect": (c_int, c_void_p, c_int32),
@@ -757,7 +761,28 @@ def _members(target):
 
 
 def read_each(target, name):
-    return [invoke(item, id_of(item, name), _READ, (), None) for item in iterate(target, _UNKNOWN_MEMBER)]
+    items, failures = [], []
+
+    def visit(_, values, count):
+        try:
+            items.extend(_take(values[i]) for i in range(count))
+        except BaseException as failure:
+            failures.append(failure)
+        return len(failures)
+
+    pointer = target._handle.use()
+    with target._handle.apartment:
+        status = _native.vlgs_read_each(pointer, _name(name), _VISIT(visit), None)
+    if failures:
+        raise failures[0]
+    _check(status)
+    return items
+
+
+def changes(target):
+    number = c_uint64()
+    _check(_native.vlgs_changes(target._handle.use(), byref(number)))
+    return number.value
 
 
 # ---- Descriptions ---------------------------------------------------------------------------------------

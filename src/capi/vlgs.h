@@ -189,6 +189,17 @@ int vlgs_invoke(vlgs_object* object, int32_t member, uint32_t kind, vlgs_value* 
 int vlgs_enumerate(vlgs_object* object, vlgs_object** enumerator);
 int vlgs_next(vlgs_object* enumerator, vlgs_value* item, int* more);
 
+/* Reads the same property of one member after the other: `visit` gets what it is, in order and in blocks, and
+ * VLGS_RAISED from it ends the reading. The values are its own until it returns, and are cleared then. Names
+ * and texts of a document's keys are read without making objects of the keys. Raises 451 for an object that
+ * has no members, 91 for a member that is no object, and what reading the property raises. */
+typedef int vlgs_visit(void* context, vlgs_value* values, size_t count);
+int vlgs_read_each(vlgs_object* object, const char* property, vlgs_visit* visit, void* context);
+
+/* A number that is another one once members were added or removed: as long as it stays the same, so do the
+ * members of a document, a section or a collection, and their names. 0 for an object that does not tell. */
+int vlgs_changes(vlgs_object* object, uint64_t* changes);
+
 /* An object of the caller's own. Each function gets `context`; those that return a status return VLGS_RAISED
  * after vlgs_set_error. */
 typedef struct vlgs_client {

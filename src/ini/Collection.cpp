@@ -53,7 +53,9 @@ Variant Collection::Item(const Variant& Index) {
 }
 
 std::int32_t Collection::Remove(const Variant& Index) try {
-    return numberOf(Store()->remove(Index));
+    const auto failure = Store()->remove(Index);
+    removals_ += !failure;
+    return numberOf(failure);
 } catch (const std::bad_alloc&) {
     return outOfMemory;
 }
@@ -87,6 +89,7 @@ const Ref<OrderedStore>& Collection::Store() {
 }
 
 void Collection::SetStore(Ref<OrderedStore> store) noexcept {
+    ++removals_;
     const Members gone = std::exchange(members_, std::move(store)); // may run code as it ends
 }
 
@@ -103,6 +106,37 @@ Property* Collection::property(std::u16string_view key) {
     }
     const auto& store = std::get<Ref<OrderedStore>>(members_);
     return store ? objectIn<Property>(store->withKey(key)) : nullptr;
+}
+
+// REQUIRES: there are no fresh members.
+Property* Collection::storedAt(std::uint32_t position) const noexcept {
+    const auto& store = *std::get_if<Ref<OrderedStore>>(&members_);
+    return store ? objectIn<Property>(store->at(static_cast<std::int32_t>(position) + 1)) : nullptr;
+}
+
+std::optional<String> Collection::nameAt(std::uint32_t position) {
+    if (const auto* names = fresh()) {
+        const auto place = names->at(position);
+        return place == FreshNames::none ? std::nullopt : std::optional(names->name(place).toString());
+    }
+    const auto* member = storedAt(position);
+    return member ? std::optional(member->name()) : std::nullopt;
+}
+
+std::optional<Variant> Collection::valueAt(std::uint32_t position) {
+    const Property* member = nullptr;
+    if (const auto* names = fresh()) {
+        const auto place = names->at(position);
+        if (place == FreshNames::none)
+            return std::nullopt;
+        const auto* keys = freshKeys();
+        member = keys ? keys->knownObject(place) : objectOf(place);
+        if (!member)
+            return Variant(keys->value(place).toString());
+    } else {
+        member = storedAt(position);
+    }
+    return member ? std::optional(member->value()) : std::nullopt;
 }
 
 FreshKeys* Collection::freshKeys() const noexcept {

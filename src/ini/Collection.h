@@ -99,6 +99,16 @@ class VLGS_API Collection final : public CountedComponent {
     Property* property(const Variant& index);
     Property* property(std::u16string_view key);
 
+    /// The name and the value of the member at a position from 0; nothing when that is no Property. No object
+    /// is made of a key only to be asked.
+    std::optional<String> nameAt(std::uint32_t position);
+    std::optional<Variant> valueAt(std::uint32_t position);
+
+    /// Another number, never 0, once members were added or removed; their names do not change.
+    std::uint64_t changes() const noexcept {
+        return (std::uint64_t{removals_} + 1) << 32 | static_cast<std::uint32_t>(Count());
+    }
+
     /// The members as they were read, null when they are something else.
     FreshKeys* freshKeys() const noexcept;
     FreshSections* freshSections() const noexcept;
@@ -118,8 +128,10 @@ class VLGS_API Collection final : public CountedComponent {
     const FreshNames* fresh() const noexcept;
     bool isUnused() const noexcept;
     std::optional<std::uint32_t> freshPlace(const Variant& index) const noexcept;
+    Property* storedAt(std::uint32_t position) const noexcept;
 
     Members members_;
+    std::uint32_t removals_ = 0; // additions show in the number of members
 };
 
 } // namespace vlgs

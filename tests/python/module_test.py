@@ -275,6 +275,24 @@ class MemberTest(Case):
             with self.assertRaises(KeyError):
                 del again["A"]
 
+    def test_names_are_those_of_now(self):
+        document = vlgs.Dispatch("VlGeneralServices.Files").CreateINIFile("a.ini")
+        document["A"] = {f"k{i}": str(i) for i in range(200)}
+        section = document["A"]
+        section.keys().clear()  # a list of the caller's own
+        self.assertEqual((len(section.keys()), section.texts()["k150"]), (200, "150"))
+        del section["k0"]  # and another in its place
+        document.CreateKey("A", "new", "x", 1)
+        self.assertEqual((section.keys()[:2], section.texts()["new"]), (["new", "k1"], "x"))
+        document.DeleteSection("A")
+        document["B"] = document["A"] = {"k": ""}
+        self.assertEqual((document.keys(), document["A"].keys(), len(section.keys())), (["B", "A"], ["k"], 200))
+        items = vlgs.Dispatch("VlGeneralServices.Collection")
+        items.Add(section)
+        self.assertEqual(vlgs._objects.core.read_each(items, "Name"), ["A"])
+        items.Add("no object", "x")
+        self.assertRaisesNumber(91, vlgs._objects.core.read_each, items, "Name")
+
     def test_collections_follow_python(self):
         items = vlgs.Dispatch("VlGeneralServices.Collection")
         for item in "ab":
