@@ -126,9 +126,9 @@ TEST_F(Paths, AreResolvedFromABaseThatNeedNotBeCurrent) {
         for (const bool checked : {true, false}) {
             if (!checked && relative == u"none.doc")
                 continue;
-            EXPECT_TRUE(
-                raises(messageError(code), "VlGeneralServices.modFiles.g_TranslateFromRelativePath", "",
-                       [&, &relative = relative, &base = base] { resolved(relative, base, false, checked); }))
+            EXPECT_TRUE(raises(messageError(code), "VlGeneralServices.modFiles.g_TranslateFromRelativePath",
+                               "",
+                               [&, &path = relative, &from = base] { resolved(path, from, false, checked); }))
                 << relative.toUtf8();
         }
     }
@@ -139,9 +139,10 @@ TEST_F(Paths, AnAbsolutePathIsToldOfByItsForm) {
     const Setting language("VLGS_LOCALE", "en-US");
     for (const auto& [path, form] :
          {std::pair{u"\\\\srv\\data", "network (UNC)"}, {u"C:\\x", "standard (drive letter)"}})
-        EXPECT_EQ(
-            raised([&, &path = path] { files_->TranslateFromRelativePath(path, u"C:\\", true); }).description,
-            std::string("The path is not a relative path.\r\nThe path is in ") + form + " format.");
+        EXPECT_EQ(raised([&, &given = path] {
+                      files_->TranslateFromRelativePath(given, u"C:\\", true);
+                  }).description,
+                  std::string("The path is not a relative path.\r\nThe path is in ") + form + " format.");
 }
 
 TEST_F(Paths, LeadFromABaseToAnother) {
@@ -164,7 +165,7 @@ TEST_F(Paths, LeadFromABaseToAnother) {
          {std::tuple<String, String, int>{u"C:\\x", u"M:\\Proj", 11550}, {u"C:\\x", u"M:\\none", 11532}}) {
         EXPECT_TRUE(
             raises(messageError(code), "VlGeneralServices.modFiles.g_TranslateToRelativePath", "",
-                   [&, &input = input, &base = base] { files_->TranslateToRelativePath(input, base); }));
+                   [&, &path = input, &from = base] { files_->TranslateToRelativePath(path, from); }));
     }
 }
 

@@ -152,7 +152,7 @@ TEST(CSVToVariant, RoomGrowsOnlyWhereADigitNeedsIt) {
         {u"1,2", 2147483647, 0},
     };
     for (const auto& [keys, chunk, failure] : cases)
-        EXPECT_EQ(errorOf([&, &keys = keys, &chunk = chunk] { g_CSVToVariant(keys, u",", chunk); }), failure)
+        EXPECT_EQ(errorOf([&, &list = keys, &part = chunk] { g_CSVToVariant(list, u",", part); }), failure)
             << String(keys).toUtf8() << " by " << chunk;
 }
 

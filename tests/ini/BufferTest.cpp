@@ -86,7 +86,7 @@ TEST(Buffer, RefusesWhatHasNoElementsToStore) {
         {null, 94},   {Array::ofVariants({u"kept", null}), 94},
     };
     for (const auto& [data, number] : cases)
-        EXPECT_EQ(errorOf([&, &data = data] { make<Buffer>()->PutData(data, u","); }), number);
+        EXPECT_EQ(errorOf([&, &given = data] { make<Buffer>()->PutData(given, u","); }), number);
 }
 
 TEST(Buffer, SplitsAtTheDelimiterInAnyCase) {

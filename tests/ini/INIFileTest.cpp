@@ -75,8 +75,8 @@ TEST(INIFile, PlacesNewMembersBeforeAndAfterOthers) {
 
     for (const auto& [before, after, number] :
          {std::tuple<Variant, Variant, int>{u"none", missing, 5}, {1, 1, 5}, {9, missing, 5}}) {
-        EXPECT_TRUE(raises(number, "", "", [&, &before = before, &after = after] {
-            document->CreateSection(u"D", before, after);
+        EXPECT_TRUE(raises(number, "", "", [&, &first = before, &second = after] {
+            document->CreateSection(u"D", first, second);
         }));
         const auto key = document->CreateKey(u"B", u"lost", u"v", before, after);
         EXPECT_EQ(key->Value(), Variant(u"v"));

@@ -22,7 +22,7 @@ TEST(INIText, OfAFileThatCannotBeReadIsRefused) {
                                                     {u"/dev/zero", "Permission denied"},
                                                     {scratch.path("endless"), "Out of memory"}};
     for (const auto& [path, cause] : cases) {
-        const auto error = raised([&path = path] { documentFrom(path); });
+        const auto error = raised([&file = path] { documentFrom(file); });
         EXPECT_EQ(error.number, messageError(11513));
         EXPECT_EQ(error.source, "VlGeneralServices.modFiles.g_RetrieveINIFile");
         EXPECT_NE(error.description.find(cause), std::string::npos) << error.description;
