@@ -58,7 +58,7 @@ clang_version() {
 need_compiler() { need g++ cmake ninja-build; }
 need_build() { need g++ cmake ninja-build python3-dev libgtest-dev; }
 # What the tests take besides.
-need_tests() { need mypy python3-venv jq libedit2 unixodbc unixodbc-dev libsqliteodbc pkg-config; }
+need_tests() { need mypy python3-venv jq zsh fish libedit2 unixodbc unixodbc-dev libsqliteodbc pkg-config; }
 
 # Passes a build's lines on to a log and, on a terminal, tells how far it is: `[12/345]`.
 log_of_build() {

@@ -7,6 +7,7 @@ import os
 import pathlib
 import re
 import shlex
+import shutil
 import struct
 import subprocess
 import tempfile
@@ -217,12 +218,36 @@ class CommandLineTest(unittest.TestCase):
         described = [json.loads(vlgs("describe", "--json", each["name"])[1]) for each in classes]
         given = {member["type"] for each in described for member in each["members"]}
         self.assertEqual([each for each in classes if not each["creatable"] and each["name"] not in given], [])
-        for words, names in (("call Files.Retr", "Files.RetrieveINIFile"), ("call Files x .Sections", ".Sections"), ("lock t", "take"),
-                             ("ini get --j", "--json"), ("reg add K /d", "/d"), ("completion f", "fish")):
-            script = vlgs("completion", "bash")[1] + f"COMP_WORDS=(vlgs {words}); COMP_CWORD=$((${{#COMP_WORDS[@]}} - 1)); _vlgs"
-            done = subprocess.run(["bash", "-c", script + "; echo ${COMPREPLY[0]}"], capture_output=True)
-            self.assertEqual(done.stdout.decode(), names + "\n", done.stderr)
         self.assertRegex(vlgs("manual")[1], r"(?s)\.SH COMMANDS.*vlgs ini get \[\\-\\-json\].*\.SH CLASSES.*\.B GUID\n")
+
+    def test_completion(self):
+        with tempfile.TemporaryDirectory() as folder:
+            file, registry = os.path.join(folder, "a.ini"), {"VLGS_REGISTRY": folder}
+            pathlib.Path(file).write_text("[My Section]\nSize=1\n[Other]\nx=1\n")
+            vlgs("reg", "add", r"HKCU\Software\Demo App", "/v", "Path", **registry)
+            for words, names in (
+                ("call files.retrievei", "files.RetrieveINIFile"), ("call Files.RetrieveINIFile x .sectionc", ".SectionCount"), ("lock t", "take"),
+                ("call Files.RetrieveINIFile sp", "sPath="), ("describe guid.ge", "GUID.GenerateGUID"), ("call re", "RegUtil."),
+                ("ini get --j", "--json"), ("reg add K /d", "/d"), ("completion f", "fish"), ("ini get a", ""),
+                (f"ini get --default = x {file} 'my", "My Section"), (f"ini delete {file} my\\ section s", "Size"),
+                (f"ini set {file} o", "Other."), (f"ini set {file} y=1 OTHER.x=2 other.X", "Other.x="),
+                ("reg query hkc", "HKCC\\"), ("reg query 'hkcu\\SOFTWARE\\d", "hkcu\\SOFTWARE\\Demo App"),
+                ("reg query 'HKCU\\Software\\Demo App' /v p", "Path"), ("reg add K /v n /t reg_q", "REG_QWORD"), ("ini get /none ", ""),
+            ):
+                with self.subTest(words=words):  # the words as bash holds them
+                    cut = re.findall(r"(?:\\.|'[^']*'?|[^ '\\])+|(?<= )$", "vlgs " + words)
+                    script = vlgs("completion", "bash")[1] + "COMP_WORDS=(" + " ".join(map(shlex.quote, cut)) + ")\n"
+                    script += f"COMP_CWORD={len(cut) - 1}; _vlgs '{os.environ['VLGS_TOOL']}'; echo \"${{COMPREPLY[0]}}\""
+                    done = subprocess.run(["bash", "-c", script], capture_output=True, env=os.environ | registry)
+                    self.assertEqual(done.stdout.decode(), names + "\n", done.stderr)
+                    plain = [shlex.split(word + "'" * (word.count("'") % 2))[0] if word else "" for word in cut[1:]]
+                    if "=" not in plain:
+                        for shell in "zsh", "fish":
+                            self.assertEqual(vlgs("completion", shell, "--", *plain, **registry)[1].partition("\n")[0], names)
+        for shell in "bash", "zsh", "fish":
+            if shutil.which(shell):
+                done = subprocess.run([shell, "-n"], input=vlgs("completion", shell)[1].encode(), capture_output=True)
+                self.assertEqual((done.returncode, done.stderr), (0, b""))
 
     def test_the_reference_is_the_committed_one(self):
         pages = {"README.md": vlgs("describe", "--markdown")[1]}

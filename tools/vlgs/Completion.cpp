@@ -1,13 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include "Completion.h"
 
+#include "CommandWords.h"
 #include "Misuse.h"
-#include "library/Classes.h"
 
 #include <algorithm>
-#include <map>
 #include <ostream>
-#include <set>
 #include <string>
 #include <vector>
 
@@ -15,152 +13,101 @@ namespace vlgs::cli {
 
 namespace {
 
-using Names = std::set<std::string, std::less<>>;
+// The scripts ask the program itself for what the word at the cursor can be, and offer files when that is
+// nothing. Behind names that end with ".", "=" or "\" the same word goes on.
 
-/// What can stand behind "ini", the next words and options, and behind "ini get", options.
-struct Grammar {
-    Names commands;
-    std::map<std::string, Names> next;
-    std::map<std::string, Names> options;
-};
+constexpr std::string_view forBash = R"(_vlgs() {
+    local IFS=$'\n'
+    COMPREPLY=($("$1" completion bash -- "${COMP_WORDS[@]:1:COMP_CWORD}" 2>/dev/null))
+    [[ ${COMPREPLY[*]} != *[\ \\\'\"\$\`]* ]] || compopt -o filenames
+    [[ ${COMPREPLY-} != *[.=\\] ]] || compopt -o nospace
+}
+complete -o default -F _vlgs vlgs
+)";
 
-std::vector<std::string> split(std::string_view text, std::string_view separators) {
-    std::vector<std::string> result;
-    while (!text.empty()) {
-        const auto end = std::min(text.find_first_of(separators), text.size());
-        if (end > 0)
-            result.emplace_back(text.substr(0, end));
-        text.remove_prefix(std::min(end + 1, text.size()));
+constexpr std::string_view forZsh = R"(#compdef vlgs
+_vlgs() {
+    local word=$PREFIX
+    local -a found open
+    [[ -n $compstate[quote] ]] || word=${(Q)PREFIX}
+    found=("${(@f)$("${(Q)words[1]}" completion zsh -- "${(@Q)words[2,CURRENT-1]}" "$word" 2>/dev/null)}")
+    found=(${found:#})
+    (( $#found )) || { _files && return; return 1 }
+    open=(${(M)found:#*[.=\\]})
+    found=(${found:#*[.=\\]})
+    (( ! $#open )) || compadd -U -S '' -a open
+    (( ! $#found )) || compadd -U -a found
+}
+if [ "$funcstack[1]" = _vlgs ]; then _vlgs; else compdef _vlgs vlgs; fi
+)";
+
+constexpr std::string_view forFish = R"(function __vlgs_find
+    set -l words (commandline -opc)
+    set -l program $words[1]
+    set -e words[1]
+    set -l typed (commandline -ct)
+    set -l word (string unescape -- $typed; or string trim --left --chars \'\" -- $typed)
+    set -g __vlgs_found ($program completion fish -- $words "$word" 2>/dev/null)
+    test -n "$__vlgs_found"
+end
+complete -c vlgs -n __vlgs_find -f -a '$__vlgs_found'
+)";
+
+// What a word of bash means: quotes and backslashes are still in it, and the last quote may be missing.
+std::string unquoted(std::string_view word) {
+    std::string result;
+    char quote = 0;
+    for (std::size_t i = 0; i < word.size(); ++i) {
+        const char c = word[i];
+        const bool escapes = c == '\\' && quote != '\'' && i + 1 < word.size() &&
+                             (quote == 0 || std::string_view("\"\\$`").find(word[i + 1]) != word.npos);
+        if (escapes)
+            result += word[++i];
+        else if (quote == 0 && (c == '\'' || c == '"'))
+            quote = c;
+        else if (c == quote && quote != 0)
+            quote = 0;
+        else
+            result += c;
     }
     return result;
 }
 
-/// Takes the words of a form behind "vlgs": "ini get [--json] [--default=TEXT] FILE SECTION [KEY]".
-void takeForm(Grammar& grammar, const std::vector<std::string>& words) {
-    const auto isWord = [](char c) { return (c >= 'a' && c <= 'z') || c == '|'; };
-    const auto& command = words.front();
-    std::string place = command;
-    for (std::size_t i = 1; i < words.size(); ++i) {
-        const auto& word = words[i];
-        if ((word.starts_with("--") && word.size() > 2) || (word.starts_with("/") && word.size() > 1)) {
-            grammar.options[place].insert(
-                word.substr(0, word.find('=') == word.npos ? word.npos : word.find('=') + 1));
-        } else if (i == 1 && std::ranges::all_of(word, isWord)) {
-            const auto choices = split(word, "|");
-            grammar.next[command].insert(choices.begin(), choices.end());
-            if (choices.size() == 1)
-                place += " " + word;
-        }
+// Bash cuts words at "=" and ":".
+std::vector<std::string> wordsOfBash(std::span<const std::string_view> cut) {
+    std::vector<std::string> words;
+    bool goesOn = false;
+    for (const auto piece : cut) {
+        const bool isCut = piece == "=" || piece == ":";
+        if ((isCut || goesOn) && !words.empty())
+            words.back() += unquoted(piece);
+        else
+            words.push_back(unquoted(piece));
+        goesOn = isCut;
     }
-}
-
-Grammar grammarOf(std::span<const Command> commands) {
-    Grammar grammar;
-    for (const auto& command : commands) {
-        grammar.commands.emplace(command.name);
-        std::vector<std::string> form;
-        for (const auto& line : split(command.usage, "\n")) {
-            auto words = split(line, " []");
-            if (line.starts_with(" ")) {
-                form.insert(form.end(), words.begin(), words.end());
-                continue;
-            }
-            if (!form.empty())
-                takeForm(grammar, form);
-            form.assign(words.begin() + 1, words.end());
-        }
-        takeForm(grammar, form);
-    }
-    grammar.next["help"] = grammar.commands;
-    return grammar;
-}
-
-std::string joined(const Names& names) {
-    std::string list;
-    for (const auto& name : names)
-        list += (list.empty() ? "" : " ") + name;
-    return list;
-}
-
-/// The names of all members behind "CLASS." or, with `steps`, behind ".".
-Names memberNames(bool steps) {
-    Names names;
-    for (const auto* info : classes())
-        for (const auto& member : info->members())
-            if (!member.hidden)
-                names.insert((steps ? "" : std::string(info->name())) + "." + std::string(member.name));
-    return names;
-}
-
-Names describedNames() {
-    Names names = memberNames(false);
-    for (const auto* info : classes())
-        names.emplace(info->name());
-    return names;
-}
-
-/// The part that bash and zsh have in common: sets `names` by $at, the place of the word, $command and $next,
-/// the words behind "vlgs", and $word.
-void writeCases(std::ostream& out, const Grammar& grammar) {
-    out << "    case \"$at $command $next\" in\n    \"1 \"*) names='" << joined(grammar.commands) << "' ;;\n"
-        << "    \"2 call \"*) names='--json " << joined(memberNames(false)) << "' ;;\n"
-        << "    *\" call \"*) [[ $word != .* ]] || names='" << joined(memberNames(true)) << "' ;;\n"
-        << "    \"2 describe \"*) names='--json --markdown " << joined(describedNames()) << "' ;;\n";
-    for (const auto& [command, names] : grammar.next)
-        out << "    \"2 " << command << " \"*) names='" << joined(names) << "' ;;\n";
-    for (const auto& [place, names] : grammar.options)
-        out << "    *\" " << place << " \"*) [[ $word != [-/]* ]] || names='" << joined(names) << "' ;;\n";
-    out << "    esac\n";
-}
-
-void writeForBash(std::ostream& out, const Grammar& grammar) {
-    out << "_vlgs() {\n    local names= at=$COMP_CWORD command=${COMP_WORDS[1]} next=\"${COMP_WORDS[2]} \"\n"
-           "    local word=${COMP_WORDS[COMP_CWORD]}\n";
-    writeCases(out, grammar);
-    out << "    COMPREPLY=($(compgen -W \"$names\" -- \"$word\"))\n"
-           "    [[ ${COMPREPLY-} != *= ]] || compopt -o nospace\n}\n"
-           "complete -o default -F _vlgs vlgs\n";
-}
-
-void writeForZsh(std::ostream& out, const Grammar& grammar) {
-    out << "#compdef vlgs\n_vlgs() {\n"
-           "    local names= at=$((CURRENT - 1)) command=$words[2] next=\"$words[3] \" "
-           "word=$words[CURRENT]\n";
-    writeCases(out, grammar);
-    out << "    compadd -- ${=names} || _files\n}\n"
-           "if [ \"$funcstack[1]\" = _vlgs ]; then _vlgs; else compdef _vlgs vlgs; fi\n";
-}
-
-void writeForFish(std::ostream& out, const Grammar& grammar) {
-    const auto write = [&](const std::string& condition, const Names& names, bool files) {
-        out << "complete -c vlgs -n '" << condition << (files ? "' -a '" : "' -f -a '") << joined(names)
-            << "'\n";
-    };
-    const auto seen = [](const std::string& words) { return "__fish_seen_subcommand_from " + words; };
-    write("__fish_use_subcommand", grammar.commands, false);
-    write(seen("call"), memberNames(false), true);
-    write(seen("call") + "; and string match -q \".*\" -- (commandline -ct)", memberNames(true), true);
-    write(seen("describe"), describedNames(), false);
-    for (const auto& [command, names] : grammar.next)
-        write(seen(command) + "; and not " + seen(joined(names)), names, false);
-    for (const auto& [place, names] : grammar.options) {
-        const auto words = split(place, " ");
-        write(seen(words.front()) + (words.size() > 1 ? "; and " + seen(words.back()) : ""), names, true);
-    }
+    return words;
 }
 
 } // namespace
 
-void writeCompletion(std::ostream& out, std::string_view shell, std::span<const Command> commands) {
-    const auto grammar = grammarOf(commands);
-    if (shell == "bash")
-        writeForBash(out, grammar);
-    else if (shell == "zsh")
-        writeForZsh(out, grammar);
-    else if (shell == "fish")
-        writeForFish(out, grammar);
-    else
-        throw Misuse("completion is made for bash, zsh and fish");
+void writeCompletion(std::ostream& out, std::span<const std::string_view> words,
+                     std::span<const Command> commands) {
+    struct Shell {
+        std::string_view name, script;
+    };
+    static constexpr Shell shells[] = {{"bash", forBash}, {"zsh", forZsh}, {"fish", forFish}};
+    const auto shell = std::ranges::find(shells, words.empty() ? std::string_view() : words[0], &Shell::name);
+    if (shell == std::end(shells) || (words.size() > 1 && words[1] != "--"))
+        throw Misuse("completion needs the name of a shell: bash, zsh or fish");
+    if (words.size() == 1) {
+        out << shell->script;
+        return;
+    }
+    const auto given = words.subspan(2);
+    const auto typed =
+        shell->name == "bash" ? wordsOfBash(given) : std::vector<std::string>(given.begin(), given.end());
+    for (const auto& name : commandWords(commands, typed))
+        out << name << '\n';
 }
 
 } // namespace vlgs::cli

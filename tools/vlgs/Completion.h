@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Completion for shells, made from the commands' usage and the descriptions: `vlgs completion bash|zsh|fish`.
+// Completion for shells, `vlgs completion bash|zsh|fish`.
 #pragma once
 
 #include "Command.h"
@@ -8,8 +8,9 @@
 
 namespace vlgs::cli {
 
-/// Writes the script for a shell. It completes commands, what stands behind them, options, classes and
-/// members, and files elsewhere. Misuse for another shell.
-void writeCompletion(std::ostream& out, std::string_view shell, std::span<const Command> commands);
+/// Writes the script of the shell that the first word names; with "--" and words behind it, what the last of
+/// those can become, a line each. Misuse for another shell.
+void writeCompletion(std::ostream& out, std::span<const std::string_view> words,
+                     std::span<const Command> commands);
 
 } // namespace vlgs::cli

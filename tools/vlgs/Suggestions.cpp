@@ -2,11 +2,9 @@
 #include "Suggestions.h"
 
 #include "CallArguments.h"
+#include "Candidates.h"
 #include "HostText.h"
-#include "base/CaseFold.h"
 #include "library/Classes.h"
-
-#include <set>
 
 namespace vlgs::cli {
 
@@ -69,40 +67,27 @@ Known knownAfter(std::span<const ChainWord> before, const Variables& variables) 
     return open.back();
 }
 
-class Candidates {
-  public:
-    explicit Candidates(std::string_view word) : word_(word) {}
+/// The members of a class, or of all where it is not known.
+void offerMembers(Candidates& candidates, std::string_view before, const ClassInfo* type) {
+    if (!type)
+        for (const auto* each : classes())
+            offerMembers(candidates, before, each);
+    else
+        for (const auto& member : type->members())
+            if (!member.hidden)
+                candidates.offer(std::string(before) + std::string(member.name));
+}
 
-    void offer(const std::string& name) {
-        if (equalIgnoringCase(std::string_view(name).substr(0, word_.size()), word_))
-            found_.insert(name);
-    }
-    /// The members of a class, or of all where it is not known.
-    void offerMembers(std::string_view before, const ClassInfo* type) {
-        if (!type)
-            for (const auto* each : classes())
-                offerMembers(before, each);
-        else
-            for (const auto& member : type->members())
-                if (!member.hidden)
-                    offer(std::string(before) + std::string(member.name));
-    }
-    /// Names of parameters, and what those of enumerations can be.
-    void offerArguments(const MemberRows& member) {
-        for (const auto* row : member)
-            for (const auto& parameter : row->parameters) {
-                offer(std::string(parameter.name) + "=");
-                if (parameter.type.enumeration)
-                    for (const auto& each : parameter.type.enumeration->members)
-                        offer(std::string(each.name));
-            }
-    }
-    std::vector<std::string> found() const { return {found_.begin(), found_.end()}; }
-
-  private:
-    std::string_view word_;
-    std::set<std::string> found_;
-};
+/// Names of parameters, and what those of enumerations can be.
+void offerArguments(Candidates& candidates, const MemberRows& member) {
+    for (const auto* row : member)
+        for (const auto& parameter : row->parameters) {
+            candidates.offer(std::string(parameter.name) + "=");
+            if (parameter.type.enumeration)
+                for (const auto& each : parameter.type.enumeration->members)
+                    candidates.offer(std::string(each.name));
+        }
+}
 
 } // namespace
 
@@ -116,14 +101,14 @@ std::vector<std::string> suggestions(std::span<const ChainWord> before, std::str
             candidates.offer("$" + name);
     } else if (known.begun) {
         if (word.starts_with(".."))
-            candidates.offerMembers("..", known.holder);
+            offerMembers(candidates, "..", known.holder);
         else if (word.starts_with("."))
-            candidates.offerMembers(".", known.given);
+            offerMembers(candidates, ".", known.given);
         else if (!word.empty())
-            candidates.offerArguments(known.member);
+            offerArguments(candidates, known.member);
     } else if (dot != word.npos) {
         if (const auto* type = typeOf(word.substr(0, dot), variables))
-            candidates.offerMembers(word.substr(0, dot + 1), type);
+            offerMembers(candidates, word.substr(0, dot + 1), type);
     } else {
         for (const auto* type : classes())
             if (type->header().creatable)

@@ -132,9 +132,7 @@ const Command& commandNamed(std::string_view name) {
 }
 
 int completion(std::span<const std::string_view> words) {
-    if (words.size() != 1)
-        throw Misuse("completion needs the name of a shell");
-    writeCompletion(std::cout, words.front(), commands);
+    writeCompletion(std::cout, words, commands);
     return 0;
 }
 
