@@ -64,8 +64,8 @@ BENCHMARK(typedRead);
 
 void readByName(State& state) {
     const Ref<Object> bed = make<TestBed>();
-    measure(state,
-            [&] { benchmark::DoNotOptimize(callMember(bed, u"Number", InvokeKind::PropertyGet, {})); });
+    constexpr std::u16string_view number = u"Number";
+    measure(state, [&] { benchmark::DoNotOptimize(callMember(bed, number, InvokeKind::PropertyGet, {})); });
 }
 BENCHMARK(readByName);
 
@@ -124,8 +124,9 @@ BENCHMARK(echoByName);
 void fourArgumentsByName(State& state) {
     const Ref<Object> bed = make<TestBed>();
     Variant arguments[] = {7, u"text", 2.5, 3};
-    measure(state,
-            [&] { benchmark::DoNotOptimize(callMember(bed, u"Weigh", InvokeKind::MethodOrGet, arguments)); });
+    measure(state, [&] {
+        benchmark::DoNotOptimize(callMember(bed, u"Weigh", InvokeKind::MethodOrGet, {arguments}));
+    });
 }
 BENCHMARK(fourArgumentsByName);
 

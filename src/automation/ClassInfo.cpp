@@ -89,6 +89,13 @@ class Placement {
     std::array<std::uint8_t, ClassInfo::maximumParameters> argument_;
 };
 
+/// Not inlined, so that calls need no frame for it.
+template <class... Asked>
+[[noreturn, gnu::noinline]] void throwNoSuchMember(const ClassInfo& type, const Arguments& arguments,
+                                                   Asked... asked) {
+    throw noSuchMember(type, asked...).in(arguments);
+}
+
 /// Counts the default members on the calling thread's stack, the ones of callers' own objects between them
 /// included.
 class DefaultMemberStep {
@@ -205,17 +212,18 @@ inline Variant ClassInfo::invoke(Object& self, const MemberInfo& member, InvokeK
 Variant ClassInfo::invoke(Object& self, DispatchId id, InvokeKind kind, const Arguments& arguments) const {
     if (const MemberInfo* member = find(id, kind))
         return invoke(self, *member, kind, arguments);
-    throw noSuchMember(*this, id, kind).in(arguments);
+    throwNoSuchMember(*this, arguments, id, kind);
 }
 
 Variant ClassInfo::invoke(Object& self, std::u16string_view name, InvokeKind kind,
                           const Arguments& arguments) const {
     const auto index = names_->find(name);
     if (index == NameTable::none)
-        throw noSuchMember(*this, name).in(arguments);
-    const MemberInfo& first = members_[index]; // of that name
-    return covers(kind, first.kind) ? invoke(self, first, kind, arguments)
-                                    : invoke(self, first.id, kind, arguments);
+        throwNoSuchMember(*this, arguments, name);
+    const MemberInfo* member = &members_[index]; // the first one of that name
+    if (!covers(kind, member->kind))
+        return invoke(self, member->id, kind, arguments);
+    return invoke(self, *member, kind, arguments);
 }
 
 } // namespace vlgs

@@ -10,6 +10,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cstring>
 #include <optional>
 #include <string>
 
@@ -189,47 +190,52 @@ class Output {
     std::u16string long_;
 };
 
-// The number behind a token that always has the same width, and that width; 0 for any other token.
-struct FixedNumber {
-    int DateParts::*value;
-    std::size_t width;
+// The pairs of digits that numbers of fixed width are made of.
+enum DigitPair : std::size_t { Century, YearOfCentury, Month, Day, Hour, Minute, Second };
+
+struct DigitPairs {
+    DigitPair first = Century;
+    std::size_t count = 0; // 0 for a token that is no such number
 };
-FixedNumber fixedNumber(DateToken token) {
+DigitPairs digitPairs(DateToken token) {
     switch (token) {
     case DateToken::Year4:
-        return {&DateParts::year, 4};
+        return {Century, 2};
+    case DateToken::Year2:
+        return {YearOfCentury, 1};
     case DateToken::Month2:
-        return {&DateParts::month, 2};
+        return {Month, 1};
     case DateToken::Day2:
-        return {&DateParts::day, 2};
+        return {Day, 1};
     case DateToken::Hour2:
-        return {&DateParts::hour, 2};
+        return {Hour, 1};
     case DateToken::Minute2:
-        return {&DateParts::minute, 2};
+        return {Minute, 1};
     case DateToken::Second2:
-        return {&DateParts::second, 2};
+        return {Second, 1};
     default:
-        return {nullptr, 0};
+        return {};
     }
 }
 
-// Writes a text whose length is known, such as every universal timestamp.
+// "00" to "99", one behind the other.
+constexpr auto allDigitPairs = [] {
+    std::array<char16_t, 200> digits{};
+    for (std::size_t i = 0; i < 100; ++i) {
+        digits[2 * i] = static_cast<char16_t>(u'0' + i / 10);
+        digits[2 * i + 1] = static_cast<char16_t>(u'0' + i % 10);
+    }
+    return digits;
+}();
+
+// Fills the gaps of a layout, such as that of every universal timestamp.
 String formatFixed(const DateParts& parts, const DatePattern& pattern) {
-    return String::build(pattern.fixedLength(), [&](char16_t* to) {
-        const auto twoDigits = [&](int value) {
-            *to++ = static_cast<char16_t>(u'0' + value / 10);
-            *to++ = static_cast<char16_t>(u'0' + value % 10);
-        };
-        for (const auto& [token, text] : pattern.pieces()) {
-            if (token == DateToken::Literal) {
-                to = std::copy(text.begin(), text.end(), to);
-                continue;
-            }
-            const auto [value, width] = fixedNumber(token);
-            if (width == 4)
-                twoDigits(parts.*value / 100);
-            twoDigits(parts.*value % 100);
-        }
+    const int numbers[] = {parts.year / 100, parts.year % 100, parts.month, parts.day,
+                           parts.hour,       parts.minute,     parts.second};
+    return String::build(pattern.layout().size(), [&](char16_t* to) {
+        pattern.layout().copy(to, pattern.layout().size());
+        for (const auto [pair, at] : pattern.digits())
+            std::memcpy(to + at, &allDigitPairs[static_cast<std::size_t>(2 * numbers[pair])], 2 * sizeof *to);
     });
 }
 
@@ -463,15 +469,24 @@ DatePattern::DatePattern(std::u16string_view pattern) {
         pieces_.push_back({scan.token(), scan.text()});
         hasDesignator_ |= scan.token() >= DateToken::AmPmFull && scan.token() <= DateToken::AmPmLocale;
     }
-    const auto widthOf = [](const Piece& piece) {
-        return piece.token == DateToken::Literal ? piece.text.size() : fixedNumber(piece.token).width;
-    };
     const auto isFixed = [](const Piece& piece) {
-        return piece.token == DateToken::Literal || fixedNumber(piece.token).width > 0;
+        return piece.token == DateToken::Literal || digitPairs(piece.token).count > 0;
     };
-    if (!hasDesignator_ && std::ranges::all_of(pieces_, isFixed))
+    if (std::ranges::all_of(pieces_, isFixed))
         for (const Piece& piece : pieces_)
-            fixedLength_ += widthOf(piece);
+            lay(piece);
+}
+
+void DatePattern::lay(const Piece& piece) {
+    if (piece.token == DateToken::Literal) {
+        layout_ += piece.text;
+        return;
+    }
+    const auto [first, count] = digitPairs(piece.token);
+    for (std::size_t i = 0; i < count; ++i) {
+        digits_.push_back({first + i, layout_.size()});
+        layout_ += u"00";
+    }
 }
 
 String formatDate(Date date, std::u16string_view pattern, FirstDayOfWeek firstDay,
@@ -480,7 +495,7 @@ String formatDate(Date date, std::u16string_view pattern, FirstDayOfWeek firstDa
 }
 
 String formatDate(Date date, const DatePattern& pattern, FirstDayOfWeek firstDay, FirstWeekOfYear firstWeek) {
-    if (pattern.fixedLength() > 0)
+    if (!pattern.layout().empty())
         return formatFixed(partsOf(date), pattern);
     return Formatter(date, firstDay, firstWeek).format(pattern);
 }

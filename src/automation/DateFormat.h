@@ -5,6 +5,7 @@
 #include "automation/Variant.h"
 #include "platform/Locale.h"
 
+#include <string>
 #include <vector>
 
 namespace vlgs {
@@ -30,14 +31,24 @@ class DatePattern {
     const std::vector<Piece>& pieces() const noexcept { return pieces_; }
     /// Hours count to 12, since there is a designator.
     bool hasDesignator() const noexcept { return hasDesignator_; }
-    /// The length of every text by this pattern, when it has but literal text and numbers of fixed width;
-    /// else 0.
-    std::size_t fixedLength() const noexcept { return fixedLength_; }
+
+    /// Two digits of the year, month, day, hour, minute or second: which ones, and where in the text.
+    struct Digits {
+        std::size_t pair;
+        std::size_t at;
+    };
+    /// What all texts by this pattern have in common, with a gap for each of `digits()`; empty unless the
+    /// pattern has but literal text and numbers of fixed width.
+    std::u16string_view layout() const noexcept { return layout_; }
+    const std::vector<Digits>& digits() const noexcept { return digits_; }
 
   private:
+    void lay(const Piece& piece);
+
     std::vector<Piece> pieces_;
     bool hasDesignator_ = false;
-    std::size_t fixedLength_ = 0;
+    std::u16string layout_;
+    std::vector<Digits> digits_;
 };
 
 /// The moment by a pattern, in the user's locale. Letters may have either case.

@@ -74,7 +74,7 @@ template <class... Values>
 void write(const Ref<Object>& holder, std::u16string_view name, const Values&... values) {
     Variant arguments[] = {Variant(values)...};
     const bool isObject = arguments[sizeof...(Values) - 1].is(VarType::Object);
-    callMember(holder, name, isObject ? InvokeKind::PropertyPutRef : InvokeKind::PropertyPut, arguments);
+    callMember(holder, name, isObject ? InvokeKind::PropertyPutRef : InvokeKind::PropertyPut, {arguments});
 }
 
 ArrayOf<Variant> variantsOf(const Variant& array) {

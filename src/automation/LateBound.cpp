@@ -7,15 +7,15 @@
 namespace vlgs {
 
 Variant callMember(const Ref<Object>& object, std::u16string_view name, InvokeKind kind,
-                   std::span<Variant> arguments) {
+                   const Arguments& arguments) {
     if (!object)
         raise(RunTimeError::ObjectVariableNotSet);
     if (const ClassInfo* info = object->classInfo())
-        return info->invoke(*object, name, kind, {arguments});
+        return info->invoke(*object, name, kind, arguments);
     const DispatchId member = object->idOf(name);
     if (member == unknownMember)
         raise(RunTimeError::NoSuchMember);
-    return object->invoke(member, kind, {arguments});
+    return object->invoke(member, kind, arguments);
 }
 
 Ref<Enumerator> enumerate(const Ref<Object>& object) {

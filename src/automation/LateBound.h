@@ -10,11 +10,11 @@ namespace vlgs {
 /// Calls a member by name: `call(object, u"Item", position)`. Raise what `invoke` raises, and 91 for no
 /// object.
 Variant callMember(const Ref<Object>& object, std::u16string_view name, InvokeKind kind,
-                   std::span<Variant> arguments);
+                   const Arguments& arguments);
 template <class... Values>
 Variant call(const Ref<Object>& object, std::u16string_view name, Values&&... values) {
     Variant arguments[sizeof...(Values) + 1] = {Variant(std::forward<Values>(values))...};
-    return callMember(object, name, InvokeKind::MethodOrGet, {arguments, sizeof...(Values)});
+    return callMember(object, name, InvokeKind::MethodOrGet, {{arguments, sizeof...(Values)}});
 }
 
 /// The enumerator of any object that has an enumeration member; raises 451 for one that has none.

@@ -33,36 +33,45 @@ constexpr std::int64_t dayCount(int year, int month, int day) {
 static_assert(dayCount(1899, 12, 30) == 0 && dayCount(100, 1, 1) == firstDay &&
               dayCount(9999, 12, 31) == lastDay && dayCount(2000, 3, 1) == 36586);
 
-DateParts partsOfSeconds(std::int64_t seconds) {
-    std::int64_t days = seconds / secondsPerDay;
-    int rest = static_cast<int>(seconds % secondsPerDay);
-    if (rest < 0) {
-        rest += static_cast<int>(secondsPerDay);
-        --days;
-    }
-    const auto count = static_cast<int>(days + 693899);
-    const int era = (count >= 0 ? count : count - 146096) / 146097;
-    const int dayOfEra = count - era * 146097;
-    const int yearOfEra = (dayOfEra - dayOfEra / 1460 + dayOfEra / 36524 - dayOfEra / 146096) / 365;
-    const int dayInYear = dayOfEra - (365 * yearOfEra + yearOfEra / 4 - yearOfEra / 100);
-    const int shiftedMonth = (5 * dayInYear + 2) / 153;
-    const int month = shiftedMonth + (shiftedMonth < 10 ? 3 : -9);
-    return {yearOfEra + era * 400 + (month <= 2),
-            month,
-            dayInYear - (153 * shiftedMonth + 2) / 5 + 1,
-            rest / 3600,
-            rest / 60 % 60,
-            rest % 60};
+// The day of a moment and its second of that day, rounded.
+struct DayAndSecond {
+    std::int64_t day;
+    unsigned second;
+};
+
+DayAndSecond split(Date date) {
+    if (!(date.days > firstDay - 1 && date.days < lastDay + 1))
+        raise(RunTimeError::Overflow);
+    const auto day = static_cast<std::int32_t>(date.days);
+    const double seconds = std::abs(date.days - day) * secondsPerDay;
+    const auto whole = static_cast<std::int32_t>(seconds); // the rest is exact: halves are seen as such
+    const auto rounded = static_cast<unsigned>(whole + (seconds - whole >= 0.5));
+    return rounded < secondsPerDay ? DayAndSecond{day, rounded} : DayAndSecond{day + 1, 0};
+}
+
+// Years begin in March here too. A century has 36524 1/4 days and a year 365 1/4, so the quarters are
+// counted.
+DateParts partsOf(DayAndSecond moment) noexcept {
+    const auto day = static_cast<unsigned>(moment.day + 693899);
+    const unsigned century = (4 * day + 3) / 146097;
+    const unsigned dayOfCentury = day - 146097 * century / 4;
+    const unsigned yearOfCentury = (4 * dayOfCentury + 3) / 1461;
+    const unsigned dayInYear = dayOfCentury - 1461 * yearOfCentury / 4;
+    const unsigned shiftedMonth = (5 * dayInYear + 2) / 153;
+    const bool inNextYear = shiftedMonth >= 10;
+    const unsigned minutes = moment.second / 60;
+    return {static_cast<int>(century * 100 + yearOfCentury + inNextYear),
+            static_cast<int>(inNextYear ? shiftedMonth - 9 : shiftedMonth + 3),
+            static_cast<int>(dayInYear - (153 * shiftedMonth + 2) / 5 + 1),
+            static_cast<int>(moment.second / 3600),
+            static_cast<int>(minutes % 60),
+            static_cast<int>(moment.second - minutes * 60)};
 }
 
 // Seconds from midnight of day 0, so that neighbouring moments are neighbouring numbers also before it.
 std::int64_t secondsOf(Date date) {
-    if (!(date.days > firstDay - 1 && date.days < lastDay + 1))
-        raise(RunTimeError::Overflow);
-    const auto day = static_cast<std::int64_t>(date.days);
-    const double seconds = std::abs(date.days - static_cast<double>(day)) * secondsPerDay;
-    const auto whole = static_cast<std::int64_t>(seconds); // the rest is exact: halves are seen as such
-    return day * secondsPerDay + whole + (seconds - static_cast<double>(whole) >= 0.5);
+    const auto [day, second] = split(date);
+    return day * secondsPerDay + second;
 }
 
 Date dateOfSeconds(std::int64_t seconds) {
@@ -86,8 +95,7 @@ std::int64_t checkedSum(std::int64_t a, std::int64_t b) {
 }
 
 std::int64_t dayNumber(Date date) {
-    const auto seconds = secondsOf(date);
-    return (seconds - (seconds < 0 ? secondsPerDay - 1 : 0)) / secondsPerDay;
+    return split(date).day;
 }
 
 } // namespace
@@ -98,10 +106,10 @@ bool isDay(int year, int month, int day) noexcept {
 }
 
 DateParts partsOf(Date date) {
-    const auto seconds = secondsOf(date);
-    if (seconds >= (lastDay + 1) * secondsPerDay) // the last half second rounds up into the year 10000
+    const auto moment = split(date);
+    if (moment.day > lastDay) // the last half second rounds up into the year 10000
         raise(RunTimeError::Overflow);
-    return partsOfSeconds(seconds);
+    return partsOf(moment);
 }
 
 Date dateOf(const DateParts& parts) noexcept {
@@ -115,8 +123,7 @@ Date dayOf(Date date) {
 }
 
 Date timeOf(Date date) {
-    const auto seconds = secondsOf(date) - dayNumber(date) * secondsPerDay;
-    return {static_cast<double>(seconds) / secondsPerDay};
+    return {split(date).second / double{secondsPerDay}};
 }
 
 int weekdayOf(Date date) { // day 0 was a Saturday

@@ -168,7 +168,7 @@ TEST(Dictionary, LateBoundPropertiesReadAndWrite) {
     dictionary->invoke(defaultMember, InvokeKind::PropertyPut, {write});
     EXPECT_EQ(call(dictionary, u"Item", u"k").number(), 7);
     Variant key[] = {u"k", u"n"};
-    callMember(dictionary, u"Key", InvokeKind::PropertyPut, key);
+    callMember(dictionary, u"Key", InvokeKind::PropertyPut, {key});
     EXPECT_TRUE(call(dictionary, u"Exists", u"n").boolean());
     Variant key2;
     ASSERT_TRUE(enumerate(dictionary)->next(key2));

@@ -24,7 +24,7 @@ class Invoke : public testing::Test {
         return errorOf([&] { run(name, values...); });
     }
     Variant write(const char16_t* name, InvokeKind kind, std::vector<Variant> arguments) {
-        return callMember(bed, name, kind, arguments);
+        return callMember(bed, name, kind, {arguments});
     }
     Variant named(const char16_t* name, std::vector<Variant> positional,
                   std::vector<NamedArgument> arguments) {
@@ -87,7 +87,7 @@ TEST_F(Invoke, AnObjectStandsForItsDefaultMember) {
 TEST_F(Invoke, SharedTextsStayAsTheyAreWhenOneIsWritten) {
     const Variant before = u"shared";
     std::vector<Variant> arguments{1, before, Variant()};
-    callMember(bed, u"Change", InvokeKind::Method, arguments);
+    callMember(bed, u"Change", InvokeKind::Method, {arguments});
     EXPECT_EQ(before, Variant(u"shared"));
 }
 

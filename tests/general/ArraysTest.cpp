@@ -157,17 +157,17 @@ TEST(GeneralClass, AnswersLateBoundCalls) {
 
     Variant arguments[] = {u" a;b ", u";"};
     EXPECT_EQ(call(general, u"ParseDelimitedString", null, u","), Variant(nullptr));
-    const Variant items = callMember(general, u"ParseDelimitedString", InvokeKind::Method, arguments);
+    const Variant items = callMember(general, u"ParseDelimitedString", InvokeKind::Method, {arguments});
     EXPECT_EQ(call(items.reference(), u"Item", 2), Variant(u"B"));
     EXPECT_EQ(arguments[0], Variant(u"a;b"));
 
     Variant copied[] = {Array::ofLongs({7}), Variant()}; // a variable that holds nothing receives the object
-    const Variant copy = callMember(general, u"CopyVariantArrayToDictionary", InvokeKind::Method, copied);
+    const Variant copy = callMember(general, u"CopyVariantArrayToDictionary", InvokeKind::Method, {copied});
     EXPECT_TRUE(copy.isObject());
     EXPECT_EQ(copied[1], copy);
 
     Variant measured[] = {array({{3, 1}}), std::int16_t{0}};
-    callMember(general, u"GetArrayUpperDimension", InvokeKind::Method, measured);
+    callMember(general, u"GetArrayUpperDimension", InvokeKind::Method, {measured});
     EXPECT_EQ(measured[1], Variant(std::int16_t{3}));
 }
 

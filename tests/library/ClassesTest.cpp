@@ -79,7 +79,7 @@ TEST(Classes, MembersThatNeverRaiseAnswerArgumentsThatDoNotFit) {
             auto given = arguments;
             std::ranges::replace(given, misfit, value);
             const auto object = createObject(concat(u"VlGeneralServices.", type));
-            EXPECT_EQ(callMember(object, member, InvokeKind::MethodOrGet, given), answer)
+            EXPECT_EQ(callMember(object, member, InvokeKind::MethodOrGet, {given}), answer)
                 << String(member).toUtf8();
         }
     const auto items = createObject(u"VlGeneralServices.Collection");
@@ -93,7 +93,7 @@ TEST(Classes, MembersThatNeverRaiseAnswerArgumentsThatDoNotFit) {
 TEST(Classes, ANumberThatATextParameterLeavesAsItIsStaysANumber) {
     Variant given[] = {5};
     EXPECT_EQ(
-        callMember(createObject(u"VlGeneralServices.CorvaTools"), u"Hash", InvokeKind::MethodOrGet, given),
+        callMember(createObject(u"VlGeneralServices.CorvaTools"), u"Hash", InvokeKind::MethodOrGet, {given}),
         Variant(53));
     EXPECT_EQ(given[0], Variant(5));
 }

@@ -202,7 +202,7 @@ TEST_F(TakingLocks, StaleFilesOfBothKindsGoFirst) {
 
 TEST_F(TakingLocks, ArePassedOnLateBound) {
     Variant arguments[] = {path, 2 + 4, u"", 0, u"my session"};
-    const auto lock = callMember(tools, u"InitiateLock3", InvokeKind::Method, arguments);
+    const auto lock = callMember(tools, u"InitiateLock3", InvokeKind::Method, {arguments});
     EXPECT_EQ(arguments[2], Variant(u"exclusive.~sr"));
     EXPECT_EQ(toLong(arguments[3]), eUserLock_Exclusive);
     EXPECT_EQ(static_cast<INIFile&>(*lock.object()).KeyValue(u"User", u"SessionID"), u"my session");

@@ -217,7 +217,7 @@ TEST(ObjectPackager, MadeUpDescriptorsDoNoHarm) {
 TEST(ObjectPackager, AnswersLateBoundCalls) {
     const Ref<Object> packager = make<ObjectPackager>();
     Variant arguments[] = {Variant(packager), std::int32_t{0}};
-    const Variant descriptor = callMember(packager, u"PackObject", InvokeKind::Method, arguments);
+    const Variant descriptor = callMember(packager, u"PackObject", InvokeKind::Method, {arguments});
     EXPECT_GT(arguments[1].number(), 0);
     EXPECT_EQ(call(packager, u"UnpackObject", descriptor), Variant(packager));
     EXPECT_EQ(call(packager, u"IsDescriptorFormat", descriptor), Variant(true));

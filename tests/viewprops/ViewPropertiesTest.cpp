@@ -13,7 +13,7 @@ namespace vlgs::test {
 namespace {
 
 Variant assign(const Ref<Object>& object, std::u16string_view member, InvokeKind kind, Variant value) {
-    return callMember(object, member, kind, {&value, 1});
+    return callMember(object, member, kind, {{&value, 1}});
 }
 
 TEST(ViewProperties, HaveNoDictionaryUntilAStringIsSet) {
@@ -68,7 +68,7 @@ TEST(ViewProperties, ServeLateBoundCallers) {
     assign(added, u"Value", InvokeKind::PropertyPut, u"text");
     // `properties.Dictionary(…)` reaches the dictionary's own default member.
     Variant arguments[] = {u"Key", added};
-    callMember(call(properties, u"Dictionary").reference(), u"Add", InvokeKind::Method, arguments);
+    callMember(call(properties, u"Dictionary").reference(), u"Add", InvokeKind::Method, {arguments});
     EXPECT_EQ(call(properties, u"Dictionary", u"Key"), Variant(added));
     EXPECT_EQ(call(properties, u"PropertyString"), Variant(u"Key=/stext;"));
 }
