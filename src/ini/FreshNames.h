@@ -25,8 +25,16 @@ class FreshNames {
 
     std::uint32_t count() const noexcept { return count_; }
 
+    /// The memory of the records of the whole document.
+    std::size_t arenaSize() const noexcept { return arena_->size(); }
+
     /// The record at a position from 0, `none` behind the last one.
     Place at(std::uint32_t position) const noexcept { return position < count_ ? places()[position] : none; }
+    /// Begins to fetch the record at a position, if there is one, for a caller who will come to it soon.
+    void prefetch(std::uint32_t position) const noexcept {
+        if (position < count_)
+            arena_->prefetchBegin(places()[position]);
+    }
     Place find(StoredText name) const noexcept { return count_ == 0 ? none : find(name, hashOf(name)); }
     /// The record of that name; `none` when there was none, and then it was added with that text.
     Place findOrAdd(StoredText name, StoredText value);

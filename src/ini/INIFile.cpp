@@ -258,7 +258,7 @@ void INIFile::PutStream2(const Variant& vData, enumStreamTypes, const String& sD
 }
 
 void INIFile::CreateLocked() {
-    *hold_ = FileHold::create(FullPath(), encodedText(*this));
+    *hold_ = FileHold::create(FullPath(), encodedText(*this).view());
 }
 
 bool INIFile::Delete() {

@@ -5,6 +5,7 @@
 // more empty line. Reading accepts more, see LineParser.h.
 #pragma once
 
+#include "ini/FileBytes.h"
 #include "ini/INIFile.h"
 
 #include <span>
@@ -20,7 +21,7 @@ namespace vlgs {
 void g_SaveINIFile(INIFile& document, const String& sSaveAs);
 
 /// The text that saving writes. Raises 5 for a character that the code page does not hold.
-std::string encodedText(const INIFile& document);
+FileBytes encodedText(const INIFile& document);
 
 /// The document's lines in a form of `Buffer`, each followed by the delimiter; Empty for an unknown form.
 /// Raises 11517 with the description of what went wrong.

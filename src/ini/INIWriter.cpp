@@ -38,6 +38,9 @@ void forEachMember(Collection& members, OnFresh&& onFresh, OnObject&& onObject) 
     }
 }
 
+// Far enough for memory to answer in time, near enough to stay in the cache until then.
+constexpr std::uint32_t recordsAhead = 16;
+
 // Shows a document in order: `onSection(name)`, then `onKey(name, value)` for each of its keys. `textOf`
 // makes a text of a key's value that is none yet.
 template <class OnSection, class OnKey, class TextOf>
@@ -61,6 +64,7 @@ void visitDocument(const INIFile& document, OnSection&& onSection, OnKey&& onKey
             onSection(fresh.name(section));
             const FreshKeys& keys = fresh.keys(section);
             for (std::uint32_t position = 0; position < keys.count(); ++position) {
+                keys.prefetch(position + recordsAhead);
                 const auto key = keys.at(position);
                 if (const Property* object = keys.knownObject(key))
                     onKeyObject(*object);
@@ -177,21 +181,22 @@ void refuseLackingCharacters(const INIFile& document, const CodePage& page) {
 
 } // namespace
 
-std::string encodedText(const INIFile& document) {
+FileBytes encodedText(const INIFile& document) {
     const CodePage page = CodePage::system();
     const StoredText lineEnd = std::string_view("\r\n");
-    std::string bytes;
-    if (const auto length = lengthOf(document, lineEnd)) {
-        bytes.reserve(*length);
-        if (*length >= largeBlock)
-            preferLargePages(bytes.data(), *length);
-    }
+    // A guess, which is enough for what was read as plain text and not changed since.
+    const auto* fresh = document.sections() ? document.sections()->freshSections() : nullptr;
+    FileBytes bytes(fresh ? fresh->arenaSize() : 0);
     bool exact = true;
+    std::string encoded;
     const auto append = [&](auto text) {
-        if constexpr (sizeof text[0] == 1)
+        if constexpr (sizeof text[0] == 1) {
             bytes.append(text);
-        else
-            exact = page.append(bytes, text) && exact;
+        } else {
+            encoded.clear();
+            exact = page.append(encoded, text) && exact;
+            bytes.append(encoded);
+        }
     };
     writeDocument(
         document, lineEnd, [&](StoredText piece) { piece.visit(append); },
@@ -208,14 +213,14 @@ void g_SaveINIFile(INIFile& document, const String& sSaveAs) {
         if (!lossy.reason.empty() && isSameFile(path, lossy.path))
             throw Error(static_cast<std::int32_t>(RunTimeError::InvalidProcedureCall), String(),
                         lossy.reason);
-        const std::string bytes = encodedText(document);
+        const FileBytes bytes = encodedText(document);
         const auto before = findAttributes(path);
         ReplaceOptions options;
         if (before && has(*before, FileAttributes::Hidden)) {
             options.attributes = FileAttributes::Hidden;
             options.evenReadOnly = true;
         }
-        replaceFile(path, bytes, options);
+        replaceFile(path, bytes.view(), options);
         if (!sSaveAs.empty())
             document.SetFullPath(sSaveAs);
     } catch (...) {

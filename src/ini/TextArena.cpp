@@ -30,11 +30,6 @@ std::uint32_t TextArena::formOf(StoredText text) {
            (text.visit([](auto view) { return sizeof view[0] == 1 || isAscii(view); }) ? 0 : wide);
 }
 
-std::size_t TextArena::valueOffset(Record record) noexcept {
-    const std::size_t behindName = sizeof(Record) + bytesOf(record.name);
-    return record.value & wide ? (behindName + 1) / 2 * 2 : behindName;
-}
-
 TextArena::Place TextArena::add(StoredText name, StoredText value, std::uint32_t hash) {
     const Record record{formOf(name), formOf(value), hash};
     const std::size_t valueAt = valueOffset(record);
@@ -48,24 +43,6 @@ TextArena::Place TextArena::add(StoredText name, StoredText value, std::uint32_t
     const std::size_t place = last_ * unitsOfBlock + used_ / unit;
     used_ += size;
     return static_cast<Place>(place);
-}
-
-StoredText TextArena::name(Place place) const noexcept {
-    const Record& record = this->record(place);
-    const auto* start = reinterpret_cast<const char*>(&record + 1);
-    const std::size_t length = record.name & lengthBits;
-    if (record.name & wide)
-        return std::u16string_view(reinterpret_cast<const char16_t*>(start), length);
-    return std::string_view(start, length);
-}
-
-StoredText TextArena::value(Place place) const noexcept {
-    const Record& record = this->record(place);
-    const auto* start = reinterpret_cast<const char*>(&record) + valueOffset(record);
-    const std::size_t length = record.value & lengthBits;
-    if (record.value & wide)
-        return std::u16string_view(reinterpret_cast<const char16_t*>(start), length);
-    return std::string_view(start, length);
 }
 
 void TextArena::replaceValue(Place place, std::uint32_t number) noexcept {

@@ -29,16 +29,27 @@ class TextArena final : public Object {
     /// Begins to fetch the later half of a record of usual length, whose first half the caller then reads.
     void prefetch(Place place) const noexcept { __builtin_prefetch(at(place) + 48); }
 
-    StoredText name(Place place) const noexcept;
+    void prefetchBegin(Place place) const noexcept { __builtin_prefetch(at(place)); }
+
+    StoredText name(Place place) const noexcept {
+        const Record& record = this->record(place);
+        return textAt(reinterpret_cast<const char*>(&record + 1), record.name);
+    }
     std::uint32_t hash(Place place) const noexcept { return record(place).hash; }
     /// REQUIRES: the value was not replaced.
-    StoredText value(Place place) const noexcept;
+    StoredText value(Place place) const noexcept {
+        const Record& record = this->record(place);
+        return textAt(reinterpret_cast<const char*>(&record) + valueOffset(record), record.value);
+    }
 
     /// Puts a number below 2^30 in the value's stead.
     void replaceValue(Place place, std::uint32_t number) noexcept;
     bool isReplaced(Place place) const noexcept { return (record(place).value & replaced) != 0; }
     /// That number. REQUIRES: the value was replaced.
     std::uint32_t replacement(Place place) const noexcept { return record(place).value & lengthBits; }
+
+    /// The memory of all records. Each takes more than its texts and a line's punctuation together.
+    std::size_t size() const noexcept { return last_ * blockSize + used_; }
 
     /// Gives back what was set aside for records to come.
     void fit() noexcept;
@@ -73,7 +84,17 @@ class TextArena final : public Object {
     static std::size_t bytesOf(std::uint32_t form) noexcept {
         return std::size_t{form & lengthBits} << (form >> 31);
     }
-    static std::size_t valueOffset(Record record) noexcept;
+    static std::size_t valueOffset(Record record) noexcept {
+        const std::size_t behindName = sizeof(Record) + bytesOf(record.name);
+        return record.value & wide ? (behindName + 1) / 2 * 2 : behindName;
+    }
+    /// The text that stands in that form at an address.
+    static StoredText textAt(const char* start, std::uint32_t form) noexcept {
+        const std::size_t length = form & lengthBits;
+        if (form & wide)
+            return std::u16string_view(reinterpret_cast<const char16_t*>(start), length);
+        return std::string_view(start, length);
+    }
 
     char* at(Place place) const noexcept {
         return blocks_[place / unitsOfBlock].start + place % unitsOfBlock * unit;
