@@ -104,6 +104,7 @@ typedef struct vlgs_value {
     uint8_t sign;  /* decimal: 0x80 when negative */
     uint32_t high; /* decimal: the highest 32 of 96 bits */
     union {
+        uint64_t low; /* decimal: the lower 64 bits; the first, so that {0} makes all bits zero */
         int16_t integer;
         int32_t number; /* Long; the status of an Error */
         uint8_t byte;
@@ -111,7 +112,6 @@ typedef struct vlgs_value {
         float single;
         double real;      /* Double; a Date as days since 30 December 1899 */
         int64_t currency; /* in units of 1/10000 */
-        uint64_t low;     /* decimal: the lower 64 bits */
         vlgs_object* object;
         void* shared; /* text, array or record; for the library alone */
     } as;
