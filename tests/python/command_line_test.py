@@ -47,6 +47,8 @@ class CommandLineTest(unittest.TestCase):
              '["VlGeneralServices.INIFile","Microsoft Access Driver (*.mdb)"]'),
             (("ini", "list", demo), "keys_unsorted", '["PROJECT","ODBC"]'),
             (("explain", demo), 'map(select(.name == "PWD").value)', '["********"]'),
+            (("version",), ".version", '"9.1002.0.23"'), (("help", "classes"), ".usage", '["vlgs classes [--json]"]'),
+            (("help",), '.[] | select(.name == "lock") | .usage[0] | endswith("[--session ID] PATH [-- COMMAND [ARG...]]")', "true"),
             (("classes",), '.[] | select(.name == "Property") | .creatable', "false"),
             (("describe", "Files"), '.members[] | select(.name == "BuildPath") | .kind', '"method"'),
             (("describe", "Conversion.CBln"), "[.type, .parameters[1].byReference, .default]", '["String",true,false]'),
@@ -185,19 +187,25 @@ class CommandLineTest(unittest.TestCase):
         with tempfile.TemporaryDirectory() as folder:
             file, bad, key = os.path.join(folder, "x.reg"), os.path.join(folder, "bad.reg"), r"HKCU\Software\A"
             pathlib.Path(bad).write_text('REGEDIT4\n\n[HKEY_CURRENT_USER\\Z]\n"a"="b"\nfoo\n')
-            for words, status in (
-                (("add", key, "/v", "n", "/d", 'te"x\\t'), 0), (("add", key, "/ve", "/t", "REG_DWORD", "/d", "0x1F"), 0),
-                (("add", key + r"\B", "/v", "m", "/t", "REG_MULTI_SZ", "/d", r"a\0b"), 0),
-                (("add", key, "/v", "x", "/t", "REG_DWORD", "/d", "x"), 2), (("delete", key), 2),
-                (("export", key, file), 0), (("delete", key, "/f"), 0), (("query", key), 1),
-                (("import", bad), 2), (("query", r"HKCU\Z"), 1), (("import", file), 0),
+            for words, status, report in (
+                (("add", key, "/v", "name", "/d", 'te"x\\t'), 0, ""), (("add", key, "/ve", "/t", "REG_DWORD", "/d", "0x1F"), 0, ""),
+                (("add", key + r"\B", "/v", "m", "/t", "REG_MULTI_SZ", "/d", r"a\0b"), 0, ""),
+                (("add", key, "/v", "x", "/t", "REG_DWORD", "/d", "x"), 2, "no number"), (("delete", key), 2, "/f for the key"),
+                (("add", key, "/v", "x", "/t", "REG_DWROD"), 2, "did you mean REG_DWORD?"),
+                (("query", r"HKCU\Sofware\A"), 1, r"no HKEY_CURRENT_USER\Sofware\A; did you mean Software?"),
+                (("delete", key, "/v", "nmae"), 1, "did you mean name?"), (("query", "HKEY_CURENT_USER"), 2, "mean HKEY_CURRENT_USER?"),
+                (("export", key, file), 0, ""), (("delete", key, "/f"), 0, ""), (("query", key), 1, "no HKEY"),
+                (("import", bad), 1, f"error 321: Invalid file format: line 5 is neither a key nor a value: {bad}\n"),
+                (("query", r"HKCU\Z"), 1, "no HKEY"), (("import", file), 0, ""),
             ):
                 with self.subTest(words=words):
-                    self.assertEqual(vlgs("reg", *words, VLGS_REGISTRY=folder)[0], status)
+                    done = vlgs("reg", *words, VLGS_REGISTRY=folder)
+                    self.assertEqual(done[0], status)
+                    self.assertIn(report, done[2])
             full = r"HKEY_CURRENT_USER\Software\A"
             self.assertEqual(
                 json.loads(vlgs("reg", "query", key, "/s", "--json", VLGS_REGISTRY=folder)[1]),
-                {full: {"n": {"type": "REG_SZ", "value": 'te"x\\t'}, "": {"type": "REG_DWORD", "value": 31}},
+                {full: {"name": {"type": "REG_SZ", "value": 'te"x\\t'}, "": {"type": "REG_DWORD", "value": 31}},
                  full + r"\B": {"m": {"type": "REG_MULTI_SZ", "value": ["a", "b"]}}})
 
     def test_explanations(self):

@@ -29,8 +29,8 @@ class LocksTest(unittest.TestCase):
         return json.loads(self.tool("status", "--json", str(self.folder)).stdout)
 
     def test_a_lock_that_is_left_behind_lasts_until_it_is_released(self):
-        taken = self.tool("take", "--exclusive", "--session", "night build", self.path)
-        access, file = taken.stdout.strip().split("\t")
+        taken = self.tool("take", "--exclusive", "--session", "night build", "--json", self.path)
+        access, file = json.loads(taken.stdout).values()
         try:
             self.assertEqual((access, file[-13:]), ("Exclusive", "exclusive.~sr"))
             (self.folder / "rwleft.~sr").write_text("[User]\n")
@@ -60,6 +60,7 @@ class LocksTest(unittest.TestCase):
     def test_misuse_is_told(self):
         for words in ([], ["keep"], ["take"], ["take", self.path, "other"], ["take", "--document"], ["status"],
                       ["take", "--exclusive", "--read-only", self.path], ["take", self.path, "--"], ["release"],
+                      ["take", "--json", self.path, "--", "true"],
                       ["take", "--shared", self.path], ["take", str(self.folder)]):
             self.assertEqual(self.tool(*words).returncode, 2, words)
         for words in (["take"], ["status"], ["status", "--json"], ["release"]):

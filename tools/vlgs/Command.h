@@ -3,7 +3,9 @@
 #pragma once
 
 #include <span>
+#include <string>
 #include <string_view>
+#include <vector>
 
 namespace vlgs::cli {
 
@@ -16,5 +18,8 @@ struct Command {
     std::string_view help;
     int (*run)(std::span<const std::string_view>);
 };
+
+/// Each form in one line.
+std::vector<std::string> formsOf(const Command& command);
 
 } // namespace vlgs::cli

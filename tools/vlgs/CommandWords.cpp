@@ -36,7 +36,7 @@ std::vector<std::string> split(std::string_view text, std::string_view separator
 }
 
 /// Takes the words of a form behind "vlgs": "ini get [--json] [--default=TEXT] FILE SECTION [KEY]".
-void takeForm(Grammar& grammar, const std::vector<std::string>& words) {
+void takeForm(Grammar& grammar, std::span<const std::string> words) {
     const auto isWord = [](char c) { return (c >= 'a' && c <= 'z') || c == '|'; };
     const auto& command = words.front();
     std::string place = command;
@@ -58,18 +58,10 @@ Grammar grammarOf(std::span<const Command> commands) {
     Grammar grammar;
     for (const auto& command : commands) {
         grammar.commands.emplace(command.name);
-        std::vector<std::string> form;
-        for (const auto& line : split(command.usage, "\n")) {
-            auto words = split(line, " []");
-            if (line.starts_with(" ")) {
-                form.insert(form.end(), words.begin(), words.end());
-                continue;
-            }
-            if (!form.empty())
-                takeForm(grammar, form);
-            form.assign(words.begin() + 1, words.end());
+        for (const auto& form : formsOf(command)) {
+            const auto words = split(form, " []");
+            takeForm(grammar, std::span(words).subspan(1));
         }
-        takeForm(grammar, form);
     }
     grammar.next["help"] = grammar.commands;
     return grammar;
@@ -179,8 +171,8 @@ void offerOfRegistry(Candidates& candidates, std::string_view command, Given bef
         if (!plain.empty())
             offerValueNames(candidates, plain[0]);
     } else if (last == "/t") {
-        for (std::uint32_t type = 0; !typeName(type).starts_with("REG_TYPE_"); ++type)
-            candidates.offer(typeName(type));
+        for (const String& type : knownTypes())
+            candidates.offer(toHost(type));
     } else if (plain.empty() && command != "import") {
         offerRegistryKeys(candidates);
     }
@@ -218,6 +210,18 @@ void offerWords(Candidates& candidates, const Grammar& grammar, Given before) {
 }
 
 } // namespace
+
+std::vector<std::string> formsOf(const Command& command) {
+    std::vector<std::string> forms;
+    for (const auto& line : split(command.usage, "\n")) {
+        const auto start = line.find_first_not_of(' ');
+        if (start == 0)
+            forms.push_back(line);
+        else
+            forms.back() += " " + line.substr(start);
+    }
+    return forms;
+}
 
 std::vector<std::string> commandWords(std::span<const Command> commands, std::span<const std::string> words) {
     if (words.empty())

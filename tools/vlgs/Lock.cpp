@@ -34,6 +34,7 @@ struct TakeRequest {
     String session;
     enumUserLockTypes type = eUserLock_ReadWrite;
     bool fallsBack = false;
+    bool json = false;
     std::vector<std::string> command;
 };
 
@@ -53,6 +54,8 @@ TakeRequest parseTake(std::span<const std::string_view> words) {
             request.type = word == "--exclusive" ? eUserLock_Exclusive : eUserLock_ReadOnly;
         } else if (word == "--fallback") {
             request.fallsBack = true;
+        } else if (word == "--json") {
+            request.json = true;
         } else if (word == "--document") {
             request.document = value();
         } else if (word == "--session") {
@@ -70,6 +73,8 @@ TakeRequest parseTake(std::span<const std::string_view> words) {
             path = word;
         }
     }
+    if (request.json && !request.command.empty())
+        throw Misuse("lock take prints nothing when it runs a command: --json is of no use");
     if (!path)
         throw Misuse("lock take needs the path of a file in the project's folder");
     request.path = fromHost(*path);
@@ -114,7 +119,17 @@ int take(std::span<const std::string_view> words) {
         return {granted.lock,
                 concat(granted.access(), u"\t", granted.lock ? granted.lock->FullPath() : String())};
     });
-    std::cout << toHost(answer) << '\n';
+    if (!request.json) {
+        std::cout << toHost(answer) << '\n';
+        return 0;
+    }
+    Json json(std::cout);
+    json.object([&] {
+        const auto tab = answer.view().find(u'\t');
+        json.field("access", answer.view().substr(0, tab));
+        json.field("file", answer.view().substr(tab + 1));
+    });
+    json.end();
     return 0;
 }
 

@@ -8,7 +8,7 @@
 namespace vlgs::cli {
 
 inline constexpr std::string_view lockUsage =
-    R"(vlgs lock take [--exclusive | --read-only] [--fallback] [--document GUID] [--session ID] PATH
+    R"(vlgs lock take [--json] [--exclusive | --read-only] [--fallback] [--document GUID] [--session ID] PATH
      [-- COMMAND [ARG...]]
 vlgs lock status [--json] FOLDER
 vlgs lock release FILE

@@ -79,12 +79,21 @@ void writeValues(Json& json, const std::vector<RegistryValue>& values) {
     });
 }
 
+/// Raises the status of something that was done with a value of a key.
+void requireValue(const RegistryPath& path, const String& name, RegistryStatus status) {
+    std::vector<String> names;
+    if (status == RegistryStatus::NotFound)
+        for (const auto& value : valuesOf(path))
+            names.push_back(value.name);
+    requireSuccess(status, concat(String::fromUtf8(shownName(name)), u" in ", path.name()),
+                   nearestOf(name, names));
+}
+
 std::vector<RegistryValue> wantedValues(const RegistryPath& path, const std::optional<String>& wanted) {
     if (!wanted)
         return valuesOf(path);
     RegistryValue value{*wanted, {}};
-    requireSuccess(path.open(readAccess).query(*wanted, value.data),
-                   concat(String::fromUtf8(shownName(*wanted)), u" in ", path.name()));
+    requireValue(path, *wanted, path.open(readAccess).query(*wanted, value.data));
     return {value};
 }
 
@@ -127,7 +136,8 @@ int add(std::span<const std::string_view> given) {
     const auto typeWord = words.value("/t=").value_or("REG_SZ");
     const auto type = typeNamed(typeWord);
     if (!type)
-        throw Misuse("there is no type " + std::string(typeWord) + " of values");
+        throw Misuse("there is no type " + std::string(typeWord) + " of values" +
+                     nearestOf(fromHost(typeWord), knownTypes()));
     if (!name && (words.has("/t=") || words.has("/d=")))
         throw Misuse("reg add needs /v NAME or /ve for a value");
     RegistryData data;
@@ -153,8 +163,7 @@ int remove(std::span<const std::string_view> given) {
     words.need(1, 1, "one key");
     const RegistryPath path(fromHost(words[0]));
     if (const auto name = valueName(words)) {
-        requireSuccess(path.open(writeAccess).deleteValue(*name),
-                       concat(String::fromUtf8(shownName(*name)), u" in ", path.name()));
+        requireValue(path, *name, path.open(writeAccess).deleteValue(*name));
     } else if (words.has("/va")) {
         const auto key = path.open(writeAccess);
         for (const auto& value : valuesOf(path))
@@ -253,12 +262,7 @@ void apply(const RegistryChange& change) {
 }
 
 std::vector<RegistryChange> changesIn(std::string_view file) {
-    const auto bytes = readNamed(file);
-    try {
-        return registryChangesIn(bytes);
-    } catch (const Misuse& misuse) {
-        throw Misuse(std::string(file) + ": " + misuse.what());
-    }
+    return readNamed(file, [](const String& path) { return registryChangesIn(readFile(path)); });
 }
 
 int importFile(std::span<const std::string_view> given) {

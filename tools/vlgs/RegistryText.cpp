@@ -95,12 +95,43 @@ std::optional<std::uint64_t> numberIn(std::string_view text) {
 
 } // namespace
 
+namespace {
+
+std::string nearestHive(std::u16string_view wanted) {
+    std::vector<String> names;
+    for (int hive = 0; hive <= static_cast<int>(RegistryHive::DynData); ++hive)
+        names.emplace_back(registryHiveName(static_cast<RegistryHive>(hive)));
+    return nearestOf(wanted, names);
+}
+
+/// The nearest name to the first part of the path that is not there.
+std::string nearestKey(const RegistryPath& path) {
+    const RegistryKey root(path.hive);
+    RegistryPath there{registryHiveName(path.hive)};
+    for (std::u16string_view rest = path.path; !rest.empty();) {
+        const auto part = rest.substr(0, rest.find(u'\\'));
+        rest.remove_prefix(std::min(part.size() + 1, rest.size()));
+        RegistryPath next = there.below(part);
+        RegistryKey key;
+        if (root.open(next.path, registryAccess::enumerateSubKeys, key) == RegistryStatus::NotFound) {
+            std::vector<String> names;
+            if (root.open(there.path, registryAccess::enumerateSubKeys, key) == RegistryStatus::Success)
+                key.keyNames(names);
+            return nearestOf(part, names);
+        }
+        there = std::move(next);
+    }
+    return {};
+}
+
+} // namespace
+
 RegistryPath::RegistryPath(std::u16string_view name) {
     const auto slash = name.find(u'\\');
     const auto known = registryHiveNamed(name.substr(0, slash));
     if (!known)
-        throw Misuse("\"" + toHost(name) +
-                     "\" begins with no hive; the hives are HKCR HKCU HKLM HKU HKCC HKDD");
+        throw Misuse("\"" + toHost(name) + "\" begins with no hive" + nearestHive(name.substr(0, slash)) +
+                     "\nthe hives are HKCR HKCU HKLM HKU HKCC HKDD");
     hive = *known;
     auto rest = slash == name.npos ? std::u16string_view() : name.substr(slash + 1);
     while (rest.ends_with(u'\\'))
@@ -121,24 +152,40 @@ RegistryPath RegistryPath::below(std::u16string_view key) const {
 
 RegistryKey RegistryPath::open(std::uint32_t access) const {
     RegistryKey key;
-    requireSuccess(RegistryKey(hive).open(path, access, key), name());
+    const auto status = RegistryKey(hive).open(path, access, key);
+    requireSuccess(status, name(), status == RegistryStatus::NotFound ? nearestKey(*this) : "");
     return key;
 }
 
-void requireSuccess(RegistryStatus status, std::u16string_view subject) {
+std::string nearestOf(std::u16string_view wanted, const std::vector<String>& names) {
+    std::vector<std::string> known;
+    for (const String& name : names)
+        known.push_back(toHost(name));
+    const std::vector<std::string_view> views(known.begin(), known.end());
+    return nearest(toHost(wanted), views);
+}
+
+void requireSuccess(RegistryStatus status, std::u16string_view subject, std::string_view near) {
     if (status == RegistryStatus::Success)
         return;
     const auto number = static_cast<std::int32_t>(status);
     throw Error(
         number, {},
         status == RegistryStatus::NotFound
-            ? concat(u"The registry has no ", subject)
+            ? concat(u"The registry has no ", subject, String::fromUtf8(near))
             : concat(status == RegistryStatus::AccessDenied ? u"Access is denied" : u"The registry fails",
                      u": ", subject));
 }
 
 std::string typeName(std::uint32_t type) {
     return type < std::size(typeNames) ? std::string(typeNames[type]) : "REG_TYPE_" + std::to_string(type);
+}
+
+std::vector<String> knownTypes() {
+    std::vector<String> names;
+    for (const auto name : typeNames)
+        names.push_back(String::fromUtf8(name));
+    return names;
 }
 
 std::optional<std::uint32_t> typeNamed(std::string_view name) {
@@ -209,24 +256,34 @@ RegistryData dataOf(std::uint32_t type, std::u16string_view text, std::u16string
 
 namespace {
 
+[[noreturn]] void raiseFormat(const std::string& what) {
+    constexpr std::int32_t invalidFileFormat = 321;
+    throw Error(invalidFileFormat, {}, String::fromUtf8("Invalid file format: " + what));
+}
+
 class ChangeList final : public RegistryChanges {
   public:
     explicit ChangeList(std::u16string_view text) : text_(text) {}
 
-    void key(std::u16string_view path) override { add({RegistryPath(path)}); }
-    void deletedKey(std::u16string_view path) override { add({RegistryPath(path), true}); }
+    void key(std::u16string_view path) override { add({pathOf(path)}); }
+    void deletedKey(std::u16string_view path) override { add({pathOf(path), true}); }
     void value(std::u16string_view name, RegistryData data) override {
         add({changes_.back().key, false, name, std::move(data)});
     }
     void deletedValue(std::u16string_view name) override { add({changes_.back().key, false, name}); }
     void misfit(std::size_t place) override {
         const auto line = std::ranges::count(text_.substr(0, place), u'\n') + 1;
-        throw Misuse("line " + std::to_string(line) + " is neither a key nor a value");
+        raiseFormat("line " + std::to_string(line) + " is neither a key nor a value");
     }
 
     std::vector<RegistryChange> take() { return std::move(changes_); }
 
   private:
+    static RegistryPath pathOf(std::u16string_view path) {
+        if (!registryHiveNamed(path.substr(0, path.find(u'\\'))))
+            raiseFormat("there is no hive of the key " + toHost(path));
+        return RegistryPath(path);
+    }
     void add(RegistryChange change) { changes_.push_back(std::move(change)); }
 
     std::u16string_view text_;
@@ -238,7 +295,7 @@ class ChangeList final : public RegistryChanges {
 std::vector<RegistryChange> registryChangesIn(std::string_view file) {
     const auto content = decodeRegistryFile(file);
     if (!content)
-        throw Misuse("the file has no heading of a registry file");
+        raiseFormat("it has no heading of a registry file");
     ChangeList changes(content->text);
     readRegistryText(content->text, content->isOldForm, changes);
     return changes.take();

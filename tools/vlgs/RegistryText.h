@@ -21,14 +21,18 @@ struct RegistryPath {
     /// With the long name of the hive.
     String name() const;
     RegistryPath below(std::u16string_view key) const;
+    /// Raises what opening fails with; for a key that is not there with the nearest one that is.
     RegistryKey open(std::uint32_t access) const;
 };
 
-/// Raises the status as an error about that key or value.
-void requireSuccess(RegistryStatus status, std::u16string_view subject);
+/// Raises the status as an error about that key or value; `near` tells the nearest name of what is not there.
+void requireSuccess(RegistryStatus status, std::u16string_view subject, std::string_view near = {});
+/// "; did you mean NAME?", or "" when no name is near.
+std::string nearestOf(std::u16string_view wanted, const std::vector<String>& names);
 
 /// "REG_SZ"; "REG_TYPE_9" for a type without a name.
 std::string typeName(std::uint32_t type);
+std::vector<String> knownTypes();
 std::optional<std::uint32_t> typeNamed(std::string_view name);
 
 /// The data for people, texts of a list with `\0` between them.
@@ -48,7 +52,8 @@ struct RegistryChange {
     std::optional<RegistryData> data = {}; // none: the value is deleted
 };
 
-/// The changes of a file, in order. Raises Misuse with the number of a line that makes no sense.
+/// The changes of a file's content, in order. Raises 321 with the number of a line that makes no
+/// sense.
 std::vector<RegistryChange> registryChangesIn(std::string_view file);
 
 } // namespace vlgs::cli

@@ -8,6 +8,7 @@
 #include "Explain.h"
 #include "HostText.h"
 #include "Ini.h"
+#include "Json.h"
 #include "Lock.h"
 #include "Manual.h"
 #include "Misuse.h"
@@ -72,8 +73,17 @@ int withoutArguments(std::span<const std::string_view> words) {
     return 0;
 }
 
-void printVersion() {
-    std::cout << "vlgs " << VLGS_VERSION_TEXT << '\n';
+int version(std::span<const std::string_view> given) {
+    const Words words("version", given, {"--json"});
+    words.need(0, 0, "no arguments");
+    if (!words.has("--json")) {
+        std::cout << "vlgs " << VLGS_VERSION_TEXT << '\n';
+        return 0;
+    }
+    Json json(std::cout);
+    json.object([&] { json.field("version", VLGS_VERSION_TEXT); });
+    json.end();
+    return 0;
 }
 
 int listClassesCommand(std::span<const std::string_view> given) {
@@ -109,8 +119,8 @@ constexpr Command commands[] = {
     {"completion", "prints the completion script of a shell", "vlgs completion bash|zsh|fish\n", "",
      completion},
     {"manual", "prints the manual page", "vlgs manual\n", "", withoutArguments<printManual>},
-    {"version", "prints the version", "vlgs version\n", "", withoutArguments<printVersion>},
-    {"help", "tells how a command is used", "vlgs help [COMMAND]\n", "", help},
+    {"version", "prints the version", "vlgs version [--json]\n", "", version},
+    {"help", "tells how a command is used", "vlgs help [--json] [COMMAND]\n", "", help},
 };
 
 const Command& commandNamed(std::string_view name) {
@@ -149,11 +159,39 @@ void writeUsage(std::ostream& out, std::string_view usage) {
     }
 }
 
-int help(std::span<const std::string_view> words) {
-    if (words.size() > 1)
-        throw Misuse("help takes the name of one command");
-    if (!words.empty()) {
-        const auto& command = commandNamed(words.front());
+void writeCommand(Json& json, const Command& command) {
+    json.object([&] {
+        json.field("name", command.name);
+        json.field("brief", command.brief);
+        json.name("usage");
+        json.array([&] {
+            for (const auto& form : formsOf(command))
+                json.value(form);
+        });
+        json.field("help", command.help);
+    });
+}
+
+int helpAsJson(std::span<const std::string_view> wanted) {
+    Json json(std::cout, wanted.empty() ? Json::Layout::Entries : Json::Layout::Line);
+    if (wanted.empty())
+        json.array([&] {
+            for (const auto& command : commands)
+                writeCommand(json, command);
+        });
+    else
+        writeCommand(json, commandNamed(wanted.front()));
+    json.end();
+    return 0;
+}
+
+int help(std::span<const std::string_view> given) {
+    const Words words("help", given, {"--json"});
+    words.need(0, 1, "the name of one command");
+    if (words.has("--json"))
+        return helpAsJson(words.plain());
+    if (words.count() == 1) {
+        const auto& command = commandNamed(words[0]);
         writeUsage(std::cout, command.usage);
         std::cout << '\n';
         if (command.help.empty())
