@@ -22,6 +22,18 @@ class Apartment {
     /// Gives back a reference to an object of this apartment, at once or as the owner leaves.
     void drop(vlgs_object* object);
 
+    /// Keeps an exception that a handler of events ended with and that no caller of the library may swallow
+    /// (KeyboardInterrupt, SystemExit), until Python code goes on.
+    void keep(PyObject* exception) { kept_ = Reference::borrowed(exception); }
+    /// Whether there was one, which is then Python's error.
+    bool raiseKept() {
+        if (!kept_) [[likely]]
+            return false;
+        const Reference kept = std::move(kept_);
+        PyErr_SetObject(reinterpret_cast<PyObject*>(Py_TYPE(kept.get())), kept.get());
+        return true;
+    }
+
   private:
     friend class Inside;
     void releaseDropped();
@@ -30,6 +42,7 @@ class Apartment {
     int depth_ = 0;
     bool visited_ = false; // another thread releases objects, and holds `visit_`
     std::vector<vlgs_object*> dropped_;
+    Reference kept_;
     std::mutex visit_;
 };
 

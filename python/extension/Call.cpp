@@ -11,7 +11,12 @@ namespace vlgs::python {
 
 namespace {
 
-PyObject* result(int status, vlgs_value& value) {
+PyObject* result(Apartment& apartment, int status, vlgs_value& value) {
+    if (apartment.raiseKept()) [[unlikely]] {
+        if (status == 0)
+            library.clear(&value, 1);
+        return nullptr;
+    }
     if (!succeeded(status))
         return nullptr;
     PyObject* const taken = take(value);
@@ -76,7 +81,8 @@ PyObject* invokeWithArguments(PyObject* target, vlgs_object* object, std::int32_
     }
     vlgs_value value{};
     int status = 0;
-    const Inside inside(apartmentOf(target));
+    Apartment& apartment = apartmentOf(target);
+    const Inside inside(apartment);
     {
         const WithoutLock others;
         status = library.invoke(object, member, kind, natives.data(), natives.size(), names.data(),
@@ -87,7 +93,7 @@ PyObject* invokeWithArguments(PyObject* target, vlgs_object* object, std::int32_
             library.clear(&value, 1);
         return nullptr;
     }
-    return result(status, value);
+    return result(apartment, status, value);
 }
 
 } // namespace
@@ -101,12 +107,13 @@ PyObject* invoke(PyObject* target, std::int32_t member, std::uint32_t kind, cons
             return invokeWithArguments(target, object, member, kind, arguments);
         vlgs_value value{};
         int status = 0;
-        const Inside inside(apartmentOf(target));
+        Apartment& apartment = apartmentOf(target);
+        const Inside inside(apartment);
         {
             const WithoutLock others;
             status = library.invoke(object, member, kind, nullptr, 0, nullptr, 0, &value);
         }
-        return result(status, value);
+        return result(apartment, status, value);
     });
 }
 

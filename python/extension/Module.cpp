@@ -19,13 +19,19 @@ PyObject* none(bool done) {
 }
 
 // Types and functions are the process's, so one interpreter alone can have them.
-std::int64_t owner = -1;
+bool belongsHere() {
+    static std::int64_t owner = -1;
+    const std::int64_t asking = PyInterpreterState_GetID(PyInterpreterState_Get());
+    if (owner < 0)
+        owner = asking;
+    else if (owner != asking)
+        PyErr_SetString(PyExc_ImportError, "the module belongs to another interpreter");
+    return owner == asking;
+}
 
 PyObject* doLoad(PyObject*, PyObject* path) {
-    const std::int64_t asking = PyInterpreterState_GetID(PyInterpreterState_Get());
-    if (owner >= 0 && owner != asking)
-        return PyErr_Format(PyExc_ImportError, "the module belongs to another interpreter");
-    owner = asking;
+    if (!belongsHere())
+        return nullptr;
     const Reference name(PyUnicode_EncodeFSDefault(path));
     if (!name)
         return nullptr;
@@ -275,6 +281,8 @@ PyModuleDef module{
 
 // NOLINTNEXTLINE(bugprone-reserved-identifier): Python looks for this name
 PyMODINIT_FUNC PyInit__native() {
+    if (!vlgs::python::belongsHere())
+        return nullptr;
     PyObject* const made = PyModule_Create(&vlgs::python::module);
     if (made && !vlgs::python::addTypes(made)) {
         Py_DECREF(made);

@@ -9,11 +9,48 @@
 #include <bit>
 #include <cstdint>
 #include <limits>
+#include <pthread.h>
 #include <vector>
 
 namespace vlgs::python {
 
 namespace {
+
+/// The stack below which values are not looked into any deeper, as a list may hold lists without end.
+std::uintptr_t lowestUse() {
+    pthread_attr_t attributes;
+    if (pthread_getattr_np(pthread_self(), &attributes) != 0)
+        return 0;
+    void* start = nullptr;
+    std::size_t size = 0;
+    std::size_t guard = 0;
+    pthread_attr_getstack(&attributes, &start, &size);
+    pthread_attr_getguardsize(&attributes, &guard);
+    pthread_attr_destroy(&attributes);
+    return reinterpret_cast<std::uintptr_t>(start) + guard + size / 2;
+}
+
+/// One more level of a value inside of others; RecursionError where there are too many.
+class Deeper {
+  public:
+    explicit Deeper(const char* where) {
+        thread_local const std::uintptr_t lowest = lowestUse();
+        if (reinterpret_cast<std::uintptr_t>(__builtin_frame_address(0)) < lowest)
+            PyErr_Format(PyExc_RecursionError, "the thread's stack is too small%s", where);
+        else
+            entered_ = Py_EnterRecursiveCall(where) == 0;
+    }
+    ~Deeper() {
+        if (entered_)
+            Py_LeaveRecursiveCall();
+    }
+    Deeper(const Deeper&) = delete;
+    Deeper& operator=(const Deeper&) = delete;
+    explicit operator bool() const { return entered_; }
+
+  private:
+    bool entered_ = false;
+};
 
 constexpr std::size_t chunk = 256; // elements of an array that travel at once
 
@@ -129,11 +166,8 @@ bool putItems(PyObject* sequence, vlgs_value& slot) {
     const vlgs_dimension bounds{0, static_cast<std::int32_t>(count)};
     if (!succeeded(library.arrayNew(VLGS_VARIANT, &bounds, 1, &slot)))
         return false;
-    if (Py_EnterRecursiveCall(" while a list is converted"))
-        return false;
-    const bool done = putElements(items, count, slot);
-    Py_LeaveRecursiveCall();
-    return done;
+    const Deeper deeper(" while a list is converted");
+    return deeper && putElements(items, count, slot);
 }
 
 // ---- In, by the forms that _values.py tells ----
@@ -261,12 +295,9 @@ bool putOther(PyObject* value, vlgs_value& slot) {
         putStatus(VLGS_MISSING, slot);
         return true;
     }
-    if (Py_EnterRecursiveCall(" while a value is converted"))
-        return false;
-    const Reference form(PyObject_CallFunctionObjArgs(hooks.formOf, value, nullptr));
-    const bool done = form && putForm(form.get(), slot);
-    Py_LeaveRecursiveCall();
-    return done;
+    const Deeper deeper(" while a value is converted");
+    const Reference form(deeper ? PyObject_CallFunctionObjArgs(hooks.formOf, value, nullptr) : nullptr);
+    return form && putForm(form.get(), slot);
 }
 
 // ---- Out ----
@@ -316,6 +347,9 @@ Reference takeElements(const vlgs_value& slot, std::size_t count) {
 }
 
 PyObject* takeArray(const vlgs_value& slot) {
+    const Deeper deeper(" while an array is converted");
+    if (!deeper)
+        return nullptr;
     const vlgs_dimension* shape = nullptr;
     std::size_t rank = 0;
     if (!succeeded(library.arrayShape(&slot, &shape, &rank)))

@@ -452,7 +452,8 @@ def _take_items(slot, count):
         size = min(_CHUNK, count - start)
         _check(_native.vlgs_array_read(byref(slot), start, size, chunk))
         try:
-            items.extend(_take(chunk[i]) for i in range(size))
+            for i in range(size):  # a generator would take more of the stack for arrays inside of arrays
+                items.append(_take(chunk[i]))
         finally:
             _native.vlgs_clear(chunk, size)
     return items
@@ -530,6 +531,7 @@ class _Apartment:
     def __init__(self):
         self.entered = threading.RLock()
         self.dropped = collections.deque()
+        self.kept = None
 
     def release_dropped(self):
         while self.dropped:
@@ -548,6 +550,9 @@ class _Apartment:
         self.entered.release()
         if self.dropped:
             self.release_dropped()
+        if self.kept:
+            kept, self.kept = self.kept, None
+            raise kept
 
 
 _threads = threading.local()
@@ -589,7 +594,12 @@ class _Handle:
 def invoke(target, member, kind, arguments, named):
     pointer = target._handle.use()
     with target._handle.apartment:
-        return _invoke_inside(pointer, member, kind, arguments, named)
+        try:
+            return _invoke_inside(pointer, member, kind, arguments, named)
+        except (ctypes.ArgumentError, RuntimeError) as error:  # ctypes hides what it was
+            if "RecursionError" in str(error):
+                raise RecursionError("too many lists inside of lists") from None
+            raise
 
 
 def _invoke_inside(pointer, member, kind, arguments, named):
@@ -857,6 +867,8 @@ def _client_invoke(key, number, kind, arguments, count, result):
         method(*(_take(arguments[i]) for i in range(count)))
         return 0
     except BaseException as error:
+        if not isinstance(error, Exception):
+            _apartment().kept = error  # is raised where Python code goes on: nobody may swallow it
         code, source, description = _hooks.error_parts(error)
         source, description = _bytes(source), _bytes(description)
         _native.vlgs_set_error(code, source, len(source), description, len(description))

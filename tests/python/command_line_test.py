@@ -277,24 +277,26 @@ class CommandLineTest(unittest.TestCase):
                 self.assertEqual(vlgs(*shlex.split(words)), (0, output, ""))
 
     def test_terminals(self):
-        def shown(*words, typed="", **variables):
+        def shown(*words, typed=(), **variables):
             master, slave = os.openpty()
             fcntl.ioctl(slave, termios.TIOCSWINSZ, struct.pack("HHHH", 24, 50, 0, 0))
-            os.write(master, typed.encode())
             done = subprocess.Popen([os.environ["VLGS_TOOL"], *words], stdin=slave, stdout=slave, stderr=slave,
-                                    env=os.environ | {"HOME": "/nowhere", "TERM": "dumb"} | variables)
+                                    env=os.environ | {"HOME": "/nowhere", "TERM": "dumb"} | variables,
+                                    start_new_session=True, preexec_fn=lambda: fcntl.ioctl(0, termios.TIOCSCTTY, 0))
             os.close(slave)
-            output = b""
+            output, typed = b"", list(typed)
             with contextlib.suppress(OSError), open(master, "rb", buffering=0) as terminal:
                 while piece := terminal.read(4096):
                     output += piece
+                    if typed and output.endswith(b"vlgs> "):
+                        os.write(master, typed.pop(0).encode())
             return done.wait(60), output.decode().replace("\r\n", "\n")
 
         self.assertIn("\x1b[1;34mODBC\x1b[0m", shown("ini", "tree", str(ROOT / "samples/demo/demo.VLS"))[1])
         self.assertNotIn("\x1b", shown("ini", "tree", str(ROOT / "samples/demo/demo.VLS"), NO_COLOR="1")[1])
         self.assertLessEqual(max(map(len, shown("classes")[1].splitlines())), 50)
-        status, output = shown("run", typed="f = Flies\nf = Fil\t\nf.ClassI\t\nexit\n")
-        self.assertEqual(status, 0)
+        status, output = shown("run", typed=("f = Flies\n", "f = Fil\t\n", "\3", "f.ClassI\t\n", "f.Cla\3", "exit\n"))
+        self.assertEqual(status, 0)  # an interrupt ends the line that is typed, and nothing else
         self.assertRegex(output, r"(?s)did you mean Files\?.*ClassID \n\d+\n.*exit")
 
     def test_a_full_disk_is_reported(self):

@@ -11,6 +11,7 @@ import pathlib
 import pickle
 import pydoc
 import re
+import signal
 import subprocess
 import sys
 import tempfile
@@ -395,6 +396,63 @@ class ThreadTest(Case):
                 ended.set()
                 thread.join()
 
+    def test_lists_inside_of_lists_end_where_the_stack_does(self):
+        nested, found = [], []
+        for _ in range(900):
+            nested = [nested]
+
+        def use():
+            try:
+                found.append(test_bed().Echo(nested))
+            except RecursionError:
+                found.append(nested)
+
+        size = threading.stack_size(256 * 1024)
+        thread = threading.Thread(target=use)
+        thread.start()
+        threading.stack_size(size)
+        thread.join()
+        use()
+        self.assertEqual(len(found), 2)
+
+    def test_threads_that_begin_with_the_same_class_get_the_same(self):
+        program = """
+import sys, threading, vlgs
+sys.setswitchinterval(1e-6)
+ready, found = threading.Barrier(12), []
+def work():
+    ready.wait()
+    for name in ("Files", "GUID", "Conversion", "Buffer"):
+        made = vlgs.Dispatch("VlGeneralServices." + name)
+        found.append((name, type(made), made.ClassID))
+threads = [threading.Thread(target=work) for _ in range(12)]
+[thread.start() for thread in threads]
+[thread.join() for thread in threads]
+sys.exit(len(found) != 48 or len(set(found)) != 4)
+"""
+        for _ in range(4):
+            self.assertEqual(subprocess.run([sys.executable, "-c", program]).returncode, 0)
+
+    def test_another_interpreter_leaves_the_first_one_alone(self):
+        program = """
+import vlgs
+try:
+    import _interpreters as interpreters
+except ImportError:
+    import _xxsubinterpreters as interpreters
+files = vlgs.Dispatch("VlGeneralServices.Files")
+other = interpreters.create()
+interpreters.run_string(other, "try: import vlgs; vlgs.Dispatch('VlGeneralServices.GUID').ClassID\\nexcept ImportError: pass")
+interpreters.destroy(other)
+assert isinstance(files, vlgs.Object) and files.BuildPath
+try:
+    vlgs.Dispatch("Scripting.Dictionary").NoMember
+except vlgs._errors.NoSuchMember:
+    print("as before")
+"""
+        done = subprocess.run([sys.executable, "-c", program], capture_output=True, text=True)
+        self.assertEqual((done.returncode, done.stdout), (0, "as before\n"), done.stderr)
+
     def test_threads_that_still_call_do_not_keep_a_program_from_ending(self):
         program = """
 import threading, time, vlgs
@@ -449,6 +507,18 @@ class EventTest(Case):
             self.assertRaisesNumber(440, self.bed.Tell, "break")
         self.bed.Tell("b")
         self.assertEqual(connection.handler.heard, ["a", "fail", "break"])
+
+    def test_what_ends_a_program_ends_it_from_a_handler_too(self):
+        class Handler:
+            def OnTold(self, what):
+                if what == "exit":
+                    raise SystemExit(3)
+                signal.raise_signal(signal.SIGINT)
+
+        with vlgs.WithEvents(self.bed, Handler):
+            self.assertRaises(KeyboardInterrupt, self.bed.Tell, "interrupt")
+            self.assertRaises(SystemExit, self.bed.Tell, "exit")
+            self.assertEqual(self.bed.Count, 0)
 
     def test_a_handler_may_leave_events_out(self):
         vlgs.WithEvents(self.bed, object())
