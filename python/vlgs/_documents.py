@@ -4,7 +4,7 @@ the members that every caller has."""
 
 from ._core import core
 from ._errors import run_time_error
-from ._objects import Object, with_protocols
+from ._objects import Dispatch, Object, with_protocols
 
 
 def _item(target, index):
@@ -64,6 +64,11 @@ class INIFile(_Names):
         keys = dict(keys)
         if None in keys.values():
             raise TypeError("a key has a text")
+        # What is no name or no text fails here, before anything is changed.
+        trial = Dispatch("VlGeneralServices.Files").CreateINIFile(self.FullPath)
+        for key, text in keys.items():
+            trial.CreateKey("Keys", key, text)
+        keys = trial["Keys"].texts() if len(trial) else {}
         if isinstance(name, int) and not 1 <= name <= len(self):
             raise run_time_error(9, f"there is no section {name}")
         section = self.values()[name - 1].Name if isinstance(name, int) else self.CreateSection(name).Name
@@ -142,7 +147,10 @@ class Property(_Names):
         return _item(self, index)
 
     def __setitem__(self, name, text):
-        self._owner().CreateKey(self.Name, name, text)
+        document = self._owner()
+        if document.Section(self.Name) != self:
+            raise KeyError(f"the section {self.Name} was deleted")
+        document.CreateKey(self.Name, name, text)
 
     def __delitem__(self, name):
         if not self._owner().DeleteKey(self.Name, name):

@@ -1,6 +1,8 @@
 # SPDX-License-Identifier: MIT
 """The one exception type, and its subclasses that are Python's own as well."""
 
+import errno
+
 _TEXTS = {
     6: "Overflow",
     9: "Subscript out of range",
@@ -36,6 +38,8 @@ class Error(Exception):
         self.number = number
         self.source = source
         self.description = description
+        if isinstance(self, OSError):
+            self.errno = errno.EACCES if isinstance(self, PermissionError) else errno.ENOENT
 
     @property
     def code(self):

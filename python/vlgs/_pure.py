@@ -671,6 +671,9 @@ class Object:
     def __setitem__(self, index, value):
         write(self, _DEFAULT_MEMBER, (*_arguments(index), value))
 
+    def __delitem__(self, index):
+        raise TypeError("members are not deleted by position")
+
     def __eq__(self, other):
         if not isinstance(other, Object):
             return NotImplemented

@@ -4,6 +4,7 @@ import copy
 import ctypes
 import datetime
 import decimal
+import errno
 import gc
 import math
 import os
@@ -243,7 +244,9 @@ class MemberTest(Case):
         with self.assertRaises(FileNotFoundError) as raised:
             files.ExtractPathVolume("C:\\no\\such")
         self.assertEqual(raised.exception.code, vlgs.constants.eMsg_ErrorPathIsBad)
-        self.assertRaises(FileNotFoundError, files.RetrieveINIFile, "/no/such/file")
+        with self.assertRaises(FileNotFoundError) as raised:
+            files.RetrieveINIFile("/no/such/file")
+        self.assertEqual(raised.exception.errno, errno.ENOENT)
         with self.assertRaisesRegex(AttributeError, "CreateKye of INIFile; did you mean CreateKey") as raised:
             files.CreateINIFile("a").CreateKye
         self.assertEqual((raised.exception.name, type(raised.exception.obj).__name__), ("CreateKye", "INIFile"))
@@ -270,9 +273,17 @@ class MemberTest(Case):
             self.assertEqual((again["X"], again["ODBC"]["X"], again[9]), (vlgs.Empty,) * 3)
             for read in (lambda: again[-1], lambda: again["ODBC"][-3]):
                 self.assertRaises(IndexError, read)
+            for keys in {"DSN": "x", "UID": None}, {"DSN": "x", "UID": object()}, {"DSN": "x", "": "y"}:
+                with self.assertRaises((TypeError, vlgs.Error)):
+                    again["ODBC"] = keys
+            self.assertEqual(again["ODBC"].texts(), {"DSN": "Other", "UID": "me"})
             again["ODBC"] = {"DSN": "x"}
             del again["A"], again["ODBC"]["DSN"]
             self.assertEqual((len(again), len(again["ODBC"])), (1, 0))
+            gone = again["ODBC"]
+            del again["ODBC"]
+            with self.assertRaises(KeyError):
+                gone["DSN"] = "y"
             with self.assertRaises(KeyError):
                 del again["A"]
 
