@@ -109,6 +109,7 @@ class CommandLineTest(unittest.TestCase):
                     status, out, told = vlgs("run", script, file)
                     self.assertEqual((status > 0, out), (bool(report), output))
                     self.assertIn(report.replace("S:", script + ":"), told)
+            self.assertEqual(vlgs("run", "-", input_="x" * 20_000_000), (1, "", "-:1: error 7: Out of memory\n"))
             self.assertEqual(vlgs("run", "--json", input_="'\"\\\t😀'\nx.y"),
                              (2, r'{"type": "String", "value": "\"\\\u0009😀"}' + "\n", '-:2: there is no class or variable "x"\n'))
 

@@ -12,6 +12,8 @@
 #ifdef _WIN32
 #include <io.h>
 #else
+#include "platform/posix/UserFolders.h"
+
 #include <dlfcn.h>
 #include <unistd.h>
 #endif
@@ -169,8 +171,8 @@ LineEditor::LineEditor(Completer completer) {
     *library.catchesSignals = 0;
     if (library.isReadline)
         *library.nextCharacter = nextCharacter;
-    if (const char* home = std::getenv("HOME"); home && *home) {
-        session->historyFile = std::string(home) + "/.vlgs_history";
+    if (const auto home = posix::trustedVariable("HOME"); home && !home->empty()) {
+        session->historyFile = *home + "/.vlgs_history";
         library.readHistory(session->historyFile.c_str());
     }
 }

@@ -84,8 +84,10 @@ class Script {
 // The status of the first line that fails, with its place told.
 int runLines(std::istream& lines, const std::string& name, Script& script) {
     std::string line;
-    for (std::size_t number = 1; !script.ended() && std::getline(lines, line); ++number) {
+    for (std::size_t number = 1; !script.ended(); ++number) {
         try {
+            if (!nextLine(*lines.rdbuf(), line))
+                break;
             const bool marked = number == 1 && line.starts_with(byteOrderMark);
             script.carryOut(std::string_view(line).substr(marked ? byteOrderMark.size() : 0));
         } catch (const std::exception&) {

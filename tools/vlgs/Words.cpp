@@ -7,8 +7,6 @@
 #include "base/NearestName.h"
 
 #include <algorithm>
-#include <iostream>
-#include <iterator>
 #include <utility>
 
 namespace vlgs::cli {
@@ -64,7 +62,7 @@ std::string takeInput() {
     static bool taken = false;
     if (std::exchange(taken, true))
         throw Misuse("standard input is one value: a second @- has nothing to read");
-    return {std::istreambuf_iterator<char>(std::cin), {}};
+    return readInput();
 }
 
 } // namespace
