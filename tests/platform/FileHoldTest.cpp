@@ -174,6 +174,13 @@ TEST_F(Holding, SeesProgramsThatKnowNothingOfIt) {
         const Companion writer = openBy(O_WRONLY);
         EXPECT_EQ(errorOfHold(), 70);
     }
+    {
+        const Companion stuck([&] {
+            std::signal(SIGIO, SIG_IGN);
+            return ::fcntl(::open(scratch.host("f").c_str(), O_RDWR), F_SETLEASE, F_WRLCK);
+        });
+        EXPECT_EQ(errorOf([&] { readFile(path); }), 70) << "it does not answer to its lease";
+    }
     const Companion locker([&] {
         const int file = ::open(scratch.host("f").c_str(), O_RDWR);
         struct flock lock {};

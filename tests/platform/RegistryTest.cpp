@@ -112,6 +112,28 @@ TEST_F(Registry, AHiveOfAnyFormIsChangedInPlaceWhereTheFolderIsClosed) {
     }
 }
 
+TEST_F(Registry, AllNamesOfAHiveSeeTheSame) {
+    create(u"A");
+    std::filesystem::create_hard_link(scratch_.host("r/" + hiveFile), scratch_.host("r/other"));
+    for (const auto* value : {u"v", u"w"}) {
+        EXPECT_EQ(open(u"A").set(value, textData(u"x")), Success);
+        letGo();
+    }
+    EXPECT_EQ(scratch_.read("r/other"), content());
+}
+
+TEST_F(Registry, AHiveThatAKilledProcessLeftHalfWrittenOverIsFinished) {
+    const Scratch state;
+    const Setting stateFolder("XDG_STATE_HOME", state.folder());
+    const std::string before = "REGEDIT4\r\n\r\n[HKEY_CURRENT_USER\\A]\r\n\"o\"=\"1\"\r\n";
+    const auto after =
+        utf16(u"Windows Registry Editor Version 5.00\r\n\r\n[HKEY_CURRENT_USER\\A]\r\n\"o\"=\"2\"\r\n");
+    setContent(after.substr(0, 20) + before.substr(20));
+    leaveRecoveryCopy(state, scratch_.host("r/" + hiveFile), before, after);
+    EXPECT_EQ(query(open(u"A"), u"o"), textData(u"2"));
+    EXPECT_EQ(content(), after);
+}
+
 TEST_F(Registry, KeepsEveryTypeNameAndByte) {
     const std::string bytes("\x00\x01\xFE\xFF\x0A\x0D", 6);
     const std::vector<std::pair<String, RegistryData>> values{

@@ -6,7 +6,9 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <chrono>
 #include <fcntl.h>
+#include <thread>
 #include <unistd.h>
 
 namespace vlgs::posix {
@@ -15,6 +17,8 @@ namespace {
 
 constexpr std::size_t chunk = 1u << 30;
 constexpr std::size_t smallestRoom = 4096;
+constexpr int leaseWaits = 4000;
+constexpr std::chrono::microseconds leaseWait{500};
 
 int openOnce(const std::string& path, int flags, mode_t mode) {
     int file;
@@ -33,9 +37,11 @@ void closeDescriptor(int descriptor) noexcept {
 Descriptor openFile(const std::string& path, int flags, mode_t mode) {
     flags |= O_CLOEXEC | O_NOCTTY;
     int file = openOnce(path, flags | O_NONBLOCK, mode);
-    // Another process's lease is being broken, for which an open waits unless it is told not to.
-    if (file < 0 && errno == EWOULDBLOCK)
-        file = openOnce(path, flags, mode);
+    // Another process's lease is being broken, for which the host itself would wait much longer.
+    for (int i = 0; file < 0 && errno == EWOULDBLOCK && i < leaseWaits; ++i) {
+        std::this_thread::sleep_for(leaseWait);
+        file = openOnce(path, flags | O_NONBLOCK, mode);
+    }
     return Descriptor(file);
 }
 

@@ -40,6 +40,7 @@ void raiseHostError(int error, const std::string& path) {
     case EFBIG:
         raise(RunTimeError::DiskFull);
     case EIO:
+    case EPIPE:
     case ENXIO:
     case ENODEV:
         raise(RunTimeError::DeviceIoError);

@@ -39,16 +39,29 @@ void appendHex(std::string& name, std::uint64_t number) {
         name += static_cast<char>(ascii::lowerHexDigits[number >> shift & 15]);
 }
 
-/// The path of a file's recovery copy; "" when the file tells nothing about itself.
-std::string recoveryPath(int file) {
-    struct stat status;
-    if (::fstat(file, &status) != 0 || !S_ISREG(status.st_mode))
-        return {};
+/// The path of a file's recovery copy.
+std::string recoveryPath(const struct stat& status) {
     auto path = stateFolder() + "/recovery/";
     appendHex(path, status.st_dev);
     path += '-';
     appendHex(path, status.st_ino);
     return path;
+}
+
+/// The same; "" when the file tells nothing about itself.
+std::string recoveryPath(int file) {
+    struct stat status;
+    return ::fstat(file, &status) == 0 && S_ISREG(status.st_mode) ? recoveryPath(status) : std::string();
+}
+
+/// Opens a recovery copy; none that somebody else has put where this user's are looked for, as in the home
+/// folder of the one who called in the administrator.
+Descriptor openCopy(const std::string& path) {
+    auto copy = path.empty() ? Descriptor() : openFile(path, O_RDONLY | O_NOFOLLOW);
+    struct stat status;
+    const bool own =
+        copy && ::fstat(copy.get(), &status) == 0 && S_ISREG(status.st_mode) && status.st_uid == ::geteuid();
+    return own ? std::move(copy) : Descriptor();
 }
 
 /// Puts a recovery copy on the disk; false where the user has no place for it.
@@ -138,9 +151,13 @@ int overwriteInPlace(int file, std::string_view bytes) {
     return error;
 }
 
+bool isUnfinished(const struct stat& file) {
+    return S_ISREG(file.st_mode) && openCopy(recoveryPath(file));
+}
+
 void finishOverwritingClaimed(int file, const std::string& path) {
     const auto copy = recoveryPath(file);
-    const auto kept = copy.empty() ? Descriptor() : openFile(copy, O_RDONLY | O_NOFOLLOW);
+    const auto kept = openCopy(copy);
     if (!kept)
         return;
     const auto bytes = readRest(kept.get());
@@ -154,8 +171,8 @@ void finishOverwritingClaimed(int file, const std::string& path) {
 }
 
 void finishOverwriting(int file, const std::string& path) {
-    const auto copy = recoveryPath(file);
-    if (copy.empty() || ::access(copy.c_str(), F_OK) != 0 ||
+    struct stat status;
+    if (::fstat(file, &status) != 0 || !isUnfinished(status) ||
         claim(file, Claim::Sole, Waiting::ForSavers) != ClaimResult::Taken)
         return;
     finishOverwritingClaimed(file, path);

@@ -9,12 +9,16 @@
 
 #include <string>
 #include <string_view>
+#include <sys/stat.h>
 
 namespace vlgs::posix {
 
 /// Makes `bytes` the content of a file that is open for reading and writing and claimed by the caller, and
 /// puts it on the disk. After a failure the old content is back. 0, or the value of errno.
 int overwriteInPlace(int file, std::string_view bytes);
+
+/// Whether a process of this user is writing a file in this way, or has died at it.
+bool isUnfinished(const struct stat& file);
 
 /// Finishes what a process that is gone has begun with a file. Waits for one that is still at work; when
 /// others claim the file, or it may not be written, it is left as it is. The file is open in any way, and not

@@ -3,6 +3,7 @@
 
 #include "platform/posix/Attributes.h"
 #include "platform/posix/HostPath.h"
+#include "platform/posix/InPlace.h"
 #include "platform/posix/NewFile.h"
 #include "platform/posix/RegistryLock.h"
 #include "platform/posix/Sharing.h"
@@ -84,15 +85,6 @@ int keepProperties(int from, int to) {
     return ::fchmod(to, old.st_mode & 07777) == 0 ? 0 : errno;
 }
 
-/// Gives an open file other content; 0, or the value of errno.
-int overwrite(int file, const std::string& bytes) {
-    if (::lseek(file, 0, SEEK_SET) < 0)
-        return errno;
-    if (const int error = writeAll(file, bytes.data(), bytes.size()))
-        return error;
-    return ::ftruncate(file, static_cast<off_t>(bytes.size())) == 0 && ::fsync(file) == 0 ? 0 : errno;
-}
-
 std::string wholeText(RegistryHive hive, const RegistryKeyNode& root) {
     return registryFileOf(registryTextOf(hive, root));
 }
@@ -122,6 +114,8 @@ RegistryStatus RegistryFile::refresh() {
             seenStatus_.st_mode = now.st_mode;
             return status_;
         }
+        if (isUnfinished(now))
+            finishRewriting();
         const ReaderLock file(path_);
         if (file)
             return file.locked() ? read(file.get()) : readUnlocked(file.get());
@@ -130,6 +124,12 @@ RegistryStatus RegistryFile::refresh() {
     const int error = errno;
     forget();
     return error == ENOENT || error == ENOTDIR ? RegistryStatus::Success : statusOf(error);
+}
+
+/// Finishes what a process that is gone has begun to write over the file.
+void RegistryFile::finishRewriting() const {
+    if (const WriterLock file(path_); file.error() == 0)
+        finishOverwritingClaimed(file.get(), path_);
 }
 
 /// Reads while somebody may write; what was written meanwhile has changed the file's state.
@@ -233,6 +233,9 @@ RegistryStatus RegistryFile::change(const Describe& describe) {
     const WriterLock file(path_);
     if (file.error() != 0)
         return statusOf(file.error());
+    struct stat now;
+    if (::fstat(file.get(), &now) == 0 && !isSameVersion(now, seenStatus_))
+        finishOverwritingClaimed(file.get(), path_);
     status = read(file.get());
     RegistryTextWriter writer(hive_);
     if (status == RegistryStatus::Success)
@@ -306,6 +309,8 @@ int RegistryFile::add(int file, const std::u16string& lines) {
 
 /// Puts a text without additions in the file's place; 0, or the value of errno.
 int RegistryFile::replace(int file) {
+    if (seenStatus_.st_nlink > 1)
+        return EPERM; // all its names are to see the same
     const auto target = withoutLinks(path_);
     auto made = NewFile::create(parentFolder(target), 0600);
     if (!made)
@@ -326,13 +331,8 @@ int RegistryFile::replace(int file) {
 /// Writes a text without additions over the file's own; 0, or the value of errno.
 int RegistryFile::rewrite(int file) {
     const auto bytes = wholeText(hive_, root_);
-    std::string before;
-    if (const int error = readFrom(file, 0, sizeOf(seenStatus_), before))
+    if (const int error = overwriteInPlace(file, bytes))
         return error;
-    if (const int error = overwrite(file, bytes)) {
-        overwrite(file, before);
-        return error;
-    }
     take(file, bytes);
     return 0;
 }

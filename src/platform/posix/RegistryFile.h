@@ -40,6 +40,7 @@ class RegistryFile {
     RegistryStatus change(const Describe& describe);
 
   private:
+    void finishRewriting() const;
     RegistryStatus read(int file);
     RegistryStatus readUnlocked(int file);
     bool readOn(int file, const struct stat& status);

@@ -123,6 +123,7 @@ bool keepProperties(int file, const OldFile& old, const ReplaceOptions& options)
 }
 
 void writeDevice(const std::string& path, std::string_view bytes) {
+    const PipeShield shield;
     const auto file = openFile(path, O_WRONLY);
     if (!file)
         raiseHostError(errno, path);

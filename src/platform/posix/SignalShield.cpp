@@ -29,6 +29,7 @@ bool comesFromThisProcess(const siginfo_t& info) {
 } // namespace
 
 SizeLimitShield::SizeLimitShield() noexcept : SignalShield(SIGXFSZ, comesFromThisProcess) {}
+PipeShield::PipeShield() noexcept : SignalShield(SIGPIPE, comesFromThisProcess) {}
 
 SignalShield::SignalShield(int signal, Ours ours) noexcept : signal_(signal), ours_(ours) {
     const auto set = only(signal);

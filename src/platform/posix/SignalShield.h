@@ -32,4 +32,9 @@ struct SizeLimitShield : SignalShield {
     SizeLimitShield() noexcept;
 };
 
+/// The same for a pipe whose reader has gone.
+struct PipeShield : SignalShield {
+    PipeShield() noexcept;
+};
+
 } // namespace vlgs::posix
