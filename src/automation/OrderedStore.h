@@ -45,6 +45,12 @@ class OrderedStore final : public Object {
     Failure add(Variant item, std::optional<String> key, const Variant& before = missing,
                 const Variant& after = missing);
 
+    /// Fills a new store, for which `members` bring their number: see KeyedSequence.
+    void reserve(std::int32_t members) { members_.reserve(static_cast<std::uint32_t>(members)); }
+    void appendNew(Variant item, String key, std::uint32_t hash) noexcept {
+        members_.appendNew(std::move(item), std::move(key), hash);
+    }
+
     /// Removes the member that `index` names. Fails with 5, 9 or 13.
     Failure remove(const Variant& index);
 

@@ -77,6 +77,12 @@ class KeyedSequence {
         return add(std::move(item), std::move(key), prepared);
     }
 
+    /// Makes room for so many members in all, each with a key.
+    void reserve(std::uint32_t members);
+    /// Adds a member at the end with a key that no other has. REQUIRES: reserved room, and only that way were
+    /// members added; `hash` is the low half of `hashIgnoringCase(key)`.
+    void appendNew(Item&& item, String&& key, std::uint32_t hash) noexcept;
+
     /// REQUIRES: the place is of a member.
     void remove(Place place);
 
@@ -150,6 +156,27 @@ inline bool KeyedSequence<Item>::add(Item&& item, std::optional<String>&& key, s
     entries_.push_back({std::move(item), key ? std::move(*key) : String()});
     ++count_;
     return true;
+}
+
+template <class Item>
+void KeyedSequence<Item>::reserve(std::uint32_t members) {
+    entries_.reserve(members);
+    if (members <= scanned)
+        return;
+    index_.reserve(members);
+    hashes_.reserve(members);
+}
+
+template <class Item>
+void KeyedSequence<Item>::appendNew(Item&& item, String&& key, std::uint32_t hash) noexcept {
+    if (index_.exists())
+        hashes_.push_back(hash);
+    if (key.empty())
+        emptyKeyEntry_ = count_;
+    else if (index_.exists())
+        index_.insert(hash, count_);
+    entries_.push_back({std::move(item), std::move(key)});
+    ++count_;
 }
 
 template <class Item>

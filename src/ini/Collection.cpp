@@ -13,6 +13,9 @@ namespace vlgs {
 
 namespace {
 
+/// Says that a store has to be asked; no record stands there.
+constexpr std::uint32_t notFresh = FreshNames::none - 1;
+
 constexpr auto outOfMemory = static_cast<std::int32_t>(RunTimeError::OutOfMemory);
 
 std::int32_t numberOf(OrderedStore::Failure failure) noexcept {
@@ -46,9 +49,9 @@ std::int32_t Collection::Count() const noexcept {
 }
 
 Variant Collection::Item(const Variant& Index) {
-    if (const auto place = freshPlace(Index))
-        return *place == FreshNames::none ? Variant() : Variant(Ref<Property>(objectOf(*place)));
-    const Variant* member = Count() > 0 ? Store()->read(Index).member : nullptr;
+    if (const auto place = freshPlace(Index); place != notFresh)
+        return place == FreshNames::none ? Variant() : Variant(Ref<Property>(objectOf(place)));
+    const Variant* member = storedMember(Index);
     return member && isReadable(*member) ? *member : Variant();
 }
 
@@ -68,9 +71,9 @@ std::int32_t Collection::Add(const Variant& Item, const String& key, const Varia
 }
 
 bool Collection::IsPresent(const Variant& Index) {
-    if (const auto place = freshPlace(Index))
-        return *place != FreshNames::none;
-    return Count() > 0 && Store()->read(Index).member;
+    if (const auto place = freshPlace(Index); place != notFresh)
+        return place != FreshNames::none;
+    return storedMember(Index);
 }
 
 Ref<Enumerator> Collection::NewEnum() {
@@ -94,9 +97,9 @@ void Collection::SetStore(Ref<OrderedStore> store) noexcept {
 }
 
 Property* Collection::property(const Variant& index) {
-    if (const auto place = freshPlace(index))
-        return *place == FreshNames::none ? nullptr : objectOf(*place);
-    return Count() > 0 ? objectIn<Property>(Store()->read(index).member) : nullptr;
+    if (const auto place = freshPlace(index); place != notFresh)
+        return place == FreshNames::none ? nullptr : objectOf(place);
+    return objectIn<Property>(storedMember(index));
 }
 
 Property* Collection::property(std::u16string_view key) {
@@ -176,27 +179,37 @@ bool Collection::isUnused() const noexcept {
     return store && !*store;
 }
 
-// The object is there for good; when there are many of a section's keys they move into a store.
+// The object is there for good; when there are many of them, the members move into a store.
 Property* Collection::objectOf(std::uint32_t place) {
-    if (auto* sections = freshSections())
-        return &sections->object(place);
-    FreshKeys& keys = *freshKeys();
-    Property& object = keys.object(place);
-    if (keys.isWorn())
-        Store();
-    return &object;
+    const auto take = [&](auto& fresh) {
+        Property& object = fresh.object(place);
+        if (fresh.isWorn())
+            Store();
+        return &object;
+    };
+    auto* sections = freshSections();
+    return sections ? take(*sections) : take(*freshKeys());
 }
 
-// The fresh member that a text or a whole number names, or none. Nothing when a store has to be asked.
-std::optional<std::uint32_t> Collection::freshPlace(const Variant& index) const noexcept {
+// The fresh member that a text or a whole number names, or none, or `notFresh`. (An optional would be put
+// together in memory, and waited for, at each access.)
+std::uint32_t Collection::freshPlace(const Variant& index) const noexcept {
     const auto* names = fresh();
-    if (names && index.isString())
+    if (!names)
+        return notFresh;
+    if (index.isString())
         return names->find(index.text().view());
-    if (names && index.is(VarType::Long))
+    if (index.is(VarType::Long))
         return names->at(static_cast<std::uint32_t>(index.number()) - 1);
-    if (names && index.is(VarType::Integer))
+    if (index.is(VarType::Integer))
         return names->at(static_cast<std::uint32_t>(index.integer()) - 1);
-    return {};
+    return notFresh;
+}
+
+const Variant* Collection::storedMember(const Variant& index) {
+    if (const auto* store = std::get_if<Ref<OrderedStore>>(&members_))
+        return *store ? (*store)->read(index).member : nullptr;
+    return Store()->read(index).member;
 }
 
 } // namespace vlgs

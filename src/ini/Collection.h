@@ -10,7 +10,6 @@
 #include "ini/Property.h"
 
 #include <memory>
-#include <optional>
 #include <type_traits>
 #include <typeinfo>
 #include <variant>
@@ -127,7 +126,9 @@ class VLGS_API Collection final : public CountedComponent {
 
     const FreshNames* fresh() const noexcept;
     bool isUnused() const noexcept;
-    std::optional<std::uint32_t> freshPlace(const Variant& index) const noexcept;
+    std::uint32_t freshPlace(const Variant& index) const noexcept;
+    /// The member that an index names in the general store, null when there is none.
+    const Variant* storedMember(const Variant& index);
     Property* storedAt(std::uint32_t position) const noexcept;
 
     Members members_;

@@ -19,19 +19,18 @@ FreshKeys::Place FreshKeys::set(StoredText name, StoredText value) {
 }
 
 Ref<Property> FreshKeys::makeObject(Place key) const {
-    auto object = make<Property>();
-    object->SetName(sharedName(key));
-    object->LetValue(value(key).toString());
-    return object;
+    return make<Property>(sharedName(key), value(key).toString());
 }
 
 Ref<OrderedStore> FreshKeys::toStore() const {
     auto store = make<OrderedStore>();
+    store->reserve(static_cast<std::int32_t>(count()));
     for (std::uint32_t position = 0; position < count(); ++position) {
+        prefetch(position + recordsAhead);
         const Place key = at(position);
         auto object = arena()->isReplaced(key) ? objects_[arena()->replacement(key)] : makeObject(key);
-        String name = object->Name();
-        store->add(std::move(object), std::move(name));
+        String name = object->name();
+        store->appendNew(std::move(object), std::move(name), arena()->hash(key));
     }
     return store;
 }

@@ -25,6 +25,10 @@ class FreshNames {
 
     std::uint32_t count() const noexcept { return count_; }
 
+    /// For who goes over the members in order and asks for the records to come: far enough for memory to
+    /// answer in time, near enough to stay in the cache until then.
+    static constexpr std::uint32_t recordsAhead = 16;
+
     /// The memory of the records of the whole document.
     std::size_t arenaSize() const noexcept { return arena_->size(); }
 

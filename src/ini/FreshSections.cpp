@@ -25,15 +25,17 @@ Property& FreshSections::object(Place section) {
         keys->takeFresh(std::move(body.keys));
         object->SetValue(std::move(keys));
         body.object = std::move(object);
+        ++objectCount_;
     }
     return *body.object;
 }
 
 Ref<OrderedStore> FreshSections::toStore() {
     auto store = make<OrderedStore>();
+    store->reserve(static_cast<std::int32_t>(count()));
     for (std::uint32_t position = 0; position < count(); ++position) {
-        Property& section = object(at(position));
-        store->add(Ref<Property>(&section), sharedName(at(position)));
+        const Place section = at(position);
+        store->appendNew(Ref<Property>(&object(section)), sharedName(section), arena()->hash(section));
     }
     return store;
 }

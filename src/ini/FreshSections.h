@@ -28,6 +28,10 @@ class FreshSections final : public FreshNames {
     const FreshKeys& keys(Place section) const noexcept { return bodyOf(section).keys; }
     FreshKeys& keys(Place section) noexcept { return bodies_[arena()->replacement(section)].keys; }
 
+    /// Whether so many objects were made that a general store is worth making. It lets the arena go when the
+    /// keys do.
+    bool isWorn() const noexcept { return objectCount_ * std::uint64_t{4} > count(); }
+
     /// A store of the objects of all sections.
     Ref<OrderedStore> toStore();
 
@@ -40,6 +44,7 @@ class FreshSections final : public FreshNames {
     const Body& bodyOf(Place section) const noexcept { return bodies_[arena()->replacement(section)]; }
 
     std::vector<Body> bodies_;
+    std::uint32_t objectCount_ = 0;
 };
 
 } // namespace vlgs

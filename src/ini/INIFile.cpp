@@ -121,7 +121,8 @@ Ref<Property> INIFile::Section(const Variant& vSection) const {
 }
 
 Ref<Property> INIFile::Key(const Variant& vSection, const Variant& vKey) const {
-    return Ref<Property>(propertyIn(SectionKeys(vSection), vKey));
+    auto* keys = keysOf(propertyIn(sections_, vSection));
+    return Ref<Property>(keys ? keys->property(vKey) : nullptr);
 }
 
 String INIFile::KeyValue(const String& sSection, const String& sKey) const {

@@ -38,9 +38,6 @@ void forEachMember(Collection& members, OnFresh&& onFresh, OnObject&& onObject) 
     }
 }
 
-// Far enough for memory to answer in time, near enough to stay in the cache until then.
-constexpr std::uint32_t recordsAhead = 16;
-
 // Shows a document in order: `onSection(name)`, then `onKey(name, value)` for each of its keys. `textOf`
 // makes a text of a key's value that is none yet.
 template <class OnSection, class OnKey, class TextOf>
@@ -64,7 +61,7 @@ void visitDocument(const INIFile& document, OnSection&& onSection, OnKey&& onKey
             onSection(fresh.name(section));
             const FreshKeys& keys = fresh.keys(section);
             for (std::uint32_t position = 0; position < keys.count(); ++position) {
-                keys.prefetch(position + recordsAhead);
+                keys.prefetch(position + FreshKeys::recordsAhead);
                 const auto key = keys.at(position);
                 if (const Property* object = keys.knownObject(key))
                     onKeyObject(*object);

@@ -23,6 +23,9 @@ class VLGS_API Property final : public CountedComponent {
     static const ClassInfo& description();
     const ClassInfo* classInfo() const noexcept override { return &description(); }
 
+    Property() = default;
+    Property(String name, String text) noexcept : name_(std::move(name)), value_(std::move(text)) {}
+
     /// The name in the case in which it was given.
     String Name() const { return name_; }
     /// An object as a reference to it, anything else as a copy.
