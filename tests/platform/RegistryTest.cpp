@@ -409,18 +409,41 @@ TEST_F(Registry, NobodyWhoMayOnlyReadKeepsOthersFromTheHive) {
     ::close(reader);
 }
 
-TEST_F(Registry, AWriterWhoDoesNotGoOnMakesTheOthersBusy) {
-    create(u"Key");
-    const auto path = scratch_.host("r/" + hiveFile + ".lock");
-    struct stat status {};
-    ASSERT_EQ(::stat(path.c_str(), &status), 0);
-    EXPECT_EQ(status.st_mode & 0777, 0600u);
-    const int writer = ::open(path.c_str(), O_RDWR | O_CLOEXEC);
-    ASSERT_EQ(::flock(writer, LOCK_EX), 0);
-    EXPECT_EQ(static_cast<int>(open(u"Key").set(u"v", textData(u"x"))), 170);
-    EXPECT_EQ(valueNames(open(u"Key")).size(), 0u);
-    ::close(writer);
-    EXPECT_EQ(open(u"Key").set(u"v", textData(u"x")), Success);
+TEST_F(Registry, AWriterWhoDoesNotGoOnMakesTheOthersBusyAndOneWhoDoesIsWaitedFor) {
+    const auto add = [](RegistryHive hive, std::u16string_view name) {
+        RegistryKey key;
+        const auto status = RegistryKey(hive).create(u"Key", fullAccess, key);
+        return static_cast<int>(status == Success ? key.set(name, textData(u"x")) : status);
+    };
+    const auto lock = [&](const std::string& file) {
+        const auto path = scratch_.host("r/" + file + ".lock");
+        struct stat status {};
+        EXPECT_EQ(::stat(path.c_str(), &status), 0);
+        EXPECT_EQ(status.st_mode & 0777, 0600u);
+        const int writer = ::open(path.c_str(), O_RDWR | O_CLOEXEC);
+        EXPECT_EQ(::flock(writer, LOCK_EX), 0);
+        return writer;
+    };
+    ASSERT_EQ(add(RegistryHive::CurrentUser, u"a"), 0);
+    ASSERT_EQ(add(RegistryHive::LocalMachine, u"a"), 0);
+    const int stuck = lock(hiveFile);
+    const int atWork = lock("HKEY_LOCAL_MACHINE.reg");
+    const auto refused = start([&] { return add(RegistryHive::CurrentUser, u"b"); });
+    const auto patient = start([&] { return add(RegistryHive::LocalMachine, u"b"); });
+    // One wait lasts five seconds, and begins again when the hive has changed meanwhile.
+    for (int i = 0; i < 60; ++i) {
+        std::filesystem::last_write_time(scratch_.host("r/HKEY_LOCAL_MACHINE.reg"),
+                                         std::filesystem::file_time_type::clock::now());
+        std::this_thread::sleep_for(std::chrono::milliseconds(100));
+    }
+    ::flock(atWork, LOCK_UN);
+    EXPECT_EQ(finish(refused), 170);
+    EXPECT_EQ(finish(patient), 0);
+    ::flock(stuck, LOCK_UN);
+    EXPECT_EQ(valueNames(open(u"Key")), std::vector<String>{u"a"});
+    EXPECT_EQ(add(RegistryHive::CurrentUser, u"b"), 0);
+    for (const int file : {stuck, atWork})
+        ::close(file);
 }
 
 TEST_F(Registry, AKilledWriterTearsAndLosesNothing) {

@@ -6,6 +6,7 @@
 #include <fcntl.h>
 #include <poll.h>
 #include <sched.h>
+#include <sys/inotify.h>
 #include <sys/mount.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
@@ -87,13 +88,33 @@ TEST_F(Replacing, StrangersLinksInASharedFolderLeadNowhere) {
     }
 }
 
+/// What has happened, in order.
+std::vector<std::uint32_t> masksOf(int events) {
+    alignas(inotify_event) char bytes[4096];
+    const auto size = std::max<ssize_t>(::read(events, bytes, sizeof bytes), 0);
+    std::vector<std::uint32_t> masks;
+    inotify_event event;
+    for (ssize_t at = 0; at < size; at += static_cast<ssize_t>(sizeof event + event.len)) {
+        std::memcpy(&event, bytes + at, sizeof event);
+        masks.push_back(event.mask);
+    }
+    return masks;
+}
+
 TEST_F(Replacing, AllNamesOfAFileGetTheNewContent) {
     scratch.write("f", "a longer old content");
     std::filesystem::create_hard_link(scratch.host("f"), scratch.host("g"));
+    const auto copies = state.host("vlgs/recovery");
+    std::filesystem::create_directories(copies);
+    const int events = ::inotify_init1(IN_CLOEXEC | IN_NONBLOCK);
+    ::inotify_add_watch(events, copies.c_str(), IN_MOVED_TO | IN_DELETE);
+    ::inotify_add_watch(events, scratch.host("f").c_str(), IN_MODIFY);
     replaceFile(scratch.path("f"), "new");
     EXPECT_EQ(scratch.read("g"), "new");
     EXPECT_EQ(scratch.entries(), 2u);
-    EXPECT_TRUE(std::filesystem::is_empty(state.host("vlgs/recovery")));
+    EXPECT_EQ(masksOf(events), (std::vector<std::uint32_t>{IN_MOVED_TO, IN_MODIFY, IN_DELETE}))
+        << "a copy is there before the first byte is written, and goes after the last";
+    ::close(events);
 }
 
 TEST_F(Replacing, SweepsAwayWhatKilledProcessesHaveLeftAndNothingElse) {
