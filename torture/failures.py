@@ -64,6 +64,8 @@ def injected(options, end, random):
             before.stored = after.found  # it is gone with its process
         counts.attempts += 1
         judge(counts, before, after, f"{title}: {name} {count} {error}", title != "registry")
+        if title == "save through a link" and not words[1].is_symlink():
+            counts.fail("losses", f"{title}: {name} {count} {error}: the link is gone")
     for place, words in prepared:
         place.sweep(words, counts, KNOWN)
     counts.notes.append(f"{counts.attempts} of {len(work)} were tried")
