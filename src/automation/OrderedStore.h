@@ -50,6 +50,7 @@ class OrderedStore final : public Object {
     void appendNew(Variant item, String key, std::uint32_t hash) noexcept {
         members_.appendNew(std::move(item), std::move(key), hash);
     }
+    void prefetch(std::uint32_t hash) const noexcept { members_.prefetch(hash); }
 
     /// Removes the member that `index` names. Fails with 5, 9 or 13.
     Failure remove(const Variant& index);

@@ -82,6 +82,8 @@ class KeyedSequence {
     /// Adds a member at the end with a key that no other has. REQUIRES: reserved room, and only that way were
     /// members added; `hash` is the low half of `hashIgnoringCase(key)`.
     void appendNew(Item&& item, String&& key, std::uint32_t hash) noexcept;
+    /// Begins to fetch what `appendNew` will read for a hash.
+    void prefetch(std::uint32_t hash) const noexcept { index_.prefetch(hash); }
 
     /// REQUIRES: the place is of a member.
     void remove(Place place);

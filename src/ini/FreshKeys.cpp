@@ -27,6 +27,8 @@ Ref<OrderedStore> FreshKeys::toStore() const {
     store->reserve(static_cast<std::int32_t>(count()));
     for (std::uint32_t position = 0; position < count(); ++position) {
         prefetch(position + recordsAhead);
+        if (const Place soon = at(position + recordsAhead / 2); soon != none)
+            store->prefetch(arena()->hash(soon));
         const Place key = at(position);
         auto object = arena()->isReplaced(key) ? objects_[arena()->replacement(key)] : makeObject(key);
         String name = object->name();

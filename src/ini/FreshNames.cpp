@@ -60,8 +60,12 @@ void FreshNames::grow() {
     std::copy_n(places(), count_, table.get() + capacity);
     table_ = std::move(table);
     capacity_ = capacity;
-    for (std::uint32_t position = 0; position < count_; ++position)
+    for (std::uint32_t position = 0; position < count_; ++position) {
+        prefetch(position + recordsAhead);
+        if (const Place soon = at(position + recordsAhead / 2); soon != none)
+            __builtin_prefetch(&table_.get()[arena_->hash(soon) & (capacity - 1)], 1);
         index(at(position), arena_->hash(at(position)));
+    }
 }
 
 // No place takes all bits, so that no slot in use is the free one.
