@@ -112,25 +112,6 @@ std::optional<CalendarDay> dayOf(const DayParts& parts, DateOrder order, int thi
 
 // ---- The ways to read a text ----
 
-// "2009-03-07", "2009-03-07 14:05" and "2009-03-07 14:05:09", the forms that programs write, without the
-// detour of the general reading, which would say the same. Nothing for any other text.
-std::optional<Date> isoMoment(std::u16string_view text) {
-    constexpr std::u16string_view form = u"0000-00-00 00:00:00";
-    if (text.size() != 10 && text.size() != 16 && text.size() != 19)
-        return std::nullopt;
-    for (std::size_t i = 0; i < text.size(); ++i)
-        if (form[i] == u'0' ? text[i] < u'0' || text[i] > u'9' : text[i] != form[i])
-            return std::nullopt;
-    const auto two = [&](std::size_t at) {
-        return at < text.size() ? (text[at] - u'0') * 10 + (text[at + 1] - u'0') : 0;
-    };
-    const DateParts parts{two(0) * 100 + two(2), two(5), two(8), two(11), two(14), two(17)};
-    if (!isDay(parts.year, parts.month, parts.day) || parts.hour > 23 || parts.minute > 59 ||
-        parts.second > 59)
-        return std::nullopt;
-    return vlgs::dateOf(parts);
-}
-
 class Reading {
   public:
     Reading(const Locale& locale, const DateNames& names) : locale_(locale), names_(names) {}
@@ -283,8 +264,6 @@ std::optional<Date> dayCount(std::u16string_view text, const Locale& locale) {
 DateReader::DateReader(const Locale& locale) : locale_(locale), names_(locale) {}
 
 std::optional<Date> DateReader::read(std::u16string_view text, WantedPart wanted) const {
-    if (const auto date = isoMoment(text))
-        return date;
     const auto moment = Reading(locale_, names_).read(text, wanted);
     return moment ? std::optional(dateOf(*moment)) : dayCount(text, locale_);
 }
@@ -297,7 +276,26 @@ std::optional<Date> DateReader::readLongDate(std::u16string_view text) const {
     return moment && moment->day && rest.empty() ? std::optional(dateOf(*moment)) : std::nullopt;
 }
 
+std::optional<Date> isoMoment(std::u16string_view text) noexcept {
+    constexpr std::u16string_view form = u"0000-00-00 00:00:00";
+    if (text.size() != 10 && text.size() != 16 && text.size() != 19)
+        return std::nullopt;
+    for (std::size_t i = 0; i < text.size(); ++i)
+        if (form[i] == u'0' ? text[i] < u'0' || text[i] > u'9' : text[i] != form[i])
+            return std::nullopt;
+    const auto two = [&](std::size_t at) {
+        return at < text.size() ? (text[at] - u'0') * 10 + (text[at + 1] - u'0') : 0;
+    };
+    const DateParts parts{two(0) * 100 + two(2), two(5), two(8), two(11), two(14), two(17)};
+    if (!isDay(parts.year, parts.month, parts.day) || parts.hour > 23 || parts.minute > 59 ||
+        parts.second > 59)
+        return std::nullopt;
+    return dateOf(parts);
+}
+
 std::optional<Date> parseDate(std::u16string_view text, WantedPart wanted) {
+    if (const auto date = isoMoment(text))
+        return date;
     return DateReader(Locale::user()).read(text, wanted);
 }
 

@@ -42,6 +42,10 @@ class DateReader {
     DateNames names_;
 };
 
+/// The moment of "2009-03-07", "2009-03-07 14:05" or "2009-03-07 14:05:09", the forms that programs write,
+/// which every locale reads so; nothing for any other text. It spares asking which locale is the user's.
+std::optional<Date> isoMoment(std::u16string_view text) noexcept;
+
 /// The moment of a text in the user's locale. Raises 13 for a text that is none.
 Date textToDate(std::u16string_view text, WantedPart wanted = WantedPart::Any);
 

@@ -70,6 +70,8 @@ WantedPart wantedOf(TimestampParts parts) {
 }
 
 std::optional<Date> momentOf(String text, WantedPart wanted, bool truncate) {
+    if (const auto date = isoMoment(text))
+        return date;
     const DateReader reader(Locale::user());
     auto date = reader.read(text, wanted);
     // The user's own long form first: in some languages a weekday's abbreviation begins a month's name.
