@@ -158,7 +158,8 @@ class CommandLineTest(unittest.TestCase):
                 (("set", a, "ODBC.DSN=x", "ODBC.UID=me=you", "A.B=@-"), "secret\n", (0, "", "")),
                 (("get", a, "odbc", "uid"), "", (0, "me=you\n", "")),
                 (("get", a, "A"), "", (0, "B=secret\n", "")),
-                (("get", a, "A", "C", "--default=none"), "", (0, "none\n", "")),
+                (("get", a, "A.C", "--default=none"), "", (0, "none\n", "")),
+                (("get", a, "ODBC.uid"), "", (0, "me=you\n", "")),
                 (("get", a, "OBDC"), "", (1, "", "error 9: There is no section [OBDC]; did you mean ODBC?\n")),
                 (("get", a + "x", "A"), "", (1, "", f"error 53: File not found: {a}x\n")),
                 (("set", a, "A", "key", "two\nlines"), "", (2, "", "vlgs: names and values in documents are one line\n")),
@@ -170,9 +171,9 @@ class CommandLineTest(unittest.TestCase):
                 (("list", b), "", (0, "Café.Größe=1\n", "")),
                 (("check", odd), "", (1, f"{odd}:1: neither a section nor a key\n"
                                          f"{odd}:4: key X again; the last one counts\n", "")),
-                (("delete", odd, "A", "x"), "", (1, "", "error 70: Saving would drop 2 lines of the file, the first one "
+                (("delete", odd, "A.x"), "", (1, "", "error 70: Saving would drop 2 lines of the file, the first one "
                                                         "line 1 (neither a section nor a key); --drop-lines saves without\n")),
-                (("delete", "--drop-lines", odd, "A", "x"), "", (0, "", "")),
+                (("delete", "--drop-lines", odd, "a.x"), "", (0, "", "")),
                 (("check", odd), "", (0, "", "")),
             ):
                 with self.subTest(words=words):

@@ -37,16 +37,47 @@ void printText(const String& text, bool json) {
         std::cout << toHost(text) << '\n';
 }
 
+// Section and key of "SECTION.KEY": the section is the longest one that the document has, else what stands
+// before the first dot.
+std::pair<std::u16string_view, std::u16string_view> splitName(const INIFile& document,
+                                                              std::u16string_view name) {
+    auto dot = name.find(u'.');
+    for (auto at = dot; document.sections() && at != name.npos; at = name.find(u'.', at + 1))
+        if (document.sections()->property(name.substr(0, at)))
+            dot = at;
+    return {name.substr(0, dot), name.substr(dot + 1)};
+}
+
+struct Target {
+    String section;
+    std::optional<String> key;
+};
+
+// What stands behind the file: SECTION, SECTION KEY, or SECTION.KEY where no section has that name.
+Target targetOf(const INIFile& document, const Words& words) {
+    const String name = fromHost(words[1]);
+    if (words.count() == 3)
+        return {name, fromHost(words[2])};
+    if (name.view().find(u'.') == name.view().npos ||
+        (document.sections() && document.sections()->property(name.view())))
+        return {name, std::nullopt};
+    const auto [section, key] = splitName(document, name);
+    return {section, key};
+}
+
 int get(std::span<const std::string_view> given) {
     const Words words("ini get", given, {"--json", "--default="});
     words.need(2, 3, "a file, a section and perhaps a key");
     const bool json = words.has("--json");
     const auto standard = words.value("--default=");
+    bool isKey = words.count() == 3 || words[1].find('.') != std::string_view::npos;
     try {
         const auto document = readDocument(words[0]);
-        const auto section = sectionNamed(*document, fromHost(words[1]));
-        if (words.count() == 3) {
-            printText(keyNamed(section, fromHost(words[2])), json);
+        const auto target = targetOf(*document, words);
+        isKey = target.key.has_value();
+        const auto section = sectionNamed(*document, target.section);
+        if (isKey) {
+            printText(keyNamed(section, *target.key), json);
         } else if (json) {
             printJson(Json::Layout::Line, [&](Json& out) { writeKeys(out, section); });
         } else {
@@ -55,7 +86,7 @@ int get(std::span<const std::string_view> given) {
                           << '\n';
         }
     } catch (const Error& error) {
-        if (!standard || words.count() != 3 ||
+        if (!standard || !isKey ||
             (!error.is(RunTimeError::SubscriptOutOfRange) && !error.is(RunTimeError::FileNotFound)))
             throw;
         printText(fromHost(*standard), json);
@@ -80,17 +111,6 @@ void requireStorable(const Assignment& assignment) {
     if (section.view().find_first_of(u"]=") != section.view().npos || trim(section) != section.view())
         throw Misuse("the name of a section has no \"]\" or \"=\", and no blank at its ends: \"" +
                      toHost(section) + "\"");
-}
-
-// Section and key of "SECTION.KEY": the section is the longest one that the document has, else what stands
-// before the first dot.
-std::pair<std::u16string_view, std::u16string_view> splitName(const INIFile& document,
-                                                              std::u16string_view name) {
-    auto dot = name.find(u'.');
-    for (auto at = dot; document.sections() && at != name.npos; at = name.find(u'.', at + 1))
-        if (document.sections()->property(name.substr(0, at)))
-            dot = at;
-    return {name.substr(0, dot), name.substr(dot + 1)};
 }
 
 std::vector<Assignment> assignmentsOf(const INIFile& document, const Words& words) {
@@ -130,11 +150,11 @@ int remove(std::span<const std::string_view> given) {
     words.need(2, 3, "a file, a section and perhaps a key");
     const EditLock lock(fullPath(fromHost(words[0])));
     const auto document = readDocument(words[0]);
-    const String name = fromHost(words[1]);
+    const auto [name, key] = targetOf(*document, words);
     const auto section = sectionNamed(*document, name);
-    if (words.count() == 3) {
-        keyNamed(section, fromHost(words[2]));
-        document->DeleteKey(name, Variant(fromHost(words[2])));
+    if (key) {
+        keyNamed(section, *key);
+        document->DeleteKey(name, Variant(*key));
     } else {
         document->DeleteSection(Variant(name));
     }

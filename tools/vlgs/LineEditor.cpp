@@ -116,21 +116,32 @@ int nextCharacter(FILE* from) {
     return count == 1 ? c : interrupted ? '\n' : EOF;
 }
 
-// While it lasts an interrupt ends the line that is being typed, not the process.
+// While it lasts an interrupt ends the line that is being typed, not the process. One that comes before the
+// wait for a key has begun would only be seen with the next key: the alarm then ends that wait.
 class Interruptible {
   public:
     Interruptible() {
         interrupted = 0;
         struct sigaction action {};
-        action.sa_handler = [](int) { interrupted = 1; };
-        sigaction(SIGINT, &action, &before_);
+        action.sa_handler = [](int) {
+            interrupted = 1;
+            alarm(1);
+        };
+        sigaction(SIGINT, &action, &interrupt_);
+        sigaction(SIGALRM, &action, &alarm_);
     }
-    ~Interruptible() { sigaction(SIGINT, &before_, nullptr); }
+    ~Interruptible() {
+        sigaction(SIGINT, &interrupt_, nullptr);
+        alarm(0);
+        sigaction(SIGALRM, &alarm_, nullptr);
+    }
     Interruptible(const Interruptible&) = delete;
     Interruptible& operator=(const Interruptible&) = delete;
 
   private:
-    struct sigaction before_ {};
+    using Action = struct sigaction;
+    Action interrupt_{};
+    Action alarm_{};
 };
 
 char* nextMatch(const char*, int state) {

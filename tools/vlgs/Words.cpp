@@ -28,8 +28,8 @@ Words::Words(std::string_view command, std::span<const std::string_view> given,
         if (option == known.end()) {
             if (word.starts_with("--"))
                 throw Misuse(command_ + " knows no option " + std::string(word) +
-                             nearest(word, {known.begin(), known.size()}) +
-                             (known.size() == 1 ? ", only " + std::string(*known.begin()) : ""));
+                             (known.size() == 1 ? ", only " + std::string(*known.begin())
+                                                : nearest(word, {known.begin(), known.size()})));
             plain_.push_back(word);
         } else if (option->starts_with("--")) {
             options_.emplace_back(*option,
