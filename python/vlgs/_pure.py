@@ -596,8 +596,8 @@ def invoke(target, member, kind, arguments, named):
     with target._handle.apartment:
         try:
             return _invoke_inside(pointer, member, kind, arguments, named)
-        except (ctypes.ArgumentError, RuntimeError) as error:  # ctypes hides what it was
-            if "RecursionError" in str(error):
+        except (ctypes.ArgumentError, RuntimeError) as error:  # what ctypes makes of a RecursionError
+            if str(error).endswith("???"):
                 raise RecursionError("too many lists inside of lists") from None
             raise
 
