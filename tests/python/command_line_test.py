@@ -110,6 +110,8 @@ class CommandLineTest(unittest.TestCase):
                     self.assertEqual((status > 0, out), (bool(report), output))
                     self.assertIn(report.replace("S:", script + ":"), told)
             self.assertEqual(vlgs("run", "-", input_="x" * 20_000_000), (1, "", "-:1: error 7: Out of memory\n"))
+            for line, ending in ("exit 3", (3, "", "")), ("exit 256", (2, "", "-:1: exit takes a status from 0 to 255\n")):
+                self.assertEqual(vlgs("run", input_=line), ending)
             self.assertEqual(vlgs("run", "--json", input_="'\"\\\t😀'\nx.y"),
                              (2, r'{"type": "String", "value": "\"\\\u0009😀"}' + "\n", '-:2: there is no class or variable "x"\n'))
 

@@ -12,6 +12,8 @@
 #include "Suggestions.h"
 #include "base/Error.h"
 
+#include <charconv>
+#include <cstdint>
 #include <iostream>
 #include <optional>
 #include <sstream>
@@ -30,6 +32,8 @@ class Script {
     }
 
     bool ended() const noexcept { return ended_; }
+    /// What the lines wanted it to end with.
+    int status() const noexcept { return status_; }
     const Variables& variables() const noexcept { return variables_; }
 
     void carryOut(std::string_view text) {
@@ -69,15 +73,28 @@ class Script {
             listClasses(std::cout);
         else if (name == "help" && rest.empty())
             std::cout << runHelp;
-        else if ((name == "exit" || name == "quit") && rest.empty())
-            ended_ = true;
+        else if ((name == "exit" || name == "quit") && rest.size() < 2)
+            end(rest);
         else
             return false;
         return true;
     }
 
+    void end(std::span<const std::string_view> words) {
+        std::uint8_t status = 0;
+        if (!words.empty()) {
+            const auto word = words.front();
+            const auto [stop, failure] = std::from_chars(word.data(), word.data() + word.size(), status);
+            if (failure != std::errc() || stop != word.data() + word.size())
+                throw Misuse("exit takes a status from 0 to 255");
+        }
+        status_ = status;
+        ended_ = true;
+    }
+
     bool json_;
     bool ended_ = false;
+    int status_ = 0;
     Variables variables_;
 };
 
@@ -95,7 +112,7 @@ int runLines(std::istream& lines, const std::string& name, Script& script) {
             return reportFailure(name + ":" + std::to_string(number) + ": ");
         }
     }
-    return 0;
+    return script.status();
 }
 
 int converse(Script& script) {
@@ -119,7 +136,7 @@ int converse(Script& script) {
         }
         std::cout.flush();
     }
-    return 0;
+    return script.status();
 }
 
 } // namespace

@@ -17,7 +17,7 @@ the lines are kept in ~/.vlgs_history but for those that begin with a blank. A l
   NAME = CHAIN     keeps the result, an object or a value, under a name; "_ = CHAIN" prints nothing
   NAME = CLASS     keeps a new object
   describe NAME    as vlgs describe; likewise classes
-  exit             ends
+  exit [STATUS]    ends, with that status
   # COMMENT
 
 NAME and NAME.MEMBER begin a chain, $NAME is an argument; a parameter by reference writes to it. $1, $2 … are
