@@ -114,15 +114,21 @@ char16_t foldUnit(std::string_view ascii, std::size_t at) noexcept {
     return static_cast<char16_t>(unit >= 'A' && unit <= 'Z' ? unit + 32 : unit);
 }
 
-// The units from `at` on, fewer than a word, in the low bits of one.
+// Not inlined, so that longer texts need no registers for it.
+template <class View>
+[[gnu::noinline]] std::uint64_t foldShort(View text) noexcept {
+    std::uint64_t word = 0;
+    for (std::size_t at = 0; at < text.size(); ++at)
+        word |= static_cast<std::uint64_t>(foldUnit(text, at)) << 16 * at;
+    return word;
+}
+
+// The units from `at` on, fewer than a word, in the low bits of one. REQUIRES: words stand before `at`.
 template <class View>
 std::uint64_t foldTail(View text, std::size_t at) noexcept {
-    if (text.size() >= unitsPerWord)
-        return foldWord(text, text.size() - unitsPerWord) >> 16 * (unitsPerWord - (text.size() - at));
-    std::uint64_t word = 0;
-    for (int shift = 0; at < text.size(); ++at, shift += 16)
-        word |= static_cast<std::uint64_t>(foldUnit(text, at)) << shift;
-    return word;
+    if (text.size() < unitsPerWord)
+        return foldShort(text);
+    return foldWord(text, text.size() - unitsPerWord) >> 16 * (unitsPerWord - (text.size() - at));
 }
 
 template <class ViewA, class ViewB>

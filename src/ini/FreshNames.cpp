@@ -9,9 +9,9 @@
 
 namespace vlgs {
 
-FreshNames::Place FreshNames::find(StoredText name, std::uint32_t hash) const noexcept {
-    if (count_ == 0)
-        return none;
+// REQUIRES: there are names.
+template <class View>
+FreshNames::Place FreshNames::search(View name, std::uint32_t hash) const noexcept {
     const std::uint32_t mask = capacity_ - 1;
     for (auto at = hash & mask; table_.get()[at] != free; at = (at + 1) & mask) {
         const Slot slot = table_.get()[at];
@@ -24,11 +24,14 @@ FreshNames::Place FreshNames::find(StoredText name, std::uint32_t hash) const no
     }
     return none;
 }
+template FreshNames::Place FreshNames::search(std::string_view, std::uint32_t) const noexcept;
+template FreshNames::Place FreshNames::search(std::u16string_view, std::uint32_t) const noexcept;
 
 // Whatever may fail for want of memory comes before the first change.
 FreshNames::Place FreshNames::findOrAdd(StoredText name, StoredText value) {
     const std::uint32_t hash = hashOf(name);
-    if (const Place known = find(name, hash); known != none)
+    const Place known = count_ == 0 ? none : name.visit([&](auto text) { return search(text, hash); });
+    if (known != none)
         return known;
     if (count_ == roomOf(capacity_))
         grow();

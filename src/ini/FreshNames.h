@@ -39,7 +39,9 @@ class FreshNames {
         if (position < count_)
             arena_->prefetchBegin(places()[position]);
     }
-    Place find(StoredText name) const noexcept { return count_ == 0 ? none : find(name, hashOf(name)); }
+    Place find(StoredText name) const noexcept {
+        return count_ == 0 ? none : name.visit([&](auto text) { return search(text, hashOf(text)); });
+    }
     /// The record of that name; `none` when there was none, and then it was added with that text.
     Place findOrAdd(StoredText name, StoredText value);
 
@@ -65,7 +67,8 @@ class FreshNames {
     }
     static std::uint32_t roomOf(std::uint32_t capacity) noexcept { return capacity / 4 * 3 + capacity / 16; }
     Place* places() const noexcept { return table_.get() + capacity_; }
-    Place find(StoredText name, std::uint32_t hash) const noexcept;
+    template <class View>
+    Place search(View name, std::uint32_t hash) const noexcept;
     void grow();
     void widenPlaces(Place last) noexcept;
     void index(Place place, std::uint32_t hash) noexcept;

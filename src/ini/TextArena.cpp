@@ -68,15 +68,18 @@ void TextArena::makeRoom(std::size_t size) {
 
 void TextArena::growLast(std::size_t capacity) {
     Block& block = blocks_[last_];
-    char* moved = static_cast<char*>(std::realloc(block.start, capacity));
+    const bool intoLargePages = capacity >= largeBlock && capacity > capacity_;
+    char* moved = static_cast<char*>(intoLargePages ? allocateInLargePages(capacity)
+                                                    : std::realloc(block.start, capacity));
     if (!moved)
         throw std::bad_alloc();
-    static_cast<void>(block.memory.release());
+    if (intoLargePages)
+        std::copy_n(block.start, used_, moved);
+    else
+        static_cast<void>(block.memory.release());
     block.memory.reset(moved);
     block.start = moved;
     capacity_ = capacity;
-    if (capacity >= largeBlock)
-        preferLargePages(moved, capacity);
 }
 
 void TextArena::addBlock(std::size_t capacity) {
