@@ -17,9 +17,8 @@ namespace {
 // nothing. Behind names that end with ".", "=" or "\" the same word goes on.
 
 constexpr std::string_view forBash = R"(_vlgs() {
-    local IFS=$'\n'
-    COMPREPLY=($("$1" completion bash -- "${COMP_WORDS[@]:1:COMP_CWORD}" 2>/dev/null))
-    [[ ${COMPREPLY[*]} != *[\ \\\'\"\$\`]* ]] || compopt -o filenames
+    mapfile -t COMPREPLY < <("$1" completion bash -- "${COMP_WORDS[@]:1:COMP_CWORD}" 2>/dev/null)
+    [[ ${COMPREPLY[*]-} != *[\ \\\'\"\$\`]* ]] || compopt -o filenames
     [[ ${COMPREPLY-} != *[.=\\] ]] || compopt -o nospace
 }
 complete -o default -F _vlgs vlgs
