@@ -22,17 +22,11 @@ class Apartment {
     /// Gives back a reference to an object of this apartment, at once or as the owner leaves.
     void drop(vlgs_object* object);
 
-    /// Keeps an exception that a handler of events ended with and that no caller of the library may swallow
-    /// (KeyboardInterrupt, SystemExit), until Python code goes on.
+    /// Keeps the exception that a handler of events ended with until the call that raised the event is back.
     void keep(PyObject* exception) { kept_ = Reference::borrowed(exception); }
-    /// Whether there was one, which is then Python's error.
-    bool raiseKept() {
-        if (!kept_) [[likely]]
-            return false;
-        const Reference kept = std::move(kept_);
-        PyErr_SetObject(reinterpret_cast<PyObject*>(Py_TYPE(kept.get())), kept.get());
-        return true;
-    }
+    /// That exception, or none.
+    Reference takeKept() { return std::move(kept_); }
+    bool hasKept() const { return static_cast<bool>(kept_); }
 
   private:
     friend class Inside;

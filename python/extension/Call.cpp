@@ -11,14 +11,30 @@ namespace vlgs::python {
 
 namespace {
 
+/// Raises what a handler of events ended with: itself where nobody may swallow it (KeyboardInterrupt,
+/// SystemExit), else as the cause of the error that the library made of it, if that came through.
+bool succeededWith(Reference exception, int status) {
+    if (!PyErr_GivenExceptionMatches(exception.get(), PyExc_Exception)) {
+        PyErr_SetObject(reinterpret_cast<PyObject*>(Py_TYPE(exception.get())), exception.get());
+        return false;
+    }
+    if (succeeded(status))
+        return true;
+    PyObject* parts[3] = {};
+    PyErr_Fetch(&parts[0], &parts[1], &parts[2]);
+    PyErr_NormalizeException(&parts[0], &parts[1], &parts[2]);
+    PyException_SetCause(parts[1], exception.release());
+    PyErr_Restore(parts[0], parts[1], parts[2]);
+    return false;
+}
+
 PyObject* result(Apartment& apartment, int status, vlgs_value& value) {
-    if (apartment.raiseKept()) [[unlikely]] {
+    const bool done = apartment.hasKept() ? succeededWith(apartment.takeKept(), status) : succeeded(status);
+    if (!done) {
         if (status == 0)
             library.clear(&value, 1);
         return nullptr;
     }
-    if (!succeeded(status))
-        return nullptr;
     PyObject* const taken = take(value);
     if (value.type >= VLGS_TEXT)
         library.clear(&value, 1);

@@ -62,11 +62,9 @@ void passOn() {
     PyErr_Fetch(&type, &value, &trace);
     PyErr_NormalizeException(&type, &value, &trace);
     const Reference held[] = {Reference(type), Reference(value), Reference(trace)};
-    if (value && !PyErr_GivenExceptionMatches(value, PyExc_Exception)) {
-        if (trace)
-            PyException_SetTraceback(value, trace);
-        Apartment::ofThisThread()->keep(value);
-    }
+    if (value && trace)
+        PyException_SetTraceback(value, trace);
+    Apartment::ofThisThread()->keep(value);
     const Reference parts(PyObject_CallFunctionObjArgs(hooks.errorParts, value, nullptr));
     int number = 0;
     PyObject* texts[2] = {};

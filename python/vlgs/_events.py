@@ -18,6 +18,9 @@ class WithEvents:
     the name: a method LinkOpened or OnLinkOpened is called at the event LinkOpened. `handler` is an object
     or a class that is then created. Raises 459 for an object whose class raises no events.
 
+    An exception of the handler is the cause of the error that the call raises in which the event came: error 440, or
+    the handler's own vlgs.Error. KeyboardInterrupt and SystemExit leave that call as they are.
+
     The handler is called until close(), or until the object ends; the connection may be used in a `with`
     statement.
     """

@@ -546,13 +546,16 @@ class _Apartment:
     def __enter__(self):
         self.entered.acquire()
 
-    def __exit__(self, *_):
+    def __exit__(self, kind, error, traceback):
         self.entered.release()
         if self.dropped:
             self.release_dropped()
-        if self.kept:
+        if self.kept is not None:
             kept, self.kept = self.kept, None
-            raise kept
+            if not isinstance(kept, Exception):
+                raise kept  # nobody may swallow it
+            if error is not None:
+                error.__cause__ = kept
 
 
 _threads = threading.local()
@@ -870,8 +873,7 @@ def _client_invoke(key, number, kind, arguments, count, result):
         method(*(_take(arguments[i]) for i in range(count)))
         return 0
     except BaseException as error:
-        if not isinstance(error, Exception):
-            _apartment().kept = error  # is raised where Python code goes on: nobody may swallow it
+        _apartment().kept = error  # until the call that raised the event is back
         code, source, description = _hooks.error_parts(error)
         source, description = _bytes(source), _bytes(description)
         _native.vlgs_set_error(code, source, len(source), description, len(description))
