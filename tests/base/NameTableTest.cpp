@@ -36,7 +36,7 @@ TEST(NameTable, FindsNothingButItsNames) {
     for (const std::u16string_view other : {u"", u"o", u"okk", u"Item_2", u"Item\u007f1", u"Item_\u0011",
                                             u"\u0149tem_1", u"\u0130tem_1", u"o\u212a", u"Item_1Item_1"})
         EXPECT_EQ(table.find(other), NameTable::none) << String(other).toUtf8();
-    EXPECT_EQ(NameTable(0).find(u"x"), NameTable::none);
+    EXPECT_EQ(NameTable(0).find(String(u"x")), NameTable::none);
 }
 
 } // namespace
