@@ -162,6 +162,7 @@ class CommandLineTest(unittest.TestCase):
                 (("get", a, "A"), "", (0, "B=secret\n", "")),
                 (("get", a, "A.C", "--default=none"), "", (0, "none\n", "")),
                 (("get", a, "ODBC.uid"), "", (0, "me=you\n", "")),
+                (("get", a, "OBDC.uid"), "", (1, "", "error 9: There is no section [OBDC]; did you mean ODBC?\n")),
                 (("get", a, "OBDC"), "", (1, "", "error 9: There is no section [OBDC]; did you mean ODBC?\n")),
                 (("get", a + "x", "A"), "", (1, "", f"error 53: File not found: {a}x\n")),
                 (("set", a, "A", "key", "two\nlines"), "", (2, "", "vlgs: names and values in documents are one line\n")),

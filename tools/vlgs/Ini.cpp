@@ -10,6 +10,7 @@
 #include "Words.h"
 #include "base/Text.h"
 
+#include <algorithm>
 #include <iostream>
 #include <optional>
 #include <utility>
@@ -53,15 +54,22 @@ struct Target {
     std::optional<String> key;
 };
 
-// What stands behind the file: SECTION, SECTION KEY, or SECTION.KEY where no section has that name.
+// What stands behind the file: SECTION, SECTION KEY, or SECTION.KEY where no section has that name, or one
+// nearly so.
 Target targetOf(const INIFile& document, const Words& words) {
     const String name = fromHost(words[1]);
     if (words.count() == 3)
         return {name, fromHost(words[2])};
-    if (name.view().find(u'.') == name.view().npos ||
-        (document.sections() && document.sections()->property(name.view())))
+    const auto hasDot = [](std::u16string_view text) { return text.find(u'.') != text.npos; };
+    const auto isThere = [&](std::u16string_view section) {
+        return document.sections() && document.sections()->property(section);
+    };
+    if (!hasDot(name) || isThere(name))
         return {name, std::nullopt};
     const auto [section, key] = splitName(document, name);
+    if (!isThere(section) &&
+        std::ranges::any_of(sectionsOf(document), [&](const auto& each) { return hasDot(each.name); }))
+        return {name, std::nullopt};
     return {section, key};
 }
 
@@ -70,13 +78,12 @@ int get(std::span<const std::string_view> given) {
     words.need(2, 3, "a file, a section and perhaps a key");
     const bool json = words.has("--json");
     const auto standard = words.value("--default=");
-    bool isKey = words.count() == 3 || words[1].find('.') != std::string_view::npos;
+    const bool isKey = words.count() == 3 || words[1].find('.') != std::string_view::npos;
     try {
         const auto document = readDocument(words[0]);
         const auto target = targetOf(*document, words);
-        isKey = target.key.has_value();
         const auto section = sectionNamed(*document, target.section);
-        if (isKey) {
+        if (target.key) {
             printText(keyNamed(section, *target.key), json);
         } else if (json) {
             printJson(Json::Layout::Line, [&](Json& out) { writeKeys(out, section); });
