@@ -15,7 +15,7 @@ inline constexpr std::size_t largeBlock = std::size_t{4} << 20;
 void preferLargePages(void* block, std::size_t size) noexcept;
 
 /// Memory that std::free gives back, null when there is none: where a large block is asked for, in large
-/// pages as far as the host has them, also where the process has used that memory before.
+/// pages as far as the host has them.
 void* allocateInLargePages(std::size_t size) noexcept;
 
 } // namespace vlgs
