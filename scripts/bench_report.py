@@ -31,12 +31,12 @@ def run(program, *options):
 
 def shortest(program, rounds, selected):
     """The shortest time in nanoseconds, and the bytes of one key, by row. Each measure has a process of its own,
-    and a first round outside the clock, in which the process gets its memory from the host."""
+    and takes long enough for the first touch of its memory to matter little."""
     names = run(program, "--benchmark_list_tests", f"--benchmark_filter={selected}").split()
     rows = {}
     for name in names * rounds:
-        output = run(program, f"--benchmark_filter=^{re.escape(name)}$", "--benchmark_min_time=0.05",
-                     "--benchmark_min_warmup_time=0.01", "--benchmark_format=json")
+        output = run(program, f"--benchmark_filter=^{re.escape(name)}$", "--benchmark_min_time=0.3",
+                     "--benchmark_format=json")
         row = json.loads(output)["benchmarks"][0]
         name = re.sub(r"/(iterations|repeats|real_time)(:\d+)?", "", name)
         figures = (time_of(row), row.get("bytes_per_key", 0))
@@ -73,8 +73,11 @@ def plot(rows, program, folder):
         lines = {line: sorted(points) for line, points in lines.items() if len(points) >= 3}
         if not lines:
             continue
+        times = [time for points in lines.values() for _, time in points]
+        far_apart = max(times) > 50 * min(times)
         script = [f'set terminal svg size 720,480; set output "{folder / f"{work}.svg"}"',
-                  'set logscale x; set yrange [0:*]; set key below; set autoscale xfix',
+                  "set logscale xy" if far_apart else "set logscale x; set yrange [0:*]",
+                  "set key below; set autoscale xfix",
                   'set xlabel "keys or members"; set ylabel "ns for each"',
                   "plot " + ", ".join(f"'-' title '{line}' noenhanced with linespoints" for line in lines)]
         for points in lines.values():
