@@ -235,7 +235,7 @@ String formatFixed(const DateParts& parts, const DatePattern& pattern) {
     return String::build(pattern.layout().size(), [&](char16_t* to) {
         pattern.layout().copy(to, pattern.layout().size());
         for (const auto [pair, at] : pattern.digits())
-            std::memcpy(to + at, &allDigitPairs[static_cast<std::size_t>(2 * numbers[pair])], 2 * sizeof *to);
+            std::memcpy(to + at, &allDigitPairs[2 * static_cast<std::size_t>(numbers[pair])], 2 * sizeof *to);
     });
 }
 
