@@ -30,12 +30,11 @@ def run(program, *options):
 
 
 def shortest(program, rounds, selected):
-    """The shortest time in nanoseconds, and the bytes of one key, by row. Each measure has a process of its own,
-    and takes long enough for the first touch of its memory to matter little."""
+    """The shortest time in nanoseconds, and the bytes of one key, by row. Each measure has a process of its own."""
     names = run(program, "--benchmark_list_tests", f"--benchmark_filter={selected}").split()
     rows = {}
     for name in names * rounds:
-        output = run(program, f"--benchmark_filter=^{re.escape(name)}$", "--benchmark_min_time=0.3",
+        output = run(program, f"--benchmark_filter=^{re.escape(name)}$", "--benchmark_min_time=0.05",
                      "--benchmark_format=json")
         row = json.loads(output)["benchmarks"][0]
         name = re.sub(r"/(iterations|repeats|real_time)(:\d+)?", "", name)
