@@ -176,7 +176,7 @@ TEST_F(Holding, SeesProgramsThatKnowNothingOfIt) {
     }
     {
         const Companion stuck([&] {
-            std::signal(SIGIO, SIG_IGN);
+            static_cast<void>(std::signal(SIGIO, SIG_IGN));
             return ::fcntl(::open(scratch.host("f").c_str(), O_RDWR), F_SETLEASE, F_WRLCK);
         });
         EXPECT_EQ(errorOf([&] { readFile(path); }), 70) << "it does not answer to its lease";

@@ -34,7 +34,7 @@ inline std::string leaveRecoveryCopy(const Scratch& state, const std::string& fi
     struct stat status {};
     ::stat(file.c_str(), &status);
     char name[34];
-    std::snprintf(name, sizeof name, "%016lx-%016lx", status.st_dev, status.st_ino);
+    EXPECT_EQ(std::snprintf(name, sizeof name, "%016lx-%016lx", status.st_dev, status.st_ino), 33);
     const std::uint64_t sizes[] = {before.size(), after.size()};
     char head[sizeof sizes];
     std::memcpy(head, sizes, sizeof head);
