@@ -159,6 +159,7 @@ RegistryKey RegistryPath::open(std::uint32_t access) const {
 
 std::string nearestOf(std::u16string_view wanted, const std::vector<String>& names) {
     std::vector<std::string> known;
+    known.reserve(names.size());
     for (const String& name : names)
         known.push_back(toHost(name));
     const std::vector<std::string_view> views(known.begin(), known.end());
