@@ -35,6 +35,6 @@ Ref<OrderedStore> FreshKeys::toStore() const {
         store->appendNew(std::move(object), std::move(name), arena()->hash(key));
     }
     return store;
-} // NOLINT(clang-analyzer-cplusplus.NewDeleteLeaks): the store has the objects, which it does not see
+} // NOLINT(clang-analyzer-cplusplus.NewDeleteLeaks): the store has the objects, unseen by it
 
 } // namespace vlgs

@@ -18,7 +18,7 @@ FreshNames::Place FreshNames::search(View name, std::uint32_t hash) const noexce
         if (((slot ^ hash) & ~placeMask_) != 0)
             continue;
         const Place place = first_ + (slot & placeMask_);
-        arena_->prefetch(place);
+        arena_->prefetchLaterHalf(place);
         if (equalIgnoringCase(arena_->name(place), name))
             return place;
     }

@@ -37,7 +37,7 @@ class FreshNames {
     /// Begins to fetch the record at a position, if there is one, for a caller who will come to it soon.
     void prefetch(std::uint32_t position) const noexcept {
         if (position < count_)
-            arena_->prefetchBegin(places()[position]);
+            arena_->prefetchFirstHalf(places()[position]);
     }
     Place find(StoredText name) const noexcept {
         return count_ == 0 ? none : name.visit([&](auto text) { return search(text, hashOf(text)); });

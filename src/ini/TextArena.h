@@ -26,10 +26,9 @@ class TextArena final : public Object {
     /// may be and when 16 GB are full.
     Place add(StoredText name, StoredText value, std::uint32_t hash);
 
-    /// Begins to fetch the later half of a record of usual length, whose first half the caller then reads.
-    void prefetch(Place place) const noexcept { __builtin_prefetch(at(place) + 48); }
-
-    void prefetchBegin(Place place) const noexcept { __builtin_prefetch(at(place)); }
+    /// Begin to fetch the first half of a record, or the later one when it is of usual length.
+    void prefetchFirstHalf(Place place) const noexcept { __builtin_prefetch(at(place)); }
+    void prefetchLaterHalf(Place place) const noexcept { __builtin_prefetch(at(place) + 48); }
 
     StoredText name(Place place) const noexcept {
         const Record& record = this->record(place);

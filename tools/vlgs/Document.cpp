@@ -62,6 +62,10 @@ void saveDocument(INIFile& document, bool dropLines) {
     document.Save();
 }
 
+bool hasSection(const INIFile& document, std::u16string_view name) {
+    return document.sections() && document.sections()->property(name);
+}
+
 std::vector<SectionView> sectionsOf(const INIFile& document) {
     std::vector<SectionView> result;
     Collection* const sections = document.sections();

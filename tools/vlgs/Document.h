@@ -30,6 +30,8 @@ struct SectionView {
     const Property& key(std::int32_t position) const { return *keys->property(Variant(position)); }
 };
 
+bool hasSection(const INIFile& document, std::u16string_view name);
+
 /// The sections in order.
 std::vector<SectionView> sectionsOf(const INIFile& document);
 

@@ -43,8 +43,8 @@ void printText(const String& text, bool json) {
 std::pair<std::u16string_view, std::u16string_view> splitName(const INIFile& document,
                                                               std::u16string_view name) {
     auto dot = name.find(u'.');
-    for (auto at = dot; document.sections() && at != name.npos; at = name.find(u'.', at + 1))
-        if (document.sections()->property(name.substr(0, at)))
+    for (auto at = dot; at != name.npos; at = name.find(u'.', at + 1))
+        if (hasSection(document, name.substr(0, at)))
             dot = at;
     return {name.substr(0, dot), name.substr(dot + 1)};
 }
@@ -61,13 +61,10 @@ Target targetOf(const INIFile& document, const Words& words) {
     if (words.count() == 3)
         return {name, fromHost(words[2])};
     const auto hasDot = [](std::u16string_view text) { return text.find(u'.') != text.npos; };
-    const auto isThere = [&](std::u16string_view section) {
-        return document.sections() && document.sections()->property(section);
-    };
-    if (!hasDot(name) || isThere(name))
+    if (!hasDot(name) || hasSection(document, name))
         return {name, std::nullopt};
     const auto [section, key] = splitName(document, name);
-    if (!isThere(section) &&
+    if (!hasSection(document, section) &&
         std::ranges::any_of(sectionsOf(document), [&](const auto& each) { return hasDot(each.name); }))
         return {name, std::nullopt};
     return {section, key};
@@ -228,7 +225,7 @@ void compare(const INIFile& from, const INIFile& to, bool backwards, std::vector
         found.push_back(std::move(difference));
     };
     for (const auto& section : sectionsOf(from)) {
-        if (section.count() == 0 && !(to.sections() && to.sections()->property(section.name.view())))
+        if (section.count() == 0 && !hasSection(to, section.name))
             add(section.name, std::nullopt, {}, std::nullopt);
         for (std::int32_t i = 1; i <= section.count(); ++i) {
             const auto& key = section.key(i);
