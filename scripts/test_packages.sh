@@ -3,7 +3,7 @@
 # Installs, uses and removes what scripts/package.sh has made in dist/.
 #
 #   scripts/test_packages.sh [KIND…]      everything, or these:
-#   wheel    the wheel, in a fresh virtual environment without network
+#   wheel    the wheel, and what `pip install .` builds, in a fresh virtual environment without network
 #   windows  the archive and the installer package for Windows, under Wine
 #   debian   Debian's packages, in a bare system (as root)
 #   source   the archive of the sources: builds it and runs the native tests
@@ -22,12 +22,16 @@ connection='import sys, vlgs; print(vlgs.Dispatch("VlGeneralServices.Files").Bui
 
 wheel() {
     need python3-venv
+    need_build
     python3 -m venv "$work/venv"
-    "$work/venv/bin/pip" install -q --no-index --disable-pip-version-check "$dist"/vlgs-*.whl
     cp -r samples "$work"
-    (cd "$work" && expect wheel env -u VLGS_LIBRARY venv/bin/python -c "$connection" samples/demo/demo.VLS)
-    "$work/venv/bin/pip" uninstall -q -y vlgs
-    [ -z "$(find "$work/venv" -ipath '*vlg*')" ] || { find "$work/venv" -ipath '*vlg*' && return 1; }
+    local from
+    for from in "$dist"/vlgs-*.whl .; do
+        "$work/venv/bin/pip" install -q --no-index --disable-pip-version-check "$from"
+        (cd "$work" && expect "pip install ${from##*/}" env -u VLGS_LIBRARY venv/bin/python -c "$connection" samples/demo/demo.VLS)
+        "$work/venv/bin/pip" uninstall -q -y vlgs
+        [ -z "$(find "$work/venv" -ipath '*vlg*')" ] || { find "$work/venv" -ipath '*vlg*' && return 1; }
+    done
 }
 
 debian() {

@@ -87,9 +87,8 @@ def build_wheel(wheel_directory, config_settings=None, metadata_directory=None):
     tree = Path(settings["tree"]) if "tree" in settings else build()
     platform = settings.get("platform", re.sub(r"[-.]", "_", sysconfig.get_platform()))
     files = content(tree)
-    # The extension is for the stable interface; a wheel without it goes through ctypes.
-    extension = any(name.endswith(".abi3.so") for name in files)
-    tag = f"{'cp39-abi3' if extension else 'py3-none'}-{platform}"
+    # For every interpreter: one that cannot load the compiled extension inside goes through ctypes.
+    tag = f"py3-none-{platform}"
     information = f"vlgs-{version()}.dist-info"
     files[f"{information}/METADATA"] = metadata()
     files[f"{information}/WHEEL"] = (
