@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 # bench/*Bench.cpp: one program each, with the peers it measures against.
 find_package(benchmark REQUIRED)
 find_package(PkgConfig REQUIRED)

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 # Builds the files of the message texts into the library, which reads those where it finds no files.
 file(GLOB texts CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/resources/VlComRes.*.txt)
 set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS ${texts})

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 # compare/Compare*.cpp: programs that set the library against the system that it runs on.
 file(GLOB programs CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/compare/Compare*.cpp)
 foreach(source IN LISTS programs)

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 # fuzz/*Fuzz.cpp: one target each over an entry point that reads hostile input. clang links its libFuzzer; other
 # compilers link a driver of our own that makes random inputs from a seed.
 file(GLOB fuzzers CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/fuzz/*Fuzz.cpp)

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 # Gathers the HEADERS (comma-separated, below the folder FROM) in the folder TO, where each includes its neighbours by
 # their bare names. A header that did not change keeps its time.
 cmake_minimum_required(VERSION 3.25)

@@ -1,7 +1,9 @@
+# SPDX-License-Identifier: MIT
 # The installed tree: bin (vlgs; on Windows the server, the message texts and the manifest), lib (library, CMake package,
 # pkg-config file), include/VlGeneralServices (the public headers), share (the manual page, completion for shells),
 # share/VlGeneralServices (message texts; on Windows the type library and its source). What a package takes is named by
-# the components Library, Texts, Development, Python and Command.
+# the components Library, Texts, Development, Python and Command; the licences, which each kind of package keeps in a
+# place of its own, by Licences.
 include(CMakePackageConfigHelpers)
 
 set(VLGS_PACKAGE_DIR ${CMAKE_INSTALL_LIBDIR}/cmake/VlGeneralServices)
@@ -21,6 +23,8 @@ install(FILES ${PROJECT_BINARY_DIR}/VlGeneralServicesConfig.cmake
 install(DIRECTORY ${VLGS_INCLUDE_DIR}/VlGeneralServices DESTINATION ${CMAKE_INSTALL_INCLUDEDIR} COMPONENT Development)
 install(DIRECTORY resources DESTINATION ${CMAKE_INSTALL_DATADIR}/VlGeneralServices COMPONENT Texts
   FILES_MATCHING PATTERN "*.txt")
+install(FILES LICENSE docs/licences/unicode.txt DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/VlGeneralServices
+  COMPONENT Licences)
 
 if(NOT WIN32)
   file(RELATIVE_PATH VLGS_PREFIX_OF_PKGCONFIG

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 # Each room is one object library; all of them make the library. A file placed in a room is built with it.
 if(WIN32)
   set(VLGS_OTHER_HOST posix)

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 # What callers include as <VlGeneralServices/NAME.h>: these headers, each under its bare name. They are gathered in the
 # build tree, from where they are installed; a header that would take others along which are not listed fails the build.
 set(VLGS_PUBLIC_HEADERS

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 # The Python module: in the build tree in "python", installed where the interpreter of the prefix looks by itself,
 # or in the folder below the prefix that VLGS_PYTHON_DIR names.
 if(NOT WIN32)

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 # tests/<room>/*.cpp make one program <room>_tests.
 set(CMAKE_CXX_STANDARD 20) # also for what does not use the library
 if(NOT WIN32) # there it is built with the tests: Windows.cmake

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 file(GLOB VLGS_TOOL_SOURCES CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/tools/vlgs/*.cpp)
 if(VLGS_TOOL_SOURCES)
   add_executable(vlgs ${VLGS_TOOL_SOURCES})

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 # torture/*.cpp: programs that are killed and stopped at work, which scripts beside them set going and judge. A short
 # share of that is a test.
 file(GLOB programs CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/torture/*.cpp)

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 # The COM server: VlGeneralServices.dll with its type library inside, VlComRes.dll with the message texts, the manifest
 # for use without registration, and GoogleTest for the tests that run under Wine.
 

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """Prints the folder for Python modules below an installation prefix, relative to it: `python_folder.py /usr/local`.
 
 That is the folder there that this interpreter looks into (the one for all its versions where it has one), or else the one

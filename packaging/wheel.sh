@@ -10,8 +10,8 @@ mapfile -t libraries < <(find "$tree/lib" "$tree/python" -type f -name '*.so*')
 versions() { objdump -T "${libraries[@]}" | grep -oE "$1_[0-9.]+" | sort -uV | tail -n 1; }
 glibc=$(versions GLIBC)
 # What that kind of machine is promised to have of the C++ library.
-newest=$(printf '%s\n' GLIBCXX_3.4.30 "$(versions GLIBCXX)" | sort -V | tail -n 1)
-[ "$newest" = GLIBCXX_3.4.30 ] || { echo "The wheel asks for $newest, which not every such machine has" >&2 && exit 1; }
+newest=$(printf '%s\n' GLIBCXX_3.4.29 "$(versions GLIBCXX)" | sort -V | tail -n 1)
+[ "$newest" = GLIBCXX_3.4.29 ] || { echo "The wheel asks for $newest, which not every such machine has" >&2 && exit 1; }
 platform=manylinux_$(sed 's/GLIBC_//; s/\./_/' <<<"$glibc")_$(uname -m)
 PYTHONPATH=$source/packaging/python python3 -B -c \
     'import sys, build_backend as b; b.build_wheel(sys.argv[1], {"tree": sys.argv[2], "platform": sys.argv[3]})' \

@@ -34,6 +34,12 @@ installer() {
         sed -E 's/^(.{8})(.{4})(.{4})(.{4})(.{12}).*/{\U\1-\2-\3-\4-\5}/')
     local then=(env TZ=UTC faketime -f "$(date -u -d "@$SOURCE_DATE_EPOCH" '+%Y-%m-%d %H:%M:%S')")
     (cd "$folder" && "${then[@]}" wixl --arch "$arch" -o "$to" installer.wxs)
+    # Windows replaces a file that has a version only by one that the package gives a version, too.
+    local file
+    for file in Server Texts Command; do
+        "${then[@]}" msibuild "$to" -q "UPDATE \`File\` SET \`Version\`='$version', \`Language\`='0' WHERE \`File\`='$file'" \
+            "DELETE FROM \`MsiFileHash\` WHERE \`File_\`='$file'"
+    done
     local template=$([ "$arch" = x64 ] && echo x64 || echo Intel)
     "${then[@]}" msibuild "$to" -s "VlGeneralServices $version" "the VlGeneralServices authors" "$template;1033" "$code"
 }
@@ -48,7 +54,10 @@ for file in connection.vbs connection.js early_bound.cpp; do
     text "$source/samples/$file" >"$work/$name/samples/$file"
 done
 cp "$source"/samples/demo/* "$work/$name/samples/demo"
-text "$source/LICENSE" >"$work/$name/LICENSE.txt"
+for file in LICENSE docs/licences/unicode.txt docs/licences/mingw-w64.txt; do
+    text "$source/$file"
+    [ "${file##*/}" = mingw-w64.txt ] || printf '\r\n%072d\r\n\r\n' 0 | tr 0 =
+done >"$work/$name/LICENSE.txt"
 text "$here/windows/README.txt" >"$work/$name/README.txt"
 find "$work/$name" -exec touch -d "@$SOURCE_DATE_EPOCH" {} +
 (cd "$work" && find "$name" -type f | LC_ALL=C sort | TZ=UTC zip -q -9 -X -@ "$dist/$name-win.zip")

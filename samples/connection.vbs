@@ -1,3 +1,4 @@
+' SPDX-License-Identifier: MIT
 ' Turns a project file into its connection string and a date into the form that does not depend on the machine.
 '
 '     cscript connection.vbs C:\projects\demo.VLS 31.12.2009

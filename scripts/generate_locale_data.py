@@ -1,4 +1,5 @@
 #!/usr/bin/env python3
+# SPDX-License-Identifier: MIT
 """Writes src/platform/posix/generated_locale_data.inc, the locales compiled into the library.
 
     python3 scripts/generate_locale_data.py [FOLDER]

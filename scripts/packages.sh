@@ -54,11 +54,13 @@ clang_version() {
     echo 14
 }
 
-# What building the library and its tools takes, and what the presets with tests take.
-need_compiler() { need g++ cmake ninja-build; }
-need_build() { need g++ cmake ninja-build python3-dev libgtest-dev; }
-# What the tests take besides.
-need_tests() { need mypy python3-venv jq zsh fish libedit2 unixodbc unixodbc-dev libsqliteodbc pkg-config; }
+# What building the library and its tools takes, what the presets with tests take, and what runs all tests; and further
+# packages, so that what is missing is told at once.
+need_compiler() { need g++ cmake ninja-build "$@"; }
+need_build() { need_compiler python3-dev libgtest-dev "$@"; }
+need_tests() { need_build mypy python3-venv jq zsh fish libedit2 unixodbc unixodbc-dev libsqliteodbc pkg-config "$@"; }
+# What building for Windows and running that takes besides.
+windows=(g++-mingw-w64-x86-64-posix g++-mingw-w64-i686-posix mingw-w64-tools libwine-dev wine wine64 libgtest-dev googletest)
 
 # Passes a build's lines on to a log and, on a terminal, tells how far it is: `[12/345]`.
 log_of_build() {

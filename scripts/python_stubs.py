@@ -20,6 +20,7 @@ from vlgs._types import ARRAY
 TARGET = pathlib.Path(__file__).resolve().parent.parent / "python/vlgs/__init__.pyi"
 
 HEAD = '''\
+# SPDX-License-Identifier: MIT
 # Made by scripts/python_stubs.py from the descriptions of the classes; run it again instead of editing this file.
 # Members answer to their names in any case; the names here are the ones that a checker knows.
 import datetime

@@ -14,8 +14,6 @@ source scripts/packages.sh
 ctest_of() {
     local preset=$1
     shift
-    need_build
-    need_tests
     echo "== $preset: build"
     build "$preset"
     echo "== $preset: tests"
@@ -24,9 +22,9 @@ ctest_of() {
 
 run() {
     case $1 in
-    native) shift && ctest_of dev "$@" ;;
-    clang) shift && need clang && ctest_of clang -E '^consumer\.' "$@" ;;
-    sanitize) shift && ctest_of sanitize "$@" ;;
+    native) shift && need_tests && ctest_of dev "$@" ;;
+    clang) shift && need_tests clang && ctest_of clang -E '^consumer\.' "$@" ;;
+    sanitize) shift && need_tests && ctest_of sanitize "$@" ;;
     windows) scripts/test_windows.sh ;;
     *) echo "usage: scripts/test.sh [native|clang|sanitize|windows]" >&2 && exit 2 ;;
     esac
@@ -35,6 +33,7 @@ run() {
 if [ $# -gt 0 ]; then
     run "$@"
 else
+    need_tests clang "${windows[@]}"
     for kind in clang sanitize windows native; do
         run "$kind"
     done

@@ -88,7 +88,8 @@ archive() {
 
     local client="$work/a client"
     mkdir "$client"
-    echo '1 24 "tests/com/windows/Client.manifest"' | "$cross-windres" -O coff -o "$client/manifest.o"
+    sed -n '/^```xml$/,/^```$/{//!p}' docs/windows.md >"$client/manifest.xml" # that of the page, too
+    echo '1 24 "manifest.xml"' | (cd "$client" && "$cross-windres" -O coff -o manifest.o)
     "$cross-g++-posix" -std=c++17 -municode -static -isystem "$folder/include" samples/early_bound.cpp \
         "$client/manifest.o" -o "$client/early_bound.exe" -loleaut32 -lole32 -luuid
     cp "$folder/$arch"/VlGeneralServices.{dll,manifest} "$folder/$arch/VlComRes.dll" "$client"
@@ -111,6 +112,7 @@ older_package() {
 installer() {
     local package=$dist/$name-$arch.msi home="$WINEPREFIX/drive_c/Program Files/VlGeneralServices"
     install() { wine msiexec /i "$(winepath -w "$1")" /qn "${@:2}"; }
+    [ "$(msiinfo export "$package" File | grep -cF "$version")" -eq 3 ] || fail "installer: programs without a version"
     older_package
     install "$work/older.msi" || fail "installer: the older version"
     grep -q older "$home/README.txt" || fail "installer: no files of the older version"

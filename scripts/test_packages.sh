@@ -21,8 +21,7 @@ trap 'rm -rf "$work"' EXIT
 connection='import sys, vlgs; print(vlgs.Dispatch("VlGeneralServices.Files").BuildConnectionStringFromPath(sys.argv[1]))'
 
 wheel() {
-    need python3-venv
-    need_build
+    need_build python3-venv
     python3 -m venv "$work/venv"
     cp -r samples "$work"
     local from

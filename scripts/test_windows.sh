@@ -167,8 +167,7 @@ check_files() {
     done
 }
 
-need_build
-need g++-mingw-w64-x86-64-posix g++-mingw-w64-i686-posix mingw-w64-tools libwine-dev wine wine64 libgtest-dev googletest
+need_build "${windows[@]}"
 if [ "${1:-}" = prove ]; then # from below, inside the namespace of the 32-bit Wine
     prove "$2"
     exit $failed

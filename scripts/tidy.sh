@@ -5,9 +5,7 @@
 set -euo pipefail
 cd "$(dirname "$0")/.."
 source scripts/packages.sh
-need_build
-need_tests
-need clang
+need_tests clang
 CLANG_TIDY=$(tool clang-tidy 14)
 export CLANG_TIDY
 cmake --preset clang >/dev/null

@@ -10,8 +10,7 @@
 set -euo pipefail
 cd "$(dirname "$0")/.."
 source scripts/packages.sh
-need_build
-need strace
+need_build strace
 build dev Worker LockTaker Classes
 build threads Classes
 options=(--build build/dev --threads build/threads)

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 # Made by scripts/python_stubs.py from the descriptions of the classes; run it again instead of editing this file.
 # Members answer to their names in any case; the names here are the ones that a checker knows.
 import datetime

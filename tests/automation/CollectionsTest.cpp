@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The run time's ordered collection and dictionary.
 #include "automation/Dictionary.h"
 #include "automation/LateBound.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "automation/DateFormat.h"
 #include "automation/DateText.h"
 #include "base/Dates.h"

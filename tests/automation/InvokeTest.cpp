@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Late-bound calls: how names, arguments and kinds find their member, and what goes wrong when they do not.
 #include "automation/LateBound.h"
 #include "support/LateBoundCases.h"

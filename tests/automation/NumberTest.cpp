@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "automation/Convert.h"
 #include "automation/NumberFormat.h"
 #include "automation/NumberText.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "automation/OrderedStore.h"
 
 #include "base/CaseFold.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "automation/Variant.h"
 #include "automation/Array.h"
 #include "automation/Convert.h"

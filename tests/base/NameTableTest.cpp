@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "base/NameTable.h"
 
 #include "base/CaseFold.h"

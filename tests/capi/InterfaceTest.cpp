@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What the C interface promises beyond what the Python tests see through it.
 #include "capi/vlgs.h"
 #include "support/TestBed.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "cipher/Cipher.h"
 
 #include "cipher/CipherText.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The same from the other engine, which passes everything by value and looks members up exactly.
 var failures = 0, checks = 0;
 function check(what, found, wanted) {

@@ -1,3 +1,4 @@
+' SPDX-License-Identifier: MIT
 ' Late-bound use by a script engine: what a call gives, what it writes, how it fails.
 Option Explicit
 Dim failures, checks: failures = 0: checks = 0

@@ -1,4 +1,5 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: MIT
 # Installs the build tree BINARY into a fresh folder and uses what stands there: a C++ program by find_package and
 # by pkg-config, the Python module, the command line; and looks at what the library exports. Then pip installs the module
 # from the build tree, without network. `check.sh SOURCE BINARY`

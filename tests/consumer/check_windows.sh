@@ -1,4 +1,5 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: MIT
 # Installs the Windows build tree BINARY into the folder WORK, builds the consumer program against it and runs it under
 # Wine. `check_windows.sh SOURCE BINARY TOOLCHAIN WORK`
 set -euo pipefail

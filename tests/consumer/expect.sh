@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 # Sourced: `expect NAME COMMAND…` runs the consumer program, or what does the same, and looks at what it prints.
 expect() {
     local name=$1 output

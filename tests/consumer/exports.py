@@ -1,4 +1,5 @@
 #!/usr/bin/env python3
+# SPDX-License-Identifier: MIT
 """Fails when a shared library exports a name that no public header declares. `exports.py LIBRARY HEADERS`"""
 import pathlib
 import re

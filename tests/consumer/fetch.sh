@@ -1,4 +1,5 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: MIT
 # A project that fetches the sources builds the library as its own, here a static one, and installs it; a second one
 # uses that. `fetch.sh SOURCE WORK`
 set -euo pipefail

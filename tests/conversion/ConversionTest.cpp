@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "conversion/Conversion.h"
 #include "base/Dates.h"
 #include "conversion/MaskedReplace.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "dde/DDE.h"
 
 #include "frame/SharedState.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "files/Files.h"
 #include "platform/Files.h"
 #include "platform/Scratch.h"

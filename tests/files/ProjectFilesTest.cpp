@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "base/Text.h"
 #include "files/ConnectionString.h"
 #include "files/Files.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "frame/Component.h"
 
 #include "frame/ComponentFacts.h"

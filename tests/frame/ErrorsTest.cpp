@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "frame/Errors.h"
 
 #include "frame/Component.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "frame/MessageTexts.h"
 
 #include "platform/Scratch.h"

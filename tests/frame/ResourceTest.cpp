@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "frame/Resource.h"
 
 #include "automation/LateBound.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "general/Arrays.h"
 
 #include "automation/Dictionary.h"

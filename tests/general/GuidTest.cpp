@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "general/GUID.h"
 
 #include "support/Raised.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "general/HtmlText.h"
 
 #include <gtest/gtest.h>

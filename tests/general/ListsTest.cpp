@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "general/Lists.h"
 
 #include "automation/Array.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "ini/Buffer.h"
 #include "support/Raised.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "ini/Collection.h"
 
 #include "automation/LateBound.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Documents for tests, and how they read.
 #pragma once
 

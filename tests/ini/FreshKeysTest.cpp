@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Documents whose sections and keys are still as they were read, beside documents of the same content that
 // stands in general stores: whatever is done to both, both answer the same.
 #include "base/Text.h"

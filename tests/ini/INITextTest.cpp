@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "Document.h"
 #include "platform/CodePage.h"
 #include "platform/Files.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "library/Classes.h"
 
 #include "automation/Array.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The committed interface definition and manifest are the ones that the class descriptions give.
 // scripts/update_idl.sh runs these tests with VLGS_UPDATE_TYPELIB set, and then they write the files.
 #include "library/Idl.h"

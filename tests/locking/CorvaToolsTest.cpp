@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "locking/CorvaTools.h"
 
 #include "../platform/Scratch.h"

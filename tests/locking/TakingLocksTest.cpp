@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "../platform/Scratch.h"
 #include "automation/LateBound.h"
 #include "base/CaseFold.h"

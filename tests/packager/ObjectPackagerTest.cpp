@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "packager/ObjectPackager.h"
 
 #include "automation/LateBound.h"

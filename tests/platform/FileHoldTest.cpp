@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "platform/FileHold.h"
 
 #include "Scratch.h"

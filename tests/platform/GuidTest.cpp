@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "platform/Guid.h"
 
 #include "Scratch.h"

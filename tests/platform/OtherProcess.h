@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Processes that are killed at work or have no rights.
 #pragma once
 

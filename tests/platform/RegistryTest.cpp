@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Keys and values, their text form, and what holds when several processes change a hive or are killed.
 #include "platform/Registry.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "OtherProcess.h"
 #include "platform/FileHold.h"
 #include "platform/Files.h"

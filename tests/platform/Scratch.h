@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A folder of its own for a test, and work done in another process.
 #pragma once
 

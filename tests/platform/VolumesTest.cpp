@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "platform/Volumes.h"
 
 #include "Scratch.h"

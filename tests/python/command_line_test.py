@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """The command line: what it prints and how it ends."""
 
 import contextlib

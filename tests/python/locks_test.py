@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """Locks from the shell and from Python: who has one is seen by everybody else."""
 
 import json

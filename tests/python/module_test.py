@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """The Python module: values in both directions, members, collections, errors, threads, events."""
 
 import copy

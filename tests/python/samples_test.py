@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """The samples in Python run, and type checkers know the module."""
 
 import os
@@ -28,6 +29,20 @@ class SamplesTest(unittest.TestCase):
         ):
             with self.subTest(sample=words[0]):
                 done = run(sys.executable, "samples/" + words[0], *words[1:])
+                self.assertEqual((done.returncode, done.stderr), (0, ""))
+                self.assertIn(output, done.stdout)
+
+    def test_code_of_the_pages_runs(self):
+        tour = (ROOT / "README.md").read_text().partition("## From Python")[2]
+        script = (ROOT / "docs/pywin32.md").read_text()
+        for code, output in (
+            (re.search(r"```python\n(.*?)```", tour, re.DOTALL)[1],
+             "Window {'Width': '1280', 'Height': '768'}\n-2147209996 VlGeneralServices.INIFile.CreateSection"),
+            (re.search(r"(\S.*) # after\n", script)[1] +
+             "\nprint(Dispatch('VlGeneralServices.Conversion').IncrementRevisionNumber('1.9'))", "1.0010\n"),
+        ):
+            with self.subTest(output), tempfile.TemporaryDirectory() as folder:
+                done = run(sys.executable, "-c", code.replace("/tmp", folder))
                 self.assertEqual((done.returncode, done.stderr), (0, ""))
                 self.assertIn(output, done.stdout)
 

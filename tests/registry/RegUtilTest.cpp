@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "registry/RegUtil.h"
 #include "platform/Registry.h"
 

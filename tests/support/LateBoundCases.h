@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Late-bound calls and what becomes of them, the same on every face: InvokeTest makes them natively,
 // CallsTest through the dispatch interfaces of COM.
 #pragma once

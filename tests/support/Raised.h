@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What an action raises, for tests: `EXPECT_EQ(errorOf([&] { files->Path(…); }), 76)`.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A variable of the environment for the length of a scope.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A class with one member of every kind, for tests and measurements of late-bound calls.
 #pragma once
 

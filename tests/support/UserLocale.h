@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Runs a test under another locale of the user: `UserLocale german("de-DE");`
 #pragma once
 

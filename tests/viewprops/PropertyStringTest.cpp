@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "viewprops/PropertyString.h"
 
 #include "automation/LateBound.h"

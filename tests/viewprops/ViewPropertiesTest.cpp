@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "viewprops/ViewProperties.h"
 
 #include "automation/LateBound.h"

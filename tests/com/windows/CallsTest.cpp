@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Calls in both directions: late bound, through a generated table, of a caller's objects, and events.
 #include "support/LateBoundCases.h"
 #include "support/Raised.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What the client programs have in common: checks that are counted, and the server beside the program.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A compiled client: every interface through its vtable, from the header that the interface definition gives.
 // The server is found by registration or, in the other build of this program, by a manifest.
 #include "Client.h"

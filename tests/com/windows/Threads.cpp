@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Threads that use the server and end while nothing else keeps it: it may not hang them, and it must unload
 // and load again any number of times. The main thread never holds the server's file.
 #include "Client.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The type library read from end to end, and every class used from another apartment, which goes through it.
 #include "Client.h"
 

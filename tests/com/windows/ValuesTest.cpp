@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Values across the boundary and back.
 #include "com/Values.h"
 #include "automation/Convert.h"

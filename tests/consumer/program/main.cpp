@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A program of somebody else: typed calls, creation by name, a failure.
 #include <VlGeneralServices/Files.h>
 #include <VlGeneralServices/VlGeneralServices.h>

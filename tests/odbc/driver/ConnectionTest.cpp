@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A project file names a driver and a database; the driver manager opens it with the string that is built
 // from the file, and the pairs that only the product knows do not disturb it.
 #include "files/Files.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Hands the test bed to the Python tests.
 #include "capi/vlgs.h"
 #include "support/TestBed.h"

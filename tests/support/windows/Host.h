@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What tests use of a POSIX host, where there is none; every test file includes it first. There is no second
 // process: a test that starts one cannot run here (tests/com/left_out.txt).
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Waiting for a process that Host.h never starts.
 #pragma once
 
