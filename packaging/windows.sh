@@ -36,7 +36,7 @@ installer() {
     (cd "$folder" && "${then[@]}" wixl --arch "$arch" -o "$to" installer.wxs)
     # Windows replaces a file that has a version only by one that the package gives a version, too.
     local file
-    for file in Server Texts Command; do
+    for file in $(sed -nE 's/.*<File Id="([^"]*)" Name="[^"]*\.(dll|exe)".*/\1/p' "$folder/installer.wxs"); do
         "${then[@]}" msibuild "$to" -q "UPDATE \`File\` SET \`Version\`='$version', \`Language\`='0' WHERE \`File\`='$file'" \
             "DELETE FROM \`MsiFileHash\` WHERE \`File_\`='$file'"
     done
@@ -54,10 +54,13 @@ for file in connection.vbs connection.js early_bound.cpp; do
     text "$source/samples/$file" >"$work/$name/samples/$file"
 done
 cp "$source"/samples/demo/* "$work/$name/samples/demo"
-for file in LICENSE docs/licences/unicode.txt docs/licences/mingw-w64.txt; do
-    text "$source/$file"
-    [ "${file##*/}" = mingw-w64.txt ] || printf '\r\n%072d\r\n\r\n' 0 | tr 0 =
-done >"$work/$name/LICENSE.txt"
+{
+    text "$source/LICENSE"
+    for file in unicode mingw-w64; do
+        printf '\r\n========================================================================\r\n\r\n'
+        text "$source/docs/licences/$file.txt"
+    done
+} >"$work/$name/LICENSE.txt"
 text "$here/windows/README.txt" >"$work/$name/README.txt"
 find "$work/$name" -exec touch -d "@$SOURCE_DATE_EPOCH" {} +
 (cd "$work" && find "$name" -type f | LC_ALL=C sort | TZ=UTC zip -q -9 -X -@ "$dist/$name-win.zip")

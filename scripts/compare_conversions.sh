@@ -10,8 +10,7 @@
 set -euo pipefail
 cd "$(dirname "$0")/.."
 source scripts/packages.sh
-need_build
-need g++-mingw-w64-x86-64-posix mingw-w64-tools libwine-dev wine wine64 libgtest-dev googletest
+need_build "${under_wine[@]}"
 build windows-x64 CompareConversions
 
 WINEPREFIX=$(mktemp -d)

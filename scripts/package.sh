@@ -5,8 +5,7 @@
 set -euo pipefail
 cd "$(dirname "$0")/.."
 source scripts/packages.sh
-need_compiler git dpkg-dev python3-dev mingw-w64-tools g++-mingw-w64-x86-64-posix g++-mingw-w64-i686-posix libwine-dev \
-    wixl msitools faketime zip
+need_compiler git dpkg-dev python3-dev "${for_windows[@]}" wixl msitools faketime zip
 version=$(sed -nE 's/^project\(.* VERSION ([0-9.]+) .*/\1/p' CMakeLists.txt)
 name=VlGeneralServices-$version
 dist=$PWD/dist

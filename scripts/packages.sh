@@ -59,8 +59,9 @@ clang_version() {
 need_compiler() { need g++ cmake ninja-build "$@"; }
 need_build() { need_compiler python3-dev libgtest-dev "$@"; }
 need_tests() { need_build mypy python3-venv jq zsh fish libedit2 unixodbc unixodbc-dev libsqliteodbc pkg-config "$@"; }
-# What building for Windows and running that takes besides.
-windows=(g++-mingw-w64-x86-64-posix g++-mingw-w64-i686-posix mingw-w64-tools libwine-dev wine wine64 libgtest-dev googletest)
+# What building for Windows takes besides, and what running that does.
+for_windows=(g++-mingw-w64-x86-64-posix g++-mingw-w64-i686-posix mingw-w64-tools libwine-dev)
+under_wine=("${for_windows[@]}" googletest wine wine64)
 
 # Passes a build's lines on to a log and, on a terminal, tells how far it is: `[12/345]`.
 log_of_build() {

@@ -33,7 +33,7 @@ run() {
 if [ $# -gt 0 ]; then
     run "$@"
 else
-    need_tests clang "${windows[@]}"
+    need_tests clang "${under_wine[@]}"
     for kind in clang sanitize windows native; do
         run "$kind"
     done

@@ -7,7 +7,7 @@ set -euo pipefail
 cd "$(dirname "$0")/.."
 source scripts/packages.sh
 source scripts/wine32.sh
-need wine wine64 unzip wixl msitools g++-mingw-w64-x86-64-posix g++-mingw-w64-i686-posix
+need "${under_wine[@]}" unzip wixl msitools
 if [ $# -eq 0 ]; then
     scripts/test_installers.sh x64
     if has_wine32; then
@@ -88,7 +88,7 @@ archive() {
 
     local client="$work/a client"
     mkdir "$client"
-    sed -n '/^```xml$/,/^```$/{//!p}' docs/windows.md >"$client/manifest.xml" # that of the page, too
+    sed -n '/^```xml$/,/^```$/{//!p}' docs/windows.md >"$client/manifest.xml" # as the page shows it
     echo '1 24 "manifest.xml"' | (cd "$client" && "$cross-windres" -O coff -o manifest.o)
     "$cross-g++-posix" -std=c++17 -municode -static -isystem "$folder/include" samples/early_bound.cpp \
         "$client/manifest.o" -o "$client/early_bound.exe" -loleaut32 -lole32 -luuid

@@ -167,7 +167,7 @@ check_files() {
     done
 }
 
-need_build "${windows[@]}"
+need_build "${under_wine[@]}"
 if [ "${1:-}" = prove ]; then # from below, inside the namespace of the 32-bit Wine
     prove "$2"
     exit $failed
