@@ -10,11 +10,11 @@
 set -euo pipefail
 cd "$(dirname "$0")/.."
 source scripts/packages.sh
+source scripts/wine.sh
 need_build "${under_wine[@]}"
 build windows-x64 CompareConversions
 
-WINEPREFIX=$(mktemp -d)
-export WINEPREFIX WINEDEBUG=-all WINEDLLOVERRIDES="mscoree,mshtml=;winemenubuilder.exe=d"
-trap 'wineserver -k 2>/dev/null || true; wineserver -w 2>/dev/null || true; rm -rf "$WINEPREFIX"' EXIT
-wine wineboot -i >/dev/null 2>&1
+prefix=$(mktemp -d)
+trap 'end_wine; rm -rf "$prefix"' EXIT
+new_prefix "$prefix"
 wine build/windows-x64/bin/CompareConversions.exe "${1:-100000}"

@@ -6,6 +6,7 @@
 set -euo pipefail
 cd "$(dirname "$0")/.."
 source scripts/packages.sh
+source scripts/wine.sh
 source scripts/wine32.sh
 need "${under_wine[@]}" unzip wixl msitools
 if [ $# -eq 0 ]; then
@@ -23,15 +24,9 @@ version=$(sed -nE 's/^project\(.* VERSION ([0-9.]+) .*/\1/p' CMakeLists.txt)
 name=VlGeneralServices-$version
 dist=$PWD/dist
 work=$(mktemp -d)
-trap 'wineserver -k 2>/dev/null || true; wineserver -w 2>/dev/null || true; rm -rf "$work"' EXIT
-export WINEPREFIX=$work/prefix
-export WINEDEBUG=-all WINEDLLOVERRIDES="mscoree,mshtml=;winemenubuilder.exe=d"
+trap 'end_wine; rm -rf "$work"' EXIT
 failed=0
-if [ "$arch" = x86 ]; then
-    cross=i686-w64-mingw32
-    export WINEARCH=win32
-    [ ! -x /usr/lib/wine/wineserver32 ] || export WINESERVER=/usr/lib/wine/wineserver32
-fi
+[ "$arch" = x64 ] || cross=i686-w64-mingw32
 
 fail() {
     echo "FAILED: $*"
@@ -40,7 +35,7 @@ fail() {
 
 # What the hives hold of classes and installed products, and whatever has our name, without the times of keys.
 registry() {
-    wineserver -w
+    restart_wine
     sed -E 's/^(\[.*\]) [0-9]+$/\1/; /^#time=/d' "$WINEPREFIX/system.reg" "$WINEPREFIX/user.reg" |
         awk '/^\[/ { kept = /^\[Software\\\\Classes|CurrentVersion\\\\(Installer|Uninstall)/ } kept || /VlGeneralServices/'
 }
@@ -131,7 +126,7 @@ installer() {
     echo "-- installer, $arch: installed, upgraded, used, removed"
 }
 
-wine wineboot -i >/dev/null 2>&1
+new_prefix "$work/prefix" "$arch"
 wine cscript //nologo "$(winepath -w samples/connection.vbs)" >/dev/null || true # the script host registers itself
 # Keys that the first registration, or installation, of anything makes.
 for key in 'HKCU\Software\Classes' HKLM\\Software\\Classes\\Installer\\{Features,Products,UpgradeCodes} \

@@ -10,16 +10,16 @@
 set -euo pipefail
 cd "$(dirname "$0")/.."
 source scripts/packages.sh
+source scripts/wine.sh
 need_build strace
 build dev Worker LockTaker Classes
 build threads Classes
 options=(--build build/dev --threads build/threads)
 if command -v wine >/dev/null && command -v x86_64-w64-mingw32-g++-posix >/dev/null; then
     build windows-x64 VlGeneralServices VlComRes ComLoops
-    WINEPREFIX=$(mktemp -d)
-    export WINEPREFIX WINEDEBUG=-all WINEDLLOVERRIDES="mscoree,mshtml=;winemenubuilder.exe=d"
-    trap 'wineserver -k 2>/dev/null || true; rm -rf "$WINEPREFIX"' EXIT
-    wine wineboot -i >/dev/null 2>&1
+    prefix=$(mktemp -d)
+    trap 'end_wine; rm -rf "$prefix"' EXIT
+    new_prefix "$prefix"
     options+=(--windows build/windows-x64)
 fi
 python3 torture/run.py "${options[@]}" "${@:-2}"
