@@ -8,6 +8,7 @@ cd "$(dirname "$0")/.."
 source scripts/packages.sh
 source scripts/wine.sh
 source scripts/wine32.sh
+source scripts/windows_files.sh
 need "${under_wine[@]}" unzip wixl msitools
 if [ $# -eq 0 ]; then
     scripts/test_installers.sh x64
@@ -66,6 +67,7 @@ installed_products() { registry | grep -ci '"DisplayName"="VlGeneralServices' ||
 archive() {
     unzip -q "$dist/$name-win.zip" -d "$work/a folder with blanks"
     folder="$work/a folder with blanks/$name"
+    check_windows_files "$folder/$arch"
     local dll=$folder/$arch/VlGeneralServices.dll
     wine regsvr32 /s "$(winepath -w "$dll")" || fail "archive: register"
     ours >"$work/registered"

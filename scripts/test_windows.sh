@@ -9,6 +9,7 @@ cd "$(dirname "$0")/.."
 source scripts/packages.sh
 source scripts/wine.sh
 source scripts/wine32.sh
+source scripts/windows_files.sh
 
 work=$(mktemp -d)
 trap 'end_wine; rm -rf "$work"' EXIT
@@ -134,34 +135,6 @@ prove() {
     end_wine
 }
 
-check_imports() {
-    local extra
-    extra=$("$2-w64-mingw32-objdump" -p "build/$1/bin/VlGeneralServices.dll" | sed -n 's/.*DLL Name: //p' |
-        grep -viE '^(advapi32|kernel32|mpr|msvcrt|ole32|oleaut32|user32|bcrypt)\.dll$' || true)
-    [ -z "$extra" ] || fail "$1 needs $extra"
-}
-
-# What Windows and its users see of the files: fit for addresses that cannot be foretold, no code in data, whose they are,
-# no time and no names of functions.
-check_files() {
-    local file wanted characteristics texts name
-    wanted="DYNAMIC_BASE NX_COMPAT"
-    [ "$2" = i686 ] || wanted+=" HIGH_ENTROPY_VA"
-    for file in VlGeneralServices.dll VlComRes.dll vlgs.exe; do
-        file=build/$1/bin/$file
-        characteristics=$(TZ=UTC "$2-w64-mingw32-objdump" -p -t "$file")
-        texts=$(strings -el "$file")
-        for name in $wanted; do
-            [[ $characteristics == *"$name"* ]] || fail "$file: not $name"
-        done
-        grep -qE '^Time/Date\s+(Thu Jan  1 00:00:00 1970|0+\b)' <<<"$characteristics" || fail "$file: has a time"
-        [[ $characteristics == *"no symbols"* ]] || fail "$file: not stripped"
-        for name in CompanyName ProductName LegalCopyright FileVersion; do
-            grep -qx "$name" <<<"$texts" || fail "$file: no $name"
-        done
-    done
-}
-
 need_build "${under_wine[@]}"
 if [ "${1:-}" = prove ]; then # from below, inside the namespace of the 32-bit Wine
     prove "$2"
@@ -172,10 +145,7 @@ for kind in ${1:-x64 x86}; do
     build "windows-$kind"
 done
 for kind in ${1:-x64 x86}; do
-    processor=x86_64
-    [ "$kind" = x64 ] || processor=i686
-    check_imports "windows-$kind" $processor
-    check_files "windows-$kind" $processor
+    check_windows_files "build/windows-$kind/bin"
     echo "== windows-$kind: Wine"
     if [ "$kind" = x64 ] || has_wine32; then
         prove "windows-$kind"
