@@ -5,8 +5,8 @@
 set -euo pipefail
 cd "$(dirname "$0")/.."
 source scripts/packages.sh
-need_build
-need pkg-config libbenchmark-dev libgtest-dev libglib2.0-dev libinih-dev libcrypto++-dev html2text unixodbc-dev gnuplot-nox pybind11-dev
+need_build pkg-config libbenchmark-dev libglib2.0-dev libinih-dev libcrypto++-dev html2text unixodbc-dev gnuplot-nox \
+    pybind11-dev
 build release
 [ $# -gt 0 ] || set -- $(cd bench && ls -- *Bench.* | sed 's/Bench\..*//')
 for name in "$@"; do

@@ -10,9 +10,7 @@ cd "$(dirname "$0")/.."
 source scripts/packages.sh
 seconds=${1:-10}
 version=$(clang_version)
-need_build
-need_tests
-need "clang-$version" "llvm-$version" "libclang-rt-$version-dev"
+need_tests "clang-$version" "llvm-$version" "libclang-rt-$version-dev"
 CXX=clang++-$version build coverage
 folder=$PWD/build/coverage
 rm -rf "$folder/profiles"

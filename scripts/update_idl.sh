@@ -4,7 +4,6 @@
 set -euo pipefail
 cd "$(dirname "$0")/.."
 source scripts/packages.sh
-need_build
 need_tests
 build dev library_tests
 VLGS_SOURCE_DIR=$PWD VLGS_UPDATE_TYPELIB=1 build/dev/library_tests --gtest_brief=1 --gtest_filter='InterfaceDefinition.*'
