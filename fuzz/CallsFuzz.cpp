@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 // Calls through the C interface: objects of any class, members by any name or number, values of any type,
 // also ones that no program should make.
+// Covers: capi/*
 #include "Input.h"
 #include "capi/vlgs.h"
 

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 // Cipher text and keys of any kind: whole blocks come out, and go back in to the same digits where the bytes
 // stay what they are.
+// Covers: cipher/Cipher.cpp cipher/CipherText.cpp cipher/Skipjack.cpp
 #include "cipher/CipherText.h"
 
 #include <algorithm>

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 // Any bytes in any code page: what is text there comes back as the same bytes, and what is encoded decodes.
+// Covers: platform/CodePage.cpp platform/posix/CodePage*
 #include "Input.h"
 #include "platform/CodePage.h"
 

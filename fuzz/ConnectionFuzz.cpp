@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 // Connection strings of project files with any content.
+// Covers: files/ConnectionString.cpp
 #include "Input.h"
 #include "automation/Variant.h"
 #include "files/ConnectionString.h"

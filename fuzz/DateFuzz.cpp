@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 // Any text as a date in any locale, and any pattern to write it in.
+// Covers: automation/Date*
 #include "Input.h"
 #include "automation/DateFormat.h"
 #include "automation/DateText.h"

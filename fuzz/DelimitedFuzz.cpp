@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 // Lists in texts: numbers between delimiters, and items between one character. What a list of numbers is
 // written as reads back as the same text.
+// Covers: general/Lists.cpp
 #include "Input.h"
 #include "automation/Variant.h"
 #include "general/General.h"

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 // Decimals of any content as object descriptors: nothing, or the one object that lives.
+// Covers: packager/*
 #include "packager/ObjectPackager.h"
 
 #include <cstdlib>

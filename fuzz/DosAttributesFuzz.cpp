@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 // Files whose attributes somebody else has stored: they are read, changed, and read as what was written.
+// Covers: platform/posix/Attributes.cpp
 #include "Input.h"
 #include "platform/Files.h"
 #include "platform/Volumes.h"

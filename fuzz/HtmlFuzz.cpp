@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 // The HTML conversion against a plain one that reads every tag anew and looks at one character at a time.
+// Covers: general/Html*
 #include "base/CaseFold.h"
 #include "general/HtmlText.h"
 

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 // Any text read into a document: it is parsed by the grammar or refused, and what was read is written and
 // read back as the same text.
+// Covers: ini/LineParser.cpp ini/Fresh* ini/TextArena.cpp
 #include "automation/Variant.h"
 #include "base/Error.h"
 #include "ini/INIFile.h"

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 // Any text as a number in any locale, and as the value of an attribute of any type; what a number is written
 // as reads back as it.
+// Covers: automation/Number* conversion/AttributeValues.cpp
 #include "Input.h"
 #include "automation/NumberFormat.h"
 #include "automation/NumberText.h"

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 // Any path over any table of volumes: the forms tell nothing twice, and a full path is its own.
+// Covers: files/Path* platform/posix/Volume*
 #include "Input.h"
 #include "automation/Variant.h"
 #include "files/Files.h"

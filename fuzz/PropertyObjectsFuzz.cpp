@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 // Property strings through the objects that scripts use: what they hand out they take back.
+// Covers: viewprops/*
 #include "Input.h"
 #include "automation/Variant.h"
 #include "locking/CorvaTools.h"

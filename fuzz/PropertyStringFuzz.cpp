@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 // Property strings: whatever is read is written, and what is written of text without quotes and tokens reads
 // as the same.
+// Covers: viewprops/PropertyReader.cpp viewprops/PropertyWriter.cpp viewprops/QuotedText.cpp
 #include "base/Error.h"
 #include "viewprops/PropertyString.h"
 

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 // Registry files of any content: what is read from one is written, read again and found the same, also where
 // a part of it comes as an addition.
+// Covers: platform/RegistryText* platform/posix/RegistryTree*
 #include "platform/posix/RegistryTreeText.h"
 
 #include <cstdlib>

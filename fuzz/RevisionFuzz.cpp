@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 // Revision numbers and the texts of GUIDs.
+// Covers: conversion/RevisionNumbers.cpp base/Guid.cpp
 #include "Input.h"
 #include "automation/Variant.h"
 #include "base/Guid.h"

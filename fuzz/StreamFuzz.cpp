@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 // Documents from any text between any delimiters, and out again in every form.
+// Covers: ini/Buffer.cpp ini/LineParser.cpp ini/Fresh*
 #include "Input.h"
 #include "automation/Array.h"
 #include "automation/Variant.h"

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 // Any text as a date: what the run time reads it writes again, and reads back as the same moment.
+// Covers: conversion/Timestamps.cpp
 #include "automation/DateFormat.h"
 #include "automation/DateText.h"
 #include "base/Dates.h"
