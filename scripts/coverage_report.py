@@ -36,7 +36,11 @@ def by_room():
 
 
 def of_files(name, patterns):
-    found = [rest for path, *rest in lines() if any(fnmatch.fnmatch(path, pattern) for pattern in patterns)]
+    files = list(lines())
+    idle = [pattern for pattern in patterns if not any(fnmatch.fnmatch(path, pattern) for path, *_ in files)]
+    if idle:
+        return f"{name}: no file is called {' or '.join(idle)}"
+    found = [rest for path, *rest in files if any(fnmatch.fnmatch(path, pattern) for pattern in patterns)]
     show(name, *map(sum, zip(*found)))
     return 0
 
