@@ -12,11 +12,7 @@ source scripts/windows_files.sh
 need "${under_wine[@]}" unzip wixl msitools
 if [ $# -eq 0 ]; then
     scripts/test_installers.sh x64
-    if has_wine32; then
-        scripts/test_installers.sh x86
-    elif can_make_wine32; then
-        with_wine32 scripts/test_installers.sh x86
-    fi
+    run_with_wine32 scripts/test_installers.sh x86
     exit
 fi
 arch=$1
@@ -34,10 +30,9 @@ fail() {
     failed=1
 }
 
-# What the hives hold of classes and installed products, and whatever has our name, without the times of keys.
+# What the hives hold of classes and installed products, and whatever has our name.
 registry() {
-    restart_wine
-    sed -E 's/^(\[.*\]) [0-9]+$/\1/; /^#time=/d' "$WINEPREFIX/system.reg" "$WINEPREFIX/user.reg" |
+    registry_files |
         awk '/^\[/ { kept = /^\[Software\\\\Classes|CurrentVersion\\\\(Installer|Uninstall)/ } kept || /VlGeneralServices/'
 }
 

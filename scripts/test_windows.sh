@@ -22,13 +22,8 @@ fail() {
 
 # The registered classes, interfaces and libraries of the machine and of the user, and whatever has our name.
 registry() {
-    restart_wine
-    local hive
-    for hive in system user; do
-        # Times of change are no content.
-        sed -E 's/^(\[.*\]) [0-9]+$/\1/; /^#time=/d' "$WINEPREFIX/$hive.reg" |
-            awk '/^\[/ { kept = /^\[Software\\\\Classes/ } kept || /[Vv]lGeneralServices|VlgsScriptTest/'
-    done
+    registry_files |
+        awk '/^\[/ { kept = /^\[Software\\\\Classes/ } kept || /[Vv]lGeneralServices|VlgsScriptTest/'
 }
 
 # Registers with the given arguments of regsvr32, uses, unregisters, and compares the registry.
@@ -108,7 +103,7 @@ prove() {
     local preset=$1
     bin=$PWD/build/$preset/bin
     dll=$bin/VlGeneralServices.dll
-    new_prefix "$work/prefix-$preset" "${preset#windows-}"
+    new_prefix "$work/prefix" "${preset#windows-}"
     # On Windows the root of a drive is hidden and a system folder.
     python3 -c 'import os, sys; os.setxattr(sys.argv[1], "user.DOSATTRIB", b"0x16")' "$WINEPREFIX/drive_c" ||
         echo "-- the root of drive C: has no attributes: this file system has none"
@@ -136,7 +131,7 @@ prove() {
 }
 
 need_build "${under_wine[@]}"
-if [ "${1:-}" = prove ]; then # from below, inside the namespace of the 32-bit Wine
+if [ "${1:-}" = prove ]; then # from below, with the 32-bit Wine
     prove "$2"
     exit $failed
 fi
@@ -147,10 +142,10 @@ done
 for kind in ${1:-x64 x86}; do
     check_windows_files "build/windows-$kind/bin"
     echo "== windows-$kind: Wine"
-    if [ "$kind" = x64 ] || has_wine32; then
-        prove "windows-$kind"
-    elif can_make_wine32; then
-        with_wine32 scripts/test_windows.sh prove windows-x86 || failed=1
+    if [ "$kind" = x64 ]; then
+        prove windows-x64
+    else
+        run_with_wine32 scripts/test_windows.sh prove windows-x86 || failed=1
     fi
 done
 exit $failed

@@ -2,13 +2,13 @@
 # Sourced by the scripts that run programs under Wine.
 #
 #   new_prefix DIRECTORY [x86]   makes a prefix, which is used from here on
-#   restart_wine                 lets Wine write the files of the registry
+#   registry_files               prints the registry of the machine and of the user, without the times of keys
 #   end_wine                     ends Wine of the prefix, where one was made
 
 export WINEDEBUG=-all WINEDLLOVERRIDES="mscoree,mshtml=;winemenubuilder.exe=d"
 
-# Debian's server goes down as soon as no program runs, and resets the connection of one that starts at that moment; this
-# one stays. The services are started here, since they would keep the pipe of a program that has to start them.
+# Debian's server goes down as soon as no program runs, and may take one that starts at that moment with it; this one
+# stays. The services are started here, since they would keep the pipe of a program that has to start them.
 start_wine() {
     wineserver -p </dev/null >/dev/null 2>&1
     wine cmd /c exit </dev/null >/dev/null 2>&1
@@ -20,9 +20,11 @@ end_wine() {
     wineserver -w 2>/dev/null || true
 }
 
-restart_wine() {
+# Wine writes the files when it ends.
+registry_files() {
     end_wine
     start_wine
+    sed -E 's/^(\[.*\]) [0-9]+$/\1/; /^#time=/d' "$WINEPREFIX"/{system,user}.reg
 }
 
 new_prefix() {

@@ -1,7 +1,7 @@
 # SPDX-License-Identifier: MIT
-# Sourced by test_windows.sh: a 32-bit Wine where the machine's packages give the 64-bit one alone. wine32 and what it
-# needs come from the machine's own archive and are unpacked below build/wine32, which is kept between runs; a mount
-# namespace of its own lays them over /usr for one command. Nothing of the machine is changed, and no root is needed
+# Sourced, for `run_with_wine32 COMMAND…`: a 32-bit Wine where the machine's packages give the 64-bit one alone. wine32 and
+# what it needs come from the machine's own archive and are unpacked below build/wine32, which is kept between runs; a
+# mount namespace of its own lays them over /usr for one command. Nothing of the machine is changed, and no root is needed
 # where user namespaces are allowed.
 
 wine32_root=$PWD/build/wine32
@@ -67,4 +67,13 @@ can_make_wine32() {
         return 0
     fi
     return 1
+}
+
+# Runs a command with the machine's 32-bit Wine or with one made here; where there can be none, it is not run.
+run_with_wine32() {
+    if has_wine32; then
+        "$@"
+    elif can_make_wine32; then
+        with_wine32 "$@"
+    fi
 }
